@@ -1,0 +1,5 @@
+# The asan preset turns this on: the whole tree, tests included, runs under both sanitizers.
+if(QUORVEX_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
