@@ -1,0 +1,25 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvex::cli {
+
+struct CliOptions {
+    std::vector<std::string> eval_lines; // -e TEXT, in order
+    std::vector<std::string> files;
+    bool answers = false;
+    int angle_type = 0; // 0 degrees, 1 radians
+    std::optional<int> precision;
+    int format = 0; // 0 decimal, 1 scientific
+    bool fraction = false;
+    bool help = false;
+    bool version = false;
+};
+
+// Reads the command line; on a usage error returns nothing and fills `error`.
+std::optional<CliOptions> parse_options(int argc, char** argv, std::string& error);
+
+const char* usage_text();
+
+} // namespace quorvex::cli

@@ -1,0 +1,101 @@
+// quorvex-cli: the command-line face of the engine, for batch and interactive use.
+#include "cli_options.h"
+#include "line_evaluator.h"
+
+#include "engine/parser.h"
+
+#include <editline/readline.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+namespace {
+
+constexpr const char* k_version = "quorvex-cli 0.1.0";
+
+class StderrReporter : public quorvex::engine::Reporter {
+public:
+    void report(std::string_view text, std::string_view caption, quorvex::engine::MessageKind) override {
+        std::cerr << caption << ": " << text << '\n';
+    }
+};
+
+// Splits text into lines; a CR before the LF belongs to the line end, not to the line.
+template <typename Handler>
+bool for_each_line(std::istream& in, Handler&& handle) {
+    bool all_ok = true;
+    std::string line;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        all_ok = handle(line) && all_ok;
+    }
+    return all_ok;
+}
+
+bool run_interactive(quorvex::cli::LineEvaluator& evaluator) {
+    std::cout << k_version << ": type an expression and press Enter; :quit or Ctrl-D ends.\n";
+    bool all_ok = true;
+    while (char* raw = readline("> ")) {
+        std::string line(raw);
+        std::free(raw);
+        if (line == ":quit" || line == ":q") break;
+        if (line.find_first_not_of(" \t") == std::string::npos) continue;
+        add_history(line.c_str());
+        all_ok = evaluator.run(line) && all_ok;
+    }
+    return all_ok;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string usage_error;
+    const auto options = quorvex::cli::parse_options(argc, argv, usage_error);
+    if (!options) {
+        std::cerr << "quorvex-cli: " << usage_error << "\n" << quorvex::cli::usage_text();
+        return 2;
+    }
+    if (options->help) {
+        std::cout << quorvex::cli::usage_text();
+        return 0;
+    }
+    if (options->version) {
+        std::cout << k_version << '\n';
+        return 0;
+    }
+
+    StderrReporter reporter;
+    quorvex::engine::Parser parser;
+    parser.set_reporter(&reporter);
+    parser.set_angle_type(options->angle_type);
+    parser.answer_format().format = options->format;
+    if (options->precision) parser.answer_format().precision = *options->precision;
+
+    quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);
+    bool all_ok = true;
+    for (const auto& line : options->eval_lines) all_ok = evaluator.run(line) && all_ok;
+
+    for (const auto& path : options->files) {
+        std::ifstream file;
+        if (path != "-") file.open(path, std::ios::binary);
+        if (path != "-" && !file) {
+            std::cerr << "quorvex-cli: cannot open " << path << '\n';
+            return 2;
+        }
+        std::istream& in = path == "-" ? std::cin : file;
+        all_ok = for_each_line(in, [&](const std::string& line) { return evaluator.run(line); }) && all_ok;
+    }
+
+    if (options->eval_lines.empty() && options->files.empty()) {
+        if (isatty(STDIN_FILENO))
+            all_ok = run_interactive(evaluator) && all_ok;
+        else
+            all_ok = for_each_line(std::cin, [&](const std::string& line) { return evaluator.run(line); }) && all_ok;
+    }
+    return all_ok ? 0 : 1;
+}

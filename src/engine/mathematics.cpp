@@ -1,0 +1,221 @@
+#include "mathematics.h"
+
+#include "error_tables.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+namespace quorvex::engine {
+
+namespace {
+
+// Truncates to 32 bits without undefined behaviour for values out of range.
+std::int64_t to_int32(long double x) {
+    long double t = std::trunc(x);
+    if (!(t >= -2147483648.0L)) return -2147483648LL;
+    if (t > 2147483647.0L) return 2147483647LL;
+    return static_cast<std::int64_t>(t);
+}
+
+} // namespace
+
+Mathematics::Mathematics() : ErrorLayer(mathematics_messages(), "Mathematics Error") {}
+
+long double Mathematics::lift(long double x) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.14Lg", x);
+    return std::strtold(text, nullptr);
+}
+
+double Mathematics::land(long double x) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.14Le", x);
+    return std::strtod(text, nullptr);
+}
+
+bool Mathematics::are_equal(long double a, long double b, long double tolerance) {
+    return !(a < b - tolerance || b + tolerance < a);
+}
+
+long double Mathematics::sign(long double x) { return x > 0 ? 1.0L : (x < 0 ? -1.0L : 0.0L); }
+
+long double Mathematics::trunc(long double x) {
+    long double whole;
+    std::modf(x, &whole);
+    return whole;
+}
+
+long double Mathematics::round(long double x) {
+    if (trunc(x) == x) return x;
+    return x > 0 ? trunc(x + 0.5L) : trunc(x - 0.5L);
+}
+
+long double Mathematics::Fmod(long double x, long double y) {
+    long double r = std::fmod(x, y);
+    return std::fabs(r - y) <= 1e-307L ? 0.0L : r;
+}
+
+bool Mathematics::is_integer(long double x) { return std::isfinite(x) && round(x) == x; }
+
+bool Mathematics::is_even(long double x) { return is_integer(x) && Fmod(x, 2) == 0; }
+
+complex& Mathematics::round_zero(complex& z, long double tolerance) {
+    long double re = std::fabs(static_cast<long double>(z.real()));
+    long double im = std::fabs(static_cast<long double>(z.imag()));
+    if (re >= tolerance || im >= tolerance) {
+        if (re < tolerance) z.real(0);
+        if (im < tolerance) z.imag(0);
+    } else {
+        z = complex(0, 0);
+    }
+    return z;
+}
+
+long double Mathematics::round_zero(long double& x, long double tolerance) {
+    if (std::fabs(x) < tolerance) x = 0;
+    return x;
+}
+
+std::string Mathematics::real_string(long double x, int digits) {
+    char text[96];
+    std::snprintf(text, sizeof text, "%.*LE", digits, lift(x));
+    return text;
+}
+
+long double Mathematics::trunc_toprec(long double x, int digits) {
+    return std::strtold(real_string(x, digits).c_str(), nullptr);
+}
+
+int Mathematics::numsigfig(long double x) {
+    std::string text = real_string(x, 14);
+    // Counts positions up to the last character that is not a '0'; the point and a leading
+    // minus do not count as digits.
+    int count = text.find('.') != std::string::npos ? -1 : 0;
+    if (!text.empty() && text[0] == '-') --count;
+    int total = 0;
+    for (char c : text) {
+        if (c == 'E' || c == 'e') break;
+        ++count;
+        if (c != '0') total = count;
+    }
+    return total;
+}
+
+int Mathematics::precision(long double x) {
+    // Counted on the value as it enters the decimal layer, so binary noise adds no digits.
+    char text[512];
+    std::snprintf(text, sizeof text, "%.20Lf", std::fabs(lift(x)));
+    const char* point = std::strchr(text, '.');
+    int integer_digits = point ? static_cast<int>(point - text) : static_cast<int>(std::strlen(text));
+    if (integer_digits == 1 && text[0] == '0') integer_digits = 0;
+    int fraction_digits = 0;
+    for (int i = 1; point && point[i]; ++i)
+        if (point[i] != '0') fraction_digits = i;
+    return integer_digits + fraction_digits;
+}
+
+bool Mathematics::is_delim(char c) {
+    return (c != '\0' && std::strchr("!+-<>/*%^=()[]{},;:#$@&?~`'\"|\\\t\r ", c) != nullptr) || c == '\0';
+}
+
+bool Mathematics::is_number(const char* text) {
+    if (!text) return false;
+    while (std::isspace(static_cast<unsigned char>(*text))) ++text;
+    if (*text == '+' || *text == '-') ++text;
+    bool further_sign = false;
+    for (; *text; ++text) {
+        char c = *text;
+        if (std::isdigit(static_cast<unsigned char>(c)) || c == '.') continue;
+        if (c == 'i') return text[1] == '\0';
+        if (!is_delim(c)) return false;
+        if (c == '+' || c == '-') further_sign = true;
+    }
+    // A sign inside the text makes sense only for a complex literal such as 1+2i.
+    return !further_sign;
+}
+
+complex Mathematics::complex_add(const complex& a, const complex& b) {
+    return {land(lift(a.real()) + lift(b.real())), land(lift(a.imag()) + lift(b.imag()))};
+}
+
+complex Mathematics::complex_sub(const complex& a, const complex& b) {
+    return {land(lift(a.real()) - lift(b.real())), land(lift(a.imag()) - lift(b.imag()))};
+}
+
+complex Mathematics::complex_mult(const complex& a, const complex& b) {
+    long double ar = lift(a.real()), ai = lift(a.imag()), br = lift(b.real()), bi = lift(b.imag());
+    return {land(ar * br - ai * bi), land(ar * bi + ai * br)};
+}
+
+complex Mathematics::complex_div(const complex& a, const complex& b) {
+    long double ar = lift(a.real()), ai = lift(a.imag()), br = lift(b.real()), bi = lift(b.imag());
+    long double d2 = br * br + bi * bi;
+    if (d2 == 0) {
+        math_exception(0);
+        return {0, 0};
+    }
+    return {land((ar * br + ai * bi) / d2), land((br * ai - ar * bi) / d2)};
+}
+
+long double Mathematics::real_sub(long double a, long double b) { return land(lift(a) - lift(b)); }
+
+complex Mathematics::modulus(const complex& a, const complex& b) {
+    if (a.imag() != 0 || b.imag() != 0) {
+        math_exception(1);
+        return {0, 0};
+    }
+    if (!is_integer(a.real()) || !is_integer(b.real())) {
+        math_exception(2);
+        return {0, 0};
+    }
+    std::int64_t divisor = to_int32(b.real());
+    if (divisor == 0) return {0, 0}; // the evaluator refuses a zero divisor before it gets here
+    return {static_cast<double>(to_int32(a.real()) % divisor), 0};
+}
+
+Fraction Mathematics::DecToFrac(long double x, long double tolerance, int& status) {
+    status = 1;
+    Fraction result;
+    if (numsigfig(x) > 14) {
+        status = 4;
+        return result;
+    }
+    long double magnitude = std::fabs(lift(x));
+    long double whole = trunc(magnitude);
+    long double rest = trunc_toprec(real_sub(magnitude, whole), 14);
+    if (rest > 0 && rest < 5e-10L) {
+        status = 2;
+        return result;
+    }
+    // Continued-fraction convergents h/k of the rest, kept while they fit the display limits.
+    std::int64_t h_prev = 1, h_prev2 = 0, k_prev = 0, k_prev2 = 1;
+    long double r = rest;
+    for (int step = 0; step < 100; ++step) {
+        long double a = std::floor(r);
+        if (a > 4294967295.0L) break;
+        auto ai = static_cast<std::int64_t>(a);
+        std::int64_t h = ai * h_prev + h_prev2;
+        std::int64_t k = ai * k_prev + k_prev2;
+        if (h > 2147483648LL || k > 4294967295LL) break;
+        h_prev2 = h_prev, h_prev = h, k_prev2 = k_prev, k_prev = k;
+        long double left = r - a;
+        if (std::fabs(static_cast<long double>(h) / static_cast<long double>(k) - rest) < tolerance ||
+            left <= 0)
+            break;
+        r = 1.0L / left;
+    }
+    if (k_prev == 0) return result;
+    if (whole * static_cast<long double>(k_prev) > 9.0e18L) return result; // no 64-bit numerator
+    result.denominator = k_prev;
+    result.numerator = static_cast<std::int64_t>(whole) * k_prev + h_prev;
+    if (x < 0) result.numerator = -result.numerator;
+    status = 0;
+    return result;
+}
+
+} // namespace quorvex::engine

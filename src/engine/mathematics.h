@@ -1,0 +1,56 @@
+#pragma once
+#include "complex.h"
+#include "error_layer.h"
+#include "fraction.h"
+
+#include <string>
+
+namespace quorvex::engine {
+
+// The numeric base of the engine: rounding helpers, text classifiers and arithmetic whose results
+// come back through 15 significant decimal digits, so that answers carry no binary noise.
+// Operands enter through 14 significant digits.
+class Mathematics : public ErrorLayer {
+public:
+    Mathematics();
+
+    void math_exception(int code) { raise(code); }
+
+    // Numbers and rounding.
+    static bool are_equal(long double a, long double b, long double tolerance);
+    static long double sign(long double x);
+    static long double round(long double x); // halves away from zero
+    static long double trunc(long double x);
+    static long double Fmod(long double x, long double y);
+    static bool is_integer(long double x);
+    static bool is_even(long double x);
+    complex& round_zero(complex& z, long double tolerance);
+    long double round_zero(long double& x, long double tolerance);
+    int numsigfig(long double x);
+    long double trunc_toprec(long double x, int digits);
+    // Integer digits plus fractional digits of x as it prints, at most 20 behind the point.
+    int precision(long double x);
+
+    // Text classifiers; all skip leading white space and one sign.
+    static bool is_delim(char c);
+    static bool is_number(const char* text);
+
+    // Arithmetic through decimal text.
+    complex complex_add(const complex& a, const complex& b);
+    complex complex_sub(const complex& a, const complex& b);
+    complex complex_mult(const complex& a, const complex& b);
+    complex complex_div(const complex& a, const complex& b);
+    long double real_sub(long double a, long double b);
+    complex modulus(const complex& a, const complex& b);
+    std::string real_string(long double x, int digits);
+
+    // Nearest fraction of x; status 0 success, 2 too small, 4 too many digits, 1 failure.
+    Fraction DecToFrac(long double x, long double tolerance, int& status);
+
+    // A value as it enters the decimal layer (14 significant digits) and as it leaves it
+    // (15 significant digits, halves away from zero).
+    static long double lift(long double x);
+    static double land(long double x);
+};
+
+} // namespace quorvex::engine

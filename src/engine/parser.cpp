@@ -1,0 +1,96 @@
+// Construction and the entry point of an evaluation.
+#include "parser.h"
+
+#include "error_tables.h"
+#include "evaluation_aborted.h"
+
+#include <new>
+#include <stdexcept>
+
+namespace quorvex::engine {
+
+Parser::Parser(std::string system_dir, std::string user_dir)
+    : m_statistics(statistics_messages(), "Statistics Error"), m_deviates(deviates_messages(), "Deviate Error"),
+      m_system_library_path(std::move(system_dir) + "Quorvex.lib"),
+      m_user_library_path(std::move(user_dir) + "QuorvexUser.lib") {}
+
+Parser::~Parser() { reset(); }
+
+void Parser::reset() {
+    m_token.clear();
+    m_var_name.clear();
+    m_expression.clear();
+    m_input_pos = m_input_start = 0;
+    m_scanning = false;
+    m_mapping = false;
+}
+
+const char* Parser::eval_exp(const char* text, bool silent, bool show_equal, bool as_fraction) {
+    if (!text) return nullptr;
+    complex answer{0, 0};
+    return eval_exp(text, answer, silent, show_equal, as_fraction);
+}
+
+const char* Parser::eval_exp(const char* text, complex& answer, bool silent, bool show_equal, bool as_fraction) {
+    // A null text evaluates the expression already in place (the mapper prepares one that way).
+    if (text) m_expression = text;
+    m_error_code = -1;
+    m_root_taken = false;
+    SetSilentMode(silent);
+    m_show_equal = show_equal;
+    ClearLastError();
+
+    std::ostringstream out;
+    init_answer_stream(out);
+    try {
+        remove_end_spaces(m_expression);
+        insert_brackets(m_expression, 1);
+        check_valid_input(m_expression);
+        check_balanced_parens(m_expression);
+        m_input_start = m_input_pos = 0;
+        m_scanning = true;
+        m_implied_mult = m_var_changed = m_func_declared = false;
+        m_depth = 0;
+        eval_exp0(answer, out);
+
+        if (!m_token.empty()) parser_exception(m_token == ")" ? 2 : 1);
+        if (m_mapping) record_instruction(END_OF_EXPRESSION);
+        if (out.tellp() == 0) {
+            if (show_equal) out << " = ";
+            stream_answer(answer, out, -1, as_fraction);
+        } else if (m_var_changed) {
+            // "FLAG": the line assigned a plain number and shows no answer.
+            m_vars_saved = false;
+            out.str("");
+        }
+        if (m_beep && m_reporter) m_reporter->beep();
+    } catch (const EvaluationAborted&) {
+        m_error_flag = true;
+        out.str("");
+    } catch (const std::bad_alloc&) {
+        SetLastError(parser_messages()[0], 0);
+        out.str("");
+    } catch (const std::length_error&) {
+        SetLastError(parser_messages()[0], 0);
+        out.str("");
+    }
+    // A declaration ends by unwinding, and yet it is no error.
+    if (m_func_declared) {
+        m_funcs_saved = false;
+        m_error_flag = false;
+    }
+    reset();
+    m_answer_text = out.str();
+    return m_answer_text.c_str();
+}
+
+void Parser::record_instruction(int code) {
+    // Recording for repeated runs arrives with the equation mapper; until then nothing maps.
+    (void)code;
+}
+
+bool Parser::is_constant(const char*) const { return false; }
+
+bool Parser::is_internal_function(const char*) const { return false; }
+
+} // namespace quorvex::engine

@@ -1,0 +1,206 @@
+#pragma once
+#include "complex.h"
+#include "error_layer.h"
+#include "instruction_code.h"
+#include "mathematics.h"
+#include "precform.h"
+#include "reporter.h"
+#include "token_kind.h"
+#include "variable.h"
+
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvex::engine {
+
+// The engine: evaluates one line of text at a time while reading it, by recursive descent, one
+// function per level of precedence. Variables live in the Parser and outlive evaluations; each
+// document owns one Parser. Not re-entrant: one evaluation at a time.
+class Parser {
+public:
+    Parser(std::string system_dir = {}, std::string user_dir = {});
+    ~Parser();
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+
+    // --- evaluation -----------------------------------------------------------------------
+    // Evaluates one line. Returns the answer text (owned by the Parser until the next call):
+    // " = 5" with show_equal, "" for a line without a visible answer or after an error.
+    const char* eval_exp(const char* text, complex& answer, bool silent, bool show_equal, bool as_fraction);
+    const char* eval_exp(const char* text, bool silent, bool show_equal, bool as_fraction);
+
+    // --- errors ---------------------------------------------------------------------------
+    bool IsAnError() const;
+    const char* GetLastError() const;
+    void ClearLastError();
+    void SetLastError(const char* text, int code);
+    void SetSilentMode(bool silent);
+    void SetSolvingMap(bool on);
+    int error_code() const { return m_error_code; }
+    bool unknown_name() const { return m_unknown_name; }
+
+    void parser_exception(int code);
+    void mathlib_exception(int code, int function_index, const char* text = nullptr);
+    void special_exception(const char* format, const char* argument);
+    void special_exception(const char* format, char c);
+    void special_exception();
+    void mapper_exception(int code, bool quiet);
+
+    void set_reporter(Reporter* reporter);
+    Reporter* reporter() const { return m_reporter; }
+    Mathematics& mathematics() { return m_math; }
+    ErrorLayer& statistics_layer() { return m_statistics; }
+    ErrorLayer& deviates_layer() { return m_deviates; }
+
+    // --- one-shot scanning for callers outside the engine ------------------------------------
+    // Scans one token of `source`; returns the offset just behind it, or -1 on error or at the end.
+    long get_token(const char* source, std::string& out, char& kind);
+    bool find_token(const char* text, const char* name, char ignored = 0);
+
+    // --- options ----------------------------------------------------------------------------
+    int angle_type() const { return m_angle_type; }
+    void set_angle_type(int type) { m_angle_type = type; }
+    void set_auto_declare(bool on) { m_auto_declare = on; }
+    void set_neg_sqrt(bool on) { m_neg_sqrt = on; }
+    void set_incremental_display(bool on) { m_incremental_display = on; }
+    void set_use_square_brackets(bool on) { m_use_square_brackets = on; }
+    PrecformType& answer_format() { return m_answer_format; }
+    PrecformType& variable_format() { return m_variable_format; }
+
+    bool var_changed() const { return m_var_changed; }
+    bool func_declared() const { return m_func_declared; }
+    bool root_taken() const { return m_root_taken; }
+    bool vars_saved() const { return m_vars_saved; }
+    void set_vars_saved(bool saved) { m_vars_saved = saved; }
+
+    // --- variables ---------------------------------------------------------------------------
+    // An index of -1 means the entry found by the last successful lookup.
+    int find_variable(const char* name);
+    Variable* find_var(const char* name);
+    bool is_variable(const char* name);
+    bool var_assigned(const char* name);
+    bool var_incremented(const char* name);
+    int variable_count() const { return static_cast<int>(m_variables.size()); }
+    const Variable* variable_at(int index) const;
+    complex get_var_value(const char* name);
+    void set_var_value(complex value, const char* name);
+    void set_var_lowlimit(complex value, const char* name);
+    void set_var_hilimit(complex value, const char* name);
+    void set_var_numpoints(long points, const char* name);
+    bool is_var_locked(const char* name);
+    void set_var_lock(const char* name, bool locked);
+    void delete_variable(int index);
+    void delete_all_vars();
+
+    // --- names the evaluator resolves besides variables ---------------------------------------
+    bool is_constant(const char* name) const;
+    bool is_internal_function(const char* name) const;
+
+    // --- formatting ---------------------------------------------------------------------------
+    void stream_answer(complex& value, std::ostringstream& out, int precision, bool as_fraction);
+    void stream_variable(complex& value, std::ostringstream& out, int precision);
+
+    // --- pieces of the scanner, public so that tests can drive them ---------------------------
+    static void remove_end_spaces(std::string& text);
+    static void replace_brackets(std::string& text, int mode);
+    void insert_brackets(std::string& text, int mode);
+    void check_balanced_parens(const std::string& text);
+
+private:
+    // Scanner over m_expression.
+    const char* get_token();
+    void putback();
+    void copy_token(char& kind, std::string& name) const;
+    void copy_token_back(char kind, const std::string& name);
+    void check_valid_input(const std::string& text);
+    bool comma_starts_incremental_declaration();
+    char at(size_t pos) const { return pos < m_expression.size() ? m_expression[pos] : '\0'; }
+    size_t skip_spaces(size_t pos) const;
+    bool token_is(const char* text) const { return m_token == text; }
+
+    // The levels of the descent.
+    void eval_exp0(complex& value, std::ostringstream& out);
+    void declare_variable(complex& value, std::ostringstream& out, const std::string& name);
+    void eval_exp1(complex& value, std::ostringstream& out);
+    void eval_exp2(complex& value, std::ostringstream& out);
+    void eval_exp3(complex& value, std::ostringstream& out);
+    void eval_exp4(complex& value, std::ostringstream& out);
+    void eval_exp5(complex& value, std::ostringstream& out);
+    void eval_exp6(complex& value, std::ostringstream& out);
+    void atom(complex& value, std::ostringstream& out);
+    void atom_name(complex& value, std::ostringstream& out);
+    void atom_number(complex& value, std::ostringstream& out);
+    void get_scientific_value(long double& value);
+    void eval_equality(complex& value, std::ostringstream& out);
+
+    // Operator kernels.
+    complex _pow(complex& z, complex& w);
+    complex _factorial(complex& z);
+    bool compare(char relation, bool flag, const complex& a, const complex& b);
+
+    void enter_nesting();
+    complex checked(const complex& value);
+
+    // A unknown or unusable name, with the message and caption the user sees.
+    void report_unknown_name(const std::string& name);
+    void record_instruction(int code);
+    void init_answer_stream(std::ostringstream& out);
+    void reset();
+    void add_variable(const std::string& name);
+    Variable* variable_for(const char* name);
+
+    // Error layers: the parser's own state and the three lower layers.
+    Mathematics m_math;
+    ErrorLayer m_statistics;
+    ErrorLayer m_deviates;
+    Reporter* m_reporter = nullptr;
+    bool m_error_flag = false;
+    int m_error_code = -1;
+    bool m_silent = false;
+    bool m_solving_map = false;
+    bool m_unknown_name = false;
+    std::optional<std::string> m_last_error;
+
+    // Options copied from the settings.
+    bool m_beep = false;
+    bool m_use_square_brackets = false;
+    bool m_incremental_display = false;
+    int m_angle_type = 0;
+    bool m_auto_declare = false;
+    bool m_declare_args = false;
+    bool m_check_digits = false;
+    bool m_root_taken = false;
+    bool m_neg_sqrt = false;
+
+    // Scanner state, alive during one evaluation.
+    std::string m_expression;
+    size_t m_input_pos = 0;
+    size_t m_input_start = 0;
+    bool m_scanning = false; // false stands for "no text to scan"
+    std::string m_token;
+    char m_token_kind = DELIMITER;
+    std::string m_var_name;
+    bool m_implied_mult = false;
+    bool m_show_equal = false;
+    int m_depth = 0; // nesting of brackets and imaginary factors, bounded so the stack cannot run out
+
+    std::string m_system_library_path;
+    std::string m_user_library_path;
+    PrecformType m_answer_format;
+    PrecformType m_variable_format;
+    std::string m_answer_text;
+
+    bool m_vars_saved = true;
+    bool m_funcs_saved = true;
+    std::vector<std::unique_ptr<Variable>> m_variables;
+    int m_current_variable = -1;
+    bool m_var_changed = false;
+    bool m_func_declared = false;
+    bool m_mapping = false;
+};
+
+} // namespace quorvex::engine

@@ -1,0 +1,265 @@
+// The tokeniser and the checks that refuse what cannot be an expression before evaluation.
+#include "parser.h"
+
+#include "evaluation_aborted.h"
+
+#include <cstring>
+
+namespace quorvex::engine {
+
+namespace {
+
+// The characters that end a name and stand alone as one-character tokens.
+constexpr const char* k_token_delimiters = "!+-<>*/%^=()[]{},;:#$@&?~`'\"|\\ ";
+// Characters that no expression may contain.
+constexpr const char* k_illegal = ";#$@&?~`'\"|";
+constexpr unsigned char k_extra_delimiter = 0x85;
+
+bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_token_delimiter(char c) { return c != '\0' && std::strchr(k_token_delimiters, c) != nullptr; }
+
+} // namespace
+
+size_t Parser::skip_spaces(size_t pos) const {
+    while (is_space(at(pos))) ++pos;
+    return pos;
+}
+
+void Parser::remove_end_spaces(std::string& text) {
+    size_t end = text.size();
+    while (end > 0 && is_space(text[end - 1])) --end;
+    text.resize(end);
+}
+
+void Parser::replace_brackets(std::string& text, int mode) {
+    for (char& c : text) {
+        if (mode == 0) {
+            if (c == '[') c = '(';
+            if (c == ']') c = ')';
+        } else {
+            if (c == '(') c = '[';
+            if (c == ')') c = ']';
+        }
+    }
+}
+
+const char* Parser::get_token() {
+    m_token_kind = DELIMITER;
+    m_token.clear();
+    if (!m_scanning || at(m_input_pos) == '\0') return nullptr;
+    m_input_pos = skip_spaces(m_input_pos);
+    const char c = at(m_input_pos);
+    const char next = at(m_input_pos + 1);
+
+    if (c == '!' || c == '<' || c == '>' || c == '=') {
+        char code = 0;
+        size_t length = 1;
+        if (next == '=') {
+            length = 2;
+            code = c == '!'   ? relational::not_equal
+                   : c == '=' ? relational::equal
+                   : c == '<' ? relational::less_equal
+                              : relational::greater_equal;
+        } else if (c == '<') {
+            code = relational::less;
+        } else if (c == '>') {
+            code = relational::greater;
+        }
+        if (code) {
+            m_token.assign(length, code);
+            m_input_pos += length;
+            return m_token.c_str();
+        }
+    }
+
+    if (is_token_delimiter(c) || static_cast<unsigned char>(c) == k_extra_delimiter) {
+        m_token = c;
+        ++m_input_pos;
+        return m_token.c_str();
+    }
+    if (c == '\0') return m_token.c_str(); // only trailing blanks were left
+
+    if ((is_letter(c) || c == '_') && !(c == 'i' && !is_letter(next))) {
+        // Digits, dots, control characters and bytes from 0x80 up all stay inside a name.
+        size_t end = m_input_pos;
+        while (at(end) != '\0' && !is_token_delimiter(at(end))) ++end;
+        m_token.assign(m_expression, m_input_pos, end - m_input_pos);
+        m_input_pos = end;
+        m_token_kind = VARIABLE;
+        return m_token.c_str();
+    }
+
+    if (is_digit(c) || c == 'i' || c == '.') {
+        m_token_kind = NUMBER;
+        if (c == 'i') {
+            m_token = "i";
+            ++m_input_pos;
+            return m_token.c_str();
+        }
+        // The exponent is never part of the number: the evaluator reads it on its own.
+        bool seen_point = false;
+        for (char d = at(m_input_pos); !Mathematics::is_delim(d) && !is_letter(d); d = at(m_input_pos)) {
+            if (d == '.') {
+                if (seen_point) {
+                    parser_exception(18);
+                    return nullptr;
+                }
+                seen_point = true;
+            }
+            m_token += d;
+            ++m_input_pos;
+        }
+        const char after = at(m_input_pos);
+        if (m_token[0] == '.' && !is_digit(m_token.size() > 1 ? m_token[1] : '\0') &&
+            (Mathematics::is_delim(after) || is_letter(after))) {
+            parser_exception(19);
+            return nullptr;
+        }
+        return m_token.c_str();
+    }
+    // Anything else ends the scan: an empty token that does not advance.
+    return m_token.c_str();
+}
+
+void Parser::putback() {
+    m_input_pos = m_token.size() <= m_input_pos ? m_input_pos - m_token.size() : 0;
+}
+
+void Parser::copy_token(char& kind, std::string& name) const {
+    kind = m_token_kind;
+    name = m_token;
+}
+
+void Parser::copy_token_back(char kind, const std::string& name) {
+    m_token_kind = kind;
+    m_token = name;
+}
+
+void Parser::insert_brackets(std::string& text, int mode) {
+    // The scanner works on m_expression; other texts are scanned in its place for the duration.
+    const bool own_text = &text == &m_expression;
+    std::string saved;
+    if (!own_text) std::swap(saved, m_expression), m_expression = text;
+    const char open = mode == 1 ? '(' : '[';
+    m_input_start = m_input_pos = 0;
+    m_scanning = true;
+    int nesting = 0; // deliberately kept across calls in one line, as a partner search may end at the end
+    while (get_token() && !m_token.empty()) {
+        if (m_token_kind != VARIABLE) continue;
+        const size_t behind = m_input_pos;
+        const bool function = is_internal_function(m_token.c_str());
+        m_input_pos = behind;
+        // A blank between the name and its bracket means no call: "sin (x)" stays as it is.
+        if (!function || at(behind) != open) continue;
+        m_expression[behind] = mode == 1 ? '[' : '(';
+        for (size_t p = behind + 1; p < m_expression.size(); ++p) {
+            const char c = m_expression[p];
+            if (c == '(' || c == '[') {
+                ++nesting;
+            } else if (c == ')' || c == ']') {
+                if (nesting == 0) {
+                    if (mode == 1 && c == ')') m_expression[p] = ']';
+                    if (mode == 0 && c == ']') m_expression[p] = ')';
+                    break;
+                }
+                --nesting;
+            }
+        }
+    }
+    m_input_pos = 0;
+    if (!own_text) text = m_expression, std::swap(saved, m_expression);
+}
+
+void Parser::check_valid_input(const std::string& text) {
+    if (text.empty()) parser_exception(4);
+    if (at(skip_spaces(0)) == '=') parser_exception(11);
+    int depth = 0;
+    for (const char c : text) {
+        if (c != '\0' && std::strchr(k_illegal, c))
+            special_exception("' %c ' is not a legitimate mathematical character!", c);
+        if (c == '[') {
+            ++depth;
+        } else if (c == ']') {
+            --depth;
+        } else if (c == ',' && depth == 0) {
+            if (comma_starts_incremental_declaration()) return;
+            special_exception("A comma ' , ' can only be used to separate function parameters or define an "
+                              "incremental variable!",
+                              nullptr);
+        }
+    }
+}
+
+bool Parser::comma_starts_incremental_declaration() {
+    // A shallow look at the shape "name = number ..., number ..., number": enough to tell an
+    // incremental declaration from a stray comma, whatever the evaluator later makes of it.
+    const size_t saved = m_input_pos;
+    m_input_pos = 0;
+    bool passes = false;
+    if (get_token() && m_token_kind == VARIABLE && get_token() && m_token == "=") {
+        for (int pass = 1; pass <= 3; ++pass) {
+            const bool number = get_token() && m_token_kind == NUMBER;
+            if (pass == 3) passes = number;
+            else if (number) get_token();
+        }
+    }
+    m_input_pos = saved;
+    return passes;
+}
+
+void Parser::check_balanced_parens(const std::string& text) {
+    int round = 0, square = 0;
+    for (const char c : text) {
+        round += c == '(' ? 1 : (c == ')' ? -1 : 0);
+        square += c == '[' ? 1 : (c == ']' ? -1 : 0);
+    }
+    if (round != 0) parser_exception(2);
+    else if (square != 0) parser_exception(30);
+}
+
+long Parser::get_token(const char* source, std::string& out, char& kind) {
+    m_error_flag = false;
+    SetSolvingMap(true);
+    long behind = -1;
+    if (source) {
+        m_expression = source;
+        m_input_start = m_input_pos = 0;
+        m_scanning = true;
+        try {
+            if (get_token() && !m_error_flag) {
+                out = m_token;
+                kind = m_token_kind;
+                behind = static_cast<long>(m_input_pos);
+            }
+        } catch (const EvaluationAborted&) {
+            behind = -1;
+        }
+    }
+    reset();
+    SetSolvingMap(false);
+    return behind;
+}
+
+bool Parser::find_token(const char* text, const char* name, char) {
+    m_error_flag = false;
+    SetSolvingMap(true);
+    bool found = false;
+    if (text && name) {
+        m_expression = text;
+        m_input_start = m_input_pos = 0;
+        m_scanning = true;
+        try {
+            while (!found && get_token() && !m_token.empty() && !m_error_flag)
+                found = m_token_kind == VARIABLE && m_token == name;
+        } catch (const EvaluationAborted&) {
+            found = false;
+        }
+    }
+    reset();
+    SetSolvingMap(false);
+    return found;
+}
+
+} // namespace quorvex::engine

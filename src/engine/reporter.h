@@ -1,0 +1,18 @@
+#pragma once
+#include <string_view>
+
+namespace quorvex::engine {
+
+enum class MessageKind { Warning, Information, Question };
+
+// Everything the engine must tell a user goes through here: the GUI shows a message box,
+// the command line prints, tests record. The engine never shows or prints anything itself.
+class Reporter {
+public:
+    virtual ~Reporter() = default;
+    virtual void report(std::string_view text, std::string_view caption, MessageKind kind) = 0;
+    // The audible signal of a finished answer or declaration; silent unless a front end wants it.
+    virtual void beep() {}
+};
+
+} // namespace quorvex::engine

@@ -1,0 +1,125 @@
+#include "variable.h"
+
+#include <cmath>
+#include <utility>
+
+namespace quorvex::engine {
+
+Variable::Variable(std::string name, complex value, bool assigned) : m_name(std::move(name)) {
+    SetVarLowLimit({0, 0});
+    SetVarHiLimit({0, 0});
+    SetVarNumIncrmnts(0);
+    m_value = value;
+    (void)assigned;
+}
+
+Variable::Variable(std::string name, complex low, complex high, long points) : m_name(std::move(name)) {
+    SetVarLowLimit(low);
+    SetVarHiLimit(high);
+    SetVarNumPoints(points);
+    m_value = low;
+}
+
+void Variable::SetVarValue(complex value) {
+    m_value = value;
+    m_assigned = true;
+}
+
+void Variable::update_increment() {
+    if (m_num_increments == 0) {
+        m_incremented = false;
+        return;
+    }
+    auto n = static_cast<double>(m_num_increments);
+    m_increment = {(m_high.real() - m_low.real()) / n, (m_high.imag() - m_low.imag()) / n};
+    m_incremented = m_low != m_high;
+}
+
+bool Variable::SetVarNumIncrmnts(long n) {
+    if (n < 1) {
+        m_num_increments = 0;
+        m_num_points = 1;
+        m_increment = {0, 0};
+        m_assigned = m_incremented = false;
+        return false;
+    }
+    m_num_increments = n;
+    m_num_points = n + 1;
+    if (m_low != m_high) {
+        update_increment();
+    } else {
+        m_incremented = false;
+    }
+    m_value = m_low;
+    m_assigned = true;
+    return true;
+}
+
+void Variable::SetVarNumPoints(long n) { SetVarNumIncrmnts(n > 1 ? n - 1 : 0); }
+
+bool Variable::SetVarHiLimit(complex high) {
+    if (high == m_high) {
+        // Setting an unchanged limit empties the variable.
+        m_increment = {0, 0};
+        m_assigned = m_incremented = false;
+        return false;
+    }
+    m_high = high;
+    m_value = high;
+    update_increment();
+    m_assigned = true;
+    return true;
+}
+
+bool Variable::SetVarLowLimit(complex low) {
+    if (low == m_low) {
+        m_increment = {0, 0};
+        m_assigned = m_incremented = false;
+        return false;
+    }
+    m_low = low;
+    m_value = low;
+    update_increment();
+    m_assigned = true;
+    return true;
+}
+
+void Variable::ResetIncrement() {
+    if (m_incremented) m_value = m_low;
+}
+
+void Variable::SwapLimits() {
+    std::swap(m_low, m_high);
+    ResetIncrement();
+}
+
+bool Variable::Increment() {
+    if (!m_assigned) {
+        // The first call only positions the variable.
+        m_value = m_low;
+        m_assigned = true;
+        return false;
+    }
+    if (!m_incremented) return false;
+    double tolerance = std::abs(0.1 * m_increment);
+    if (std::abs(m_high - m_value) <= tolerance) return false;
+    // The last step snaps to the limit so that rounding never accumulates past it.
+    if (std::abs(m_value - m_high + m_increment) <= tolerance)
+        m_value = m_high;
+    else
+        m_value += m_increment;
+    return true;
+}
+
+bool Variable::Decrement() {
+    if (!m_incremented) return false;
+    double tolerance = std::abs(0.1 * m_increment);
+    if (std::abs(m_value - m_low) <= tolerance) return false;
+    if (std::abs(m_value - m_low - m_increment) <= tolerance)
+        m_value = m_low;
+    else
+        m_value -= m_increment;
+    return true;
+}
+
+} // namespace quorvex::engine

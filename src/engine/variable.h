@@ -1,0 +1,53 @@
+#pragma once
+#include "complex.h"
+
+#include <string>
+
+namespace quorvex::engine {
+
+// A named value that may also carry a range (low, high, number of points). An incremental
+// variable holds one present value at a time; tools walk it through the range with Increment.
+class Variable {
+public:
+    // Starts without a value whatever `assigned` says: setting the limits to zero clears it.
+    Variable(std::string name, complex value, bool assigned);
+    Variable(std::string name, complex low, complex high, long points);
+
+    const std::string& name() const { return m_name; }
+    bool assigned() const { return m_assigned; }
+    bool incremented() const { return m_incremented; }
+    bool locked() const { return m_locked; }
+    void set_locked(bool locked) { m_locked = locked; }
+    complex value() const { return m_value; }
+    complex low() const { return m_low; }
+    complex high() const { return m_high; }
+    complex increment() const { return m_increment; }
+    long num_increments() const { return m_num_increments; }
+    long num_points() const { return m_num_points; }
+
+    void SetVarValue(complex value);
+    bool SetVarLowLimit(complex low);
+    bool SetVarHiLimit(complex high);
+    bool SetVarNumIncrmnts(long n);
+    void SetVarNumPoints(long n);
+    void ResetIncrement();
+    void SwapLimits();
+    bool Increment();
+    bool Decrement();
+
+private:
+    void update_increment();
+
+    std::string m_name;
+    bool m_assigned = false;
+    complex m_value{0, 0};
+    complex m_low{0, 0};
+    complex m_high{0, 0};
+    complex m_increment{0, 0};
+    long m_num_increments = 0;
+    long m_num_points = 1;
+    bool m_incremented = false;
+    bool m_locked = false;
+};
+
+} // namespace quorvex::engine
