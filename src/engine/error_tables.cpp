@@ -105,8 +105,8 @@ const char* const k_mathlib[] = {
 const char* const k_mapper[] = {
     "Complex data point encountered, data must be real!",
     "Equation mapper is trying to solve an expression that has not been mapped!",
-    "Some algorithms do not support more than 5 recursive calls to functions with data list arguments, "
-    "you are implimenting one of them!",
+    ("Some algorithms do not support more than 5 recursive calls to functions with data list arguments, "
+     "you are implimenting one of them!"),
     "Then integration algorithm could not converge within the specified accuracy to obtain a solution!",
     "Step size is zero in derivative algorithm!",
     "Unrecognized or missing command in expression mapping algorithm!",
@@ -141,8 +141,8 @@ const char* const k_deviates[] = {
 };
 
 const char* const k_statistics[] = {
-    "The number of data points required to perform the Wilks Shiparo normality test must be between 3 and "
-    "100 inclusive!",
+    ("The number of data points required to perform the Wilks Shiparo normality test must be between 3 and "
+     "100 inclusive!"),
     "Alpha for the Wilks Shiparo test is invalid, alpha must be 1,2,5, or 10!",
     "Wilks Shiparo table has been moved or deleted, can not perform this test!",
     "A Wilks Shiparo table has been currupted, can not perform this test!",
