@@ -12,17 +12,6 @@
 
 namespace quorvex::engine {
 
-namespace {
-
-// Truncates to 32 bits without undefined behaviour for values out of range.
-std::int64_t to_int32(long double x) {
-    long double t = std::trunc(x);
-    if (!(t >= -2147483648.0L)) return -2147483648LL;
-    if (t > 2147483647.0L) return 2147483647LL;
-    return static_cast<std::int64_t>(t);
-}
-
-} // namespace
 
 Mathematics::Mathematics() : ErrorLayer(mathematics_messages(), "Mathematics Error") {}
 
@@ -119,25 +108,6 @@ int Mathematics::precision(long double x) {
     return integer_digits + fraction_digits;
 }
 
-bool Mathematics::is_delim(char c) {
-    return (c != '\0' && std::strchr("!+-<>/*%^=()[]{},;:#$@&?~`'\"|\\\t\r ", c) != nullptr) || c == '\0';
-}
-
-bool Mathematics::is_number(const char* text) {
-    if (!text) return false;
-    while (std::isspace(static_cast<unsigned char>(*text))) ++text;
-    if (*text == '+' || *text == '-') ++text;
-    bool further_sign = false;
-    for (; *text; ++text) {
-        char c = *text;
-        if (std::isdigit(static_cast<unsigned char>(c)) || c == '.') continue;
-        if (c == 'i') return text[1] == '\0';
-        if (!is_delim(c)) return false;
-        if (c == '+' || c == '-') further_sign = true;
-    }
-    // A sign inside the text makes sense only for a complex literal such as 1+2i.
-    return !further_sign;
-}
 
 complex Mathematics::complex_add(const complex& a, const complex& b) {
     return {land(lift(a.real()) + lift(b.real())), land(lift(a.imag()) + lift(b.imag()))};
@@ -163,59 +133,5 @@ complex Mathematics::complex_div(const complex& a, const complex& b) {
 }
 
 long double Mathematics::real_sub(long double a, long double b) { return land(lift(a) - lift(b)); }
-
-complex Mathematics::modulus(const complex& a, const complex& b) {
-    if (a.imag() != 0 || b.imag() != 0) {
-        math_exception(1);
-        return {0, 0};
-    }
-    if (!is_integer(a.real()) || !is_integer(b.real())) {
-        math_exception(2);
-        return {0, 0};
-    }
-    std::int64_t divisor = to_int32(b.real());
-    if (divisor == 0) return {0, 0}; // the evaluator refuses a zero divisor before it gets here
-    return {static_cast<double>(to_int32(a.real()) % divisor), 0};
-}
-
-Fraction Mathematics::DecToFrac(long double x, long double tolerance, int& status) {
-    status = 1;
-    Fraction result;
-    if (numsigfig(x) > 14) {
-        status = 4;
-        return result;
-    }
-    long double magnitude = std::fabs(lift(x));
-    long double whole = trunc(magnitude);
-    long double rest = trunc_toprec(real_sub(magnitude, whole), 14);
-    if (rest > 0 && rest < 5e-10L) {
-        status = 2;
-        return result;
-    }
-    // Continued-fraction convergents h/k of the rest, kept while they fit the display limits.
-    std::int64_t h_prev = 1, h_prev2 = 0, k_prev = 0, k_prev2 = 1;
-    long double r = rest;
-    for (int step = 0; step < 100; ++step) {
-        long double a = std::floor(r);
-        if (a > 4294967295.0L) break;
-        auto ai = static_cast<std::int64_t>(a);
-        std::int64_t h = ai * h_prev + h_prev2;
-        std::int64_t k = ai * k_prev + k_prev2;
-        if (h > 2147483648LL || k > 4294967295LL) break;
-        h_prev2 = h_prev, h_prev = h, k_prev2 = k_prev, k_prev = k;
-        long double left = r - a;
-        if (std::fabs(static_cast<long double>(h) / static_cast<long double>(k) - rest) < tolerance ||
-            left <= 0)
-            break;
-        r = 1.0L / left;
-    }
-    if (k_prev == 0) return result;
-    if (whole * static_cast<long double>(k_prev) > 9.0e18L) return result; // no 64-bit numerator
-    result.denominator = k_prev;
-    result.numerator = static_cast<std::int64_t>(whole) * k_prev + h_prev;
-    if (x < 0) result.numerator = -result.numerator;
-    status = 0;
-    return result;
-}
 
 } // namespace quorvex::engine

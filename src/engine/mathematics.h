@@ -33,7 +33,9 @@ public:
 
     // Text classifiers; all skip leading white space and one sign.
     static bool is_delim(char c);
-    static bool is_number(const char* text);
+    static bool is_number(const char* text);  // digits and operators; "i" only last (1+2i)
+    static bool is_integer(const char* text); // digits up to a delimiter, no letter
+    static bool is_real(const char* text);    // digits, a point, an exponent
 
     // Arithmetic through decimal text.
     complex complex_add(const complex& a, const complex& b);
@@ -42,6 +44,11 @@ public:
     complex complex_div(const complex& a, const complex& b);
     long double real_sub(long double a, long double b);
     complex modulus(const complex& a, const complex& b);
+    // On the values truncated to 32 bits, as the integer functions of the language define them.
+    static long double gcd(long double a, long double b);
+    static long double lcm(long double a, long double b);
+    // Digits of x in `base` (2 to 16), at least one digit; also stored in `text` when given.
+    static std::string basecon(long double x, long double base, std::string* text = nullptr);
     std::string real_string(long double x, int digits);
 
     // Nearest fraction of x; status 0 success, 2 too small, 4 too many digits, 1 failure.
