@@ -95,6 +95,35 @@ public:
     void set_var_lock(const char* name, bool locked);
     void delete_variable(int index);
     void delete_all_vars();
+    bool is_variable(int index) { return variable_at(index) != nullptr; }
+    bool var_assigned(int index);
+    bool var_incremented(int index);
+    int max_var_length() const;
+    const char* get_var_name(int index) const;
+    complex get_var_lowlimit(const char* name);
+    complex get_var_lowlimit(int index);
+    complex get_var_hilimit(const char* name);
+    complex get_var_hilimit(int index);
+    complex get_var_increment(const char* name);
+    complex get_var_increment(int index);
+    long get_var_numpoints(const char* name);
+    long get_var_numpoints(int index);
+    void switch_vars(int first, int second);
+    void move_var(int from, int to);
+
+    // Variable texts, owned by the Parser until the next call of the same family.
+    const char* get_var_value(int index, int precision);
+    const char* get_var_value(const char* name, int precision);
+    const char* get_var_inc_str_value(int index, int precision);
+    const char* get_var_str_value(const char* name, int precision, bool definition);
+    const char* get_var_str_value(int index, int precision, bool definition);
+    const char* get_var_str(int index, int precision, bool definition);
+    size_t get_var_str_value_len(const char* name, int precision, bool definition);
+    size_t get_var_str_value_len(int index, int precision, bool definition);
+    // Undoes the value-and-range text: returns the part behind the last "(" with the increment
+    // cut off, or the text unchanged when it holds no range.
+    static char* get_var_dec_value(char* text);
+    void init_variable_stream(std::ostringstream& out);
 
     // --- names the evaluator resolves besides variables ---------------------------------------
     bool is_constant(const char* name) const;
@@ -152,6 +181,7 @@ private:
     void reset();
     void add_variable(const std::string& name);
     Variable* variable_for(const char* name);
+    Variable* mutable_variable_at(int index);
 
     // Error layers: the parser's own state and the three lower layers.
     Mathematics m_math;
@@ -193,6 +223,7 @@ private:
     PrecformType m_answer_format;
     PrecformType m_variable_format;
     std::string m_answer_text;
+    std::string m_variable_text;
 
     bool m_vars_saved = true;
     bool m_funcs_saved = true;

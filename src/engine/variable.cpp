@@ -122,4 +122,82 @@ bool Variable::Decrement() {
     return true;
 }
 
+void Variable::StreamVariable(const complex& value, std::ostringstream& out, int precision) {
+    if (precision > 0) out.precision(precision);
+    if (precision == 0) out.precision(1);
+    if (value.real() == 0 && value.imag() == 0) {
+        out << 0.0L;
+        return;
+    }
+    if (value.real() != 0) out << value.real();
+    if (value.imag() != 0) {
+        if (value.imag() > 0 && value.real() != 0) out << '+';
+        if (value.imag() < 0) out << '-';
+        const double magnitude = std::fabs(value.imag());
+        if (magnitude != 1) {
+            const auto flags = out.flags();
+            out.unsetf(std::ios::showpos);
+            out << magnitude;
+            out.flags(flags);
+        }
+        out << 'i';
+    }
+}
+
+void Variable::GetVarValueStr(std::ostringstream& out, int precision, bool show_range) const {
+    if (!m_assigned) {
+        out << '?';
+        return;
+    }
+    StreamVariable(m_value, out, precision);
+    if (!(show_range && m_incremented)) return;
+    out << " (";
+    StreamVariable(m_low, out, precision);
+    out << ',';
+    StreamVariable(m_high, out, precision);
+    out << ',' << m_num_points << ',';
+    StreamVariable(m_increment, out, precision);
+    out << ')';
+}
+
+void Variable::GetVarDefStr(std::ostringstream& out, int precision, bool show_range) const {
+    if (!m_assigned) {
+        out << '?';
+        return;
+    }
+    if (!(show_range && m_incremented)) {
+        StreamVariable(m_value, out, precision);
+        return;
+    }
+    StreamVariable(m_low, out, precision);
+    out << ',';
+    StreamVariable(m_high, out, precision);
+    out << ',' << m_num_points;
+}
+
+void Variable::GetVarIncValueStr(std::ostringstream& out, int precision) const {
+    if (!m_incremented) {
+        out << "0,0,0";
+        return;
+    }
+    StreamVariable(m_low, out, precision);
+    out << ',';
+    StreamVariable(m_high, out, precision);
+    out << ',' << m_num_points;
+}
+
+const char* Variable::GetVarValueStr(int precision, bool show_range) {
+    std::ostringstream out;
+    GetVarValueStr(out, precision, show_range);
+    m_value_text = out.str();
+    return m_value_text.c_str();
+}
+
+const char* Variable::GetVarIncValueStr(int precision) {
+    std::ostringstream out;
+    GetVarIncValueStr(out, precision);
+    m_value_text = out.str();
+    return m_value_text.c_str();
+}
+
 } // namespace quorvex::engine

@@ -1,6 +1,7 @@
 #pragma once
 #include "complex.h"
 
+#include <sstream>
 #include <string>
 
 namespace quorvex::engine {
@@ -35,10 +36,20 @@ public:
     bool Increment();
     bool Decrement();
 
+    // Text forms; an unassigned variable shows "?". The stream forms write with the stream's
+    // own flags, so the caller decides the number format.
+    const char* GetVarValueStr(int precision, bool show_range);
+    const char* GetVarIncValueStr(int precision);
+    void GetVarValueStr(std::ostringstream& out, int precision, bool show_range) const;
+    void GetVarIncValueStr(std::ostringstream& out, int precision) const;
+    void GetVarDefStr(std::ostringstream& out, int precision, bool show_range) const;
+    static void StreamVariable(const complex& value, std::ostringstream& out, int precision);
+
 private:
     void update_increment();
 
     std::string m_name;
+    std::string m_value_text; // last text made by GetVarValueStr or GetVarIncValueStr
     bool m_assigned = false;
     complex m_value{0, 0};
     complex m_low{0, 0};

@@ -71,3 +71,45 @@ TEST(ParserVariables, LookupIsExactAndRemembersTheLastHit) {
     EXPECT_EQ(parser.variable_count(), 2);
     EXPECT_EQ(parser.variable_at(0)->name(), "Alpha");
 }
+
+TEST(VariableText, PlainRangedAndUnassignedForms) {
+    Parser parser;
+    parser.set_incremental_display(true);
+    parser.eval_exp("x = 0, 10, 5", true, true, false);
+    parser.eval_exp("y = 1/3", true, true, false);
+    parser.eval_exp("z = 2-i", true, true, false);
+    parser.set_auto_declare(true);
+    parser.eval_exp("u", true, true, false);
+    EXPECT_STREQ(parser.get_var_str_value("x", -1, false), "0 (0,10,5,2.5)");
+    EXPECT_STREQ(parser.get_var_str_value("x", -1, true), "0,10,5");
+    EXPECT_STREQ(parser.get_var_inc_str_value(0, 14), "0,10,5");
+    EXPECT_STREQ(parser.get_var_str(1, 5, false), "y = 0.33333");
+    EXPECT_STREQ(parser.get_var_str_value("z", -1, false), "2-i");
+    EXPECT_STREQ(parser.get_var_inc_str_value(2, 14), "0,0,0");
+    EXPECT_STREQ(parser.get_var_str_value("u", -1, false), "?");
+    EXPECT_EQ(parser.get_var_str_value_len("z", -1, false), 4u);
+    parser.set_incremental_display(false);
+    EXPECT_STREQ(parser.get_var_str_value("x", -1, false), "0");
+
+    char text[] = "0 (0,10,5,2.5)";
+    EXPECT_STREQ(Parser::get_var_dec_value(text), "0,10,5");
+    char plain[] = "42";
+    EXPECT_STREQ(Parser::get_var_dec_value(plain), "42");
+}
+
+TEST(ParserVariables, ReorderingKeepsEveryEntry) {
+    Parser parser;
+    for (const char* line : {"a = 1", "bb = 2", "ccc = 3"}) parser.eval_exp(line, true, true, false);
+    EXPECT_EQ(parser.max_var_length(), 3);
+    parser.switch_vars(0, 2);
+    EXPECT_STREQ(parser.get_var_name(0), "ccc");
+    EXPECT_STREQ(parser.get_var_name(2), "a");
+    parser.move_var(0, 2); // ccc to the end: bb, a, ccc
+    EXPECT_STREQ(parser.get_var_name(0), "bb");
+    EXPECT_STREQ(parser.get_var_name(1), "a");
+    EXPECT_STREQ(parser.get_var_name(2), "ccc");
+    parser.move_var(1, -1);
+    EXPECT_STREQ(parser.get_var_name(1), "a");
+    EXPECT_EQ(parser.get_var_numpoints("a"), 1);
+    EXPECT_EQ(parser.get_var_increment(0), complex(0, 0));
+}
