@@ -17,6 +17,9 @@ const char* usage_text() {
            "      --precision N   significant digits of answers, 1 to 14 (default 14)\n"
            "      --format dec|sci  decimal or scientific notation (default dec)\n"
            "      --fraction      show answers as fractions where possible\n"
+           "      --zero TOL      answer parts smaller than TOL show as 0 (default 1e-12)\n"
+           "      --point         always show the decimal point\n"
+           "      --sign          write + in front of positive answers\n"
            "  -h, --help          show this text\n"
            "      --version       show the version\n"
            "\n"
@@ -75,6 +78,20 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             }
         } else if (arg == "--fraction") {
             options.fraction = true;
+        } else if (arg == "--zero") {
+            const char* text = value_of(i, "--zero");
+            if (!text) return std::nullopt;
+            char* end = nullptr;
+            const float tolerance = std::strtof(text, &end);
+            if (*text == '\0' || *end != '\0' || !(tolerance >= 0) || tolerance > 1) {
+                error = "--zero takes a tolerance from 0 to 1, such as 1e-20";
+                return std::nullopt;
+            }
+            options.zero_tolerance = tolerance;
+        } else if (arg == "--point") {
+            options.point = true;
+        } else if (arg == "--sign") {
+            options.sign = true;
         } else if (arg == "-h" || arg == "--help") {
             options.help = true;
         } else if (arg == "--version") {

@@ -13,6 +13,9 @@ struct CliOptions {
     std::optional<int> precision;
     int format = 0; // 0 decimal, 1 scientific
     bool fraction = false;
+    std::optional<float> zero_tolerance; // answer parts below it show as 0
+    bool point = false;                  // always show the decimal point
+    bool sign = false;                   // write + on positive answers
     bool help = false;
     bool version = false;
 };

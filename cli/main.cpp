@@ -75,6 +75,9 @@ int main(int argc, char** argv) {
     parser.set_angle_type(options->angle_type);
     parser.answer_format().format = options->format;
     if (options->precision) parser.answer_format().precision = *options->precision;
+    if (options->zero_tolerance) parser.answer_format().zero_precision = *options->zero_tolerance;
+    parser.answer_format().dec_point = options->point;
+    parser.answer_format().lead_sign = options->sign;
 
     quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);
     bool all_ok = true;
