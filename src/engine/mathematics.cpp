@@ -54,8 +54,8 @@ bool Mathematics::is_integer(long double x) { return std::isfinite(x) && round(x
 bool Mathematics::is_even(long double x) { return is_integer(x) && Fmod(x, 2) == 0; }
 
 complex& Mathematics::round_zero(complex& z, long double tolerance) {
-    long double re = std::fabs(static_cast<long double>(z.real()));
-    long double im = std::fabs(static_cast<long double>(z.imag()));
+    const long double re = real_abs(z.real());
+    const long double im = real_abs(z.imag());
     if (re >= tolerance || im >= tolerance) {
         if (re < tolerance) z.real(0);
         if (im < tolerance) z.imag(0);
@@ -66,14 +66,8 @@ complex& Mathematics::round_zero(complex& z, long double tolerance) {
 }
 
 long double Mathematics::round_zero(long double& x, long double tolerance) {
-    if (std::fabs(x) < tolerance) x = 0;
+    if (real_abs(x) < tolerance) x = 0;
     return x;
-}
-
-std::string Mathematics::real_string(long double x, int digits) {
-    char text[96];
-    std::snprintf(text, sizeof text, "%.*LE", digits, lift(x));
-    return text;
 }
 
 long double Mathematics::trunc_toprec(long double x, int digits) {
@@ -109,29 +103,5 @@ int Mathematics::precision(long double x) {
 }
 
 
-complex Mathematics::complex_add(const complex& a, const complex& b) {
-    return {land(lift(a.real()) + lift(b.real())), land(lift(a.imag()) + lift(b.imag()))};
-}
-
-complex Mathematics::complex_sub(const complex& a, const complex& b) {
-    return {land(lift(a.real()) - lift(b.real())), land(lift(a.imag()) - lift(b.imag()))};
-}
-
-complex Mathematics::complex_mult(const complex& a, const complex& b) {
-    long double ar = lift(a.real()), ai = lift(a.imag()), br = lift(b.real()), bi = lift(b.imag());
-    return {land(ar * br - ai * bi), land(ar * bi + ai * br)};
-}
-
-complex Mathematics::complex_div(const complex& a, const complex& b) {
-    long double ar = lift(a.real()), ai = lift(a.imag()), br = lift(b.real()), bi = lift(b.imag());
-    long double d2 = br * br + bi * bi;
-    if (d2 == 0) {
-        math_exception(0);
-        return {0, 0};
-    }
-    return {land((ar * br + ai * bi) / d2), land((br * ai - ar * bi) / d2)};
-}
-
-long double Mathematics::real_sub(long double a, long double b) { return land(lift(a) - lift(b)); }
 
 } // namespace quorvex::engine

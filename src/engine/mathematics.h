@@ -42,13 +42,26 @@ public:
     complex complex_sub(const complex& a, const complex& b);
     complex complex_mult(const complex& a, const complex& b);
     complex complex_div(const complex& a, const complex& b);
-    long double real_sub(long double a, long double b);
+    long double real_add(long double a, long double b, std::string* text = nullptr);
+    long double real_sub(long double a, long double b, std::string* text = nullptr);
+    long double real_mult(long double a, long double b, std::string* text = nullptr);
+    long double real_div(long double a, long double b, std::string* text = nullptr);
+    long double real_abs(long double a, std::string* text = nullptr);
+    // The same on operands that are decimal text already.
+    long double char_add(const char* a, const char* b, std::string* text = nullptr);
+    long double char_sub(const char* a, const char* b, std::string* text = nullptr);
+    long double char_mult(const char* a, const char* b, std::string* text = nullptr);
+    long double char_div(const char* a, const char* b, std::string* text = nullptr);
+    long double char_abs(const char* a, std::string* text = nullptr);
+    // Logarithm of z to a real base: log10(z) / log10(base), both parts.
+    complex logarithm(const complex& z, long double base);
     complex modulus(const complex& a, const complex& b);
     // On the values truncated to 32 bits, as the integer functions of the language define them.
     static long double gcd(long double a, long double b);
     static long double lcm(long double a, long double b);
     // Digits of x in `base` (2 to 16), at least one digit; also stored in `text` when given.
     static std::string basecon(long double x, long double base, std::string* text = nullptr);
+    // x as it enters the decimal layer, written with `digits` digits after the point.
     std::string real_string(long double x, int digits);
 
     // Nearest fraction of x; status 0 success, 2 too small, 4 too many digits, 1 failure.
