@@ -11,7 +11,7 @@ struct ComplexDecimal {
     Decimal<D> re;
     Decimal<D> im;
 
-    static ComplexDecimal lift(long double real, long double imaginary) {
+    static ComplexDecimal lift(double real, double imaginary) {
         return {Decimal<D>::lift(real), Decimal<D>::lift(imaginary)};
     }
     bool is_real() const { return im.is_zero(); }

@@ -3,6 +3,7 @@
 
 #include <boost/multiprecision/cpp_dec_float.hpp>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace quorvex::number {
 
@@ -49,6 +51,23 @@ public:
     static Decimal from_text(std::string_view text) { return Decimal(Value(canonical_decimal(text))); }
 
     // A binary value enters through its 14-significant-digit text, so its noise stays outside.
+    // The digits come from to_chars and go straight into the mantissa, which is what every
+    // operator of the engine pays for twice.
+    static Decimal lift(double x) {
+        if (!std::isfinite(x) || x == 0) return Decimal();
+        char text[32];
+        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, 13);
+        long long mantissa = 0;
+        const char* p = text;
+        const bool negative = *p == '-';
+        if (negative) ++p;
+        for (; p < written.ptr && *p != 'e'; ++p)
+            if (*p != '.') mantissa = mantissa * 10 + (*p - '0');
+        const int exponent = std::atoi(p + 1) - 13;
+        Value value(negative ? -mantissa : mantissa);
+        value *= power_of_ten(exponent);
+        return Decimal(std::move(value));
+    }
     static Decimal lift(long double x) {
         if (!std::isfinite(x)) return Decimal();
         char text[64];
@@ -63,11 +82,26 @@ public:
 
     // Scientific text with `places` digits after the point, rounded half away from zero.
     std::string to_text(int places) const {
+        char text[48];
+        if (places >= 0 && places <= 17) return std::string(text, write_rounded(text, places));
         return round_scientific(m_value.str(k_exact_digits, std::ios_base::scientific), places);
     }
     // The way back into binary: through 15 significant digits.
-    double to_double() const { return std::strtod(to_text(14).c_str(), nullptr); }
-    long double to_long_double() const { return std::strtold(to_text(14).c_str(), nullptr); }
+    double to_double() const {
+        char text[48];
+        const size_t length = write_rounded(text, 14);
+        double result = 0;
+        const auto parsed = std::from_chars(text, text + length, result);
+        // from_chars leaves the value alone when the text overflows a double.
+        if (parsed.ec == std::errc::result_out_of_range)
+            return std::strtod(std::string(text, length).c_str(), nullptr);
+        return result;
+    }
+    long double to_long_double() const {
+        char text[48];
+        text[write_rounded(text, 14)] = '\0';
+        return std::strtold(text, nullptr);
+    }
 
     const Value& value() const { return m_value; }
 
@@ -118,6 +152,62 @@ public:
     }
 
 private:
+    // 10^k, exact; the common range is built once and kept.
+    static const Value& power_of_ten(int k) {
+        static const std::vector<Value> table = [] {
+            std::vector<Value> powers;
+            for (int e = -k_table_limit; e <= k_table_limit; ++e) powers.emplace_back("1e" + std::to_string(e));
+            return powers;
+        }();
+        if (k >= -k_table_limit && k <= k_table_limit) return table[static_cast<size_t>(k + k_table_limit)];
+        thread_local Value other;
+        other = Value("1e" + std::to_string(k));
+        return other;
+    }
+
+    // Writes the value rounded half away from zero to places + 1 significant digits as
+    // "d.dddE+n" into `text` (room for 48 characters); returns the length. Works on the exact
+    // digits: scaling by a power of ten is exact in a decimal type.
+    size_t write_rounded(char* text, int places) const {
+        char* out = text;
+        if (m_value.is_zero()) {
+            *out++ = '0';
+            if (places > 0) {
+                *out++ = '.';
+                for (int i = 0; i < places; ++i) *out++ = '0';
+            }
+            *out++ = 'E', *out++ = '+', *out++ = '0';
+            return static_cast<size_t>(out - text);
+        }
+        long long order = m_value.backend().order();
+        const Value magnitude = boost::multiprecision::abs(m_value);
+        const Value scaled = magnitude * power_of_ten(static_cast<int>(places - order));
+        const Value whole = boost::multiprecision::trunc(scaled);
+        unsigned long long digits = whole.template convert_to<unsigned long long>();
+        if (scaled - whole >= Value(0.5)) ++digits;
+        static constexpr unsigned long long k_limits[] = {
+            10ULL, 100ULL, 1000ULL, 10000ULL, 100000ULL, 1000000ULL, 10000000ULL, 100000000ULL,
+            1000000000ULL, 10000000000ULL, 100000000000ULL, 1000000000000ULL, 10000000000000ULL,
+            100000000000000ULL, 1000000000000000ULL, 10000000000000000ULL, 100000000000000000ULL,
+            1000000000000000000ULL};
+        if (digits >= k_limits[places]) { // 9.99...5 rounded up to 10.00...
+            digits /= 10;
+            ++order;
+        }
+        if (m_value.sign() < 0) *out++ = '-';
+        char reversed[20];
+        int count = 0;
+        for (int i = 0; i <= places; ++i, digits /= 10) reversed[count++] = static_cast<char>('0' + digits % 10);
+        *out++ = reversed[--count];
+        if (places > 0) *out++ = '.';
+        while (count > 0) *out++ = reversed[--count];
+        *out++ = 'E';
+        *out++ = order < 0 ? '-' : '+';
+        const auto exponent = std::to_chars(out, text + 48, order < 0 ? -order : order);
+        return static_cast<size_t>(exponent.ptr - text);
+    }
+
+    static constexpr int k_table_limit = 400;
     static constexpr int k_exact_digits = std::numeric_limits<Value>::max_digits10 + 8;
     static constexpr int k_factorial_limit = 3000;
     Value m_value{0};
