@@ -63,7 +63,10 @@ public:
         if (negative) ++p;
         for (; p < written.ptr && *p != 'e'; ++p)
             if (*p != '.') mantissa = mantissa * 10 + (*p - '0');
-        const int exponent = std::atoi(p + 1) - 13;
+        int exponent = 0;
+        const char* digits = p + 1 + (p[1] == '+'); // from_chars takes a minus sign, not a plus
+        std::from_chars(digits, written.ptr, exponent);
+        exponent -= 13;
         Value value(negative ? -mantissa : mantissa);
         value *= power_of_ten(exponent);
         return Decimal(std::move(value));
