@@ -39,8 +39,7 @@ Fraction Mathematics::DecToFrac(long double x, long double tolerance, int& statu
     }
     if (k_prev == 0) return result;
     if (whole * static_cast<long double>(k_prev) > 9.0e18L) return result; // no 64-bit numerator
-    result.denominator = k_prev;
-    result.numerator = static_cast<std::int64_t>(whole) * k_prev + h_prev;
+    result = Fraction{static_cast<std::int64_t>(whole) * k_prev, k_prev} + Fraction{h_prev, k_prev};
     if (x < 0) result.numerator = -result.numerator;
     status = 0;
     return result;

@@ -75,3 +75,36 @@ TEST(Mathematics, IntegerFunctions) {
     math.modulus(complex(7, 1), complex(2, 0));
     EXPECT_STREQ(math.GetLastError(), "Modulus Operator ' % ' Can Not Be Used With Complex Numbers!");
 }
+
+TEST(Mathematics, DecimalRoundTripsHandBackTheirText) {
+    Mathematics math;
+    math.set_silent(true);
+    std::string text;
+    EXPECT_EQ(math.real_add(0.1L, 0.2L, &text), 0.3L);
+    EXPECT_EQ(text, "3.00000000000000E-1");
+    EXPECT_EQ(math.char_mult("1.0000000000001", "1.05", &text), math.real_mult(1.0000000000001L, 1.05L));
+    EXPECT_EQ(text, "1.05000000000011E+0");
+    EXPECT_EQ(math.char_div("1", "3"), math.real_div(1, 3));
+    EXPECT_EQ(math.real_abs(-2.5L), 2.5L);
+    EXPECT_EQ(math.char_abs("-7"), 7.0L);
+    EXPECT_EQ(math.real_string(1.0L / 3.0L, 14), "3.33333333333330E-1"); // enters at 14 digits
+    EXPECT_EQ(math.trunc_toprec(2.0L / 3.0L, 3), 0.6667L); // 3 digits behind the first
+    math.set_solving_map(true);
+    EXPECT_EQ(math.real_div(1, 0), 0);
+    EXPECT_STREQ(math.GetLastError(), "Division By Zero Encountered!");
+    EXPECT_EQ(math.complex_div(complex(1, 1), complex(0, 0)), complex(0, 0));
+    const complex log100 = math.logarithm(complex(100, 0), 10);
+    EXPECT_EQ(log100, complex(2, 0));
+    EXPECT_EQ(math.logarithm(complex(8, 0), 2), complex(3, 0));
+}
+
+TEST(Mathematics, FractionsOfDecimals) {
+    Mathematics math;
+    int status = -1;
+    EXPECT_EQ(math.DecToFrac(0.75, 1e-12L, status), (Fraction{3, 4}));
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(math.DecToFrac(-2.5, 1e-12L, status), (Fraction{-5, 2}));
+    EXPECT_EQ(math.DecToFrac(1.0 / 7.0, 1e-12L, status), (Fraction{1, 7}));
+    math.DecToFrac(3 + 1e-11, 1e-12L, status);
+    EXPECT_EQ(status, 2);
+}
