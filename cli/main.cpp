@@ -3,6 +3,7 @@
 #include "line_evaluator.h"
 
 #include "engine/parser.h"
+#include "functions/builtin_functions.h"
 
 #include <editline/readline.h>
 #include <unistd.h>
@@ -70,7 +71,7 @@ int main(int argc, char** argv) {
     }
 
     StderrReporter reporter;
-    quorvex::engine::Parser parser;
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
     parser.set_reporter(&reporter);
     parser.set_angle_type(options->angle_type);
     parser.answer_format().format = options->format;

@@ -2,6 +2,7 @@
 
 #include "error_tables.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdint>
@@ -90,15 +91,20 @@ int Mathematics::numsigfig(long double x) {
 }
 
 int Mathematics::precision(long double x) {
-    // Counted on the value as it enters the decimal layer, so binary noise adds no digits.
-    char text[512];
-    std::snprintf(text, sizeof text, "%.20Lf", std::fabs(lift(x)));
-    const char* point = std::strchr(text, '.');
-    int integer_digits = point ? static_cast<int>(point - text) : static_cast<int>(std::strlen(text));
-    if (integer_digits == 1 && text[0] == '0') integer_digits = 0;
-    int fraction_digits = 0;
-    for (int i = 1; point && point[i]; ++i)
-        if (point[i] != '0') fraction_digits = i;
+    // Counted on the 14-digit text the value enters the decimal layer with, so binary noise
+    // adds no digits: integer digits plus digits behind the point, at most 20 of those.
+    char text[64];
+    std::snprintf(text, sizeof text, "%.14Le", std::fabs(x));
+    int mantissa_digits = 0, last_nonzero = 0;
+    const char* p = text;
+    for (; *p && *p != 'e'; ++p) {
+        if (*p < '0' || *p > '9') continue;
+        ++mantissa_digits;
+        if (*p != '0') last_nonzero = mantissa_digits;
+    }
+    const int exponent = *p == 'e' ? std::atoi(p + 1) : 0;
+    const int integer_digits = exponent >= 0 ? exponent + 1 : 0;
+    const int fraction_digits = std::min(20, std::max(0, last_nonzero - (exponent + 1)));
     return integer_digits + fraction_digits;
 }
 

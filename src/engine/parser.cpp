@@ -9,8 +9,8 @@
 
 namespace quorvex::engine {
 
-Parser::Parser(std::string system_dir, std::string user_dir)
-    : m_statistics(statistics_messages(), "Statistics Error"), m_deviates(deviates_messages(), "Deviate Error"),
+Parser::Parser(const BuiltinTable* builtins, std::string system_dir, std::string user_dir)
+    : m_builtins(builtins), m_statistics(statistics_messages(), "Statistics Error"), m_deviates(deviates_messages(), "Deviate Error"),
       m_system_library_path(std::move(system_dir) + "Quorvex.lib"),
       m_user_library_path(std::move(user_dir) + "QuorvexUser.lib") {}
 
@@ -36,6 +36,7 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     if (text) m_expression = text;
     m_error_code = -1;
     m_root_taken = false;
+    m_check_digits = false;
     SetSilentMode(silent);
     m_show_equal = show_equal;
     ClearLastError();
@@ -89,8 +90,27 @@ void Parser::record_instruction(int code) {
     (void)code;
 }
 
-bool Parser::is_constant(const char*) const { return false; }
+int Parser::internal_function(const char* name) const {
+    return m_builtins && name ? m_builtins->function_index(name) : -1;
+}
 
-bool Parser::is_internal_function(const char*) const { return false; }
+const char* Parser::get_function_name(int index) const {
+    return m_builtins ? m_builtins->function_name(index) : nullptr;
+}
+
+int Parser::constant_index(const char* name) const {
+    return m_builtins && name ? m_builtins->constant_index(name) : -1;
+}
+
+const char* Parser::get_constant_name(int index) const {
+    return m_builtins ? m_builtins->constant_name(index) : "";
+}
+
+long double Parser::get_constant_value(const char* name) {
+    const int index = constant_index(name);
+    if (index < 0) return 0;
+    record_instruction(LOAD_CONSTANT);
+    return m_builtins->constant_value(index);
+}
 
 } // namespace quorvex::engine

@@ -1,4 +1,5 @@
 #pragma once
+#include "builtin_table.h"
 #include "complex.h"
 #include "error_layer.h"
 #include "instruction_code.h"
@@ -22,7 +23,7 @@ namespace quorvex::engine {
 // document owns one Parser. Not re-entrant: one evaluation at a time.
 class Parser {
 public:
-    Parser(std::string system_dir = {}, std::string user_dir = {});
+    explicit Parser(const BuiltinTable* builtins = nullptr, std::string system_dir = {}, std::string user_dir = {});
     ~Parser();
     Parser(const Parser&) = delete;
     Parser& operator=(const Parser&) = delete;
@@ -71,6 +72,7 @@ public:
     PrecformType& answer_format() { return m_answer_format; }
     PrecformType& variable_format() { return m_variable_format; }
 
+    bool show_equal() const { return m_show_equal; }
     bool var_changed() const { return m_var_changed; }
     bool func_declared() const { return m_func_declared; }
     bool root_taken() const { return m_root_taken; }
@@ -126,8 +128,59 @@ public:
     void init_variable_stream(std::ostringstream& out);
 
     // --- names the evaluator resolves besides variables ---------------------------------------
-    bool is_constant(const char* name) const;
-    bool is_internal_function(const char* name) const;
+    const BuiltinTable* builtins() const { return m_builtins; }
+    int internal_function(const char* name) const;
+    bool is_internal_function(const char* name) const { return internal_function(name) >= 0; }
+    const char* get_function_name(int index) const;
+    int constant_index(const char* name) const;
+    bool is_constant(const char* name) const { return constant_index(name) >= 0; }
+    const char* get_constant_name(int index) const;
+    long double get_constant_value(const char* name);
+
+    // --- what a built-in entry uses to read its parameters -------------------------------------
+    // The token stands on the first token of a parameter on entry; commas are consumed, and the
+    // token behind the last parameter is left in place. Codes are those of the function-library
+    // messages; `function` is the caller's row index.
+    const std::string& token() const { return m_token; }
+    char token_kind() const { return m_token_kind; }
+    void next_token() { get_token(); }
+    void read_expression(complex& value, std::ostringstream& out) { eval_exp1(value, out); }
+    void set_check_digits(bool on) { m_check_digits = on; }
+    void get_one_par(std::ostringstream& out, complex& a, int function);
+    void get_two_pars(std::ostringstream& out, complex& a, complex& b, int function);
+    void get_three_pars(std::ostringstream& out, complex& a, complex& b, complex& c, int function);
+    void get_four_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, int function);
+    void get_five_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, complex& e,
+                       int function);
+    void get_one_real_par(std::ostringstream& out, complex& a, int function);
+    void get_two_real_pars(std::ostringstream& out, complex& a, complex& b, int function);
+    void get_three_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, int function);
+    void get_four_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, int function);
+    void get_five_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, complex& e,
+                            int function);
+    void get_two_real_pos_pars(std::ostringstream& out, complex& a, complex& b, int function);
+    void check_no_right_bracket(int code, int function);
+    void check_right_bracket(int code, int function);
+    void check_no_right_brace(int code, int function);
+    void check_left_brace(int code, int function);
+    void check_comma(int code, int function);
+    void check_no_comma(int code, int function);
+    void check_no_other_parameter(int code, int function);
+    void check_more(int code, int function);
+    bool check_no_imag_compnts(int code, int function, const complex& a, const complex& b = {},
+                               const complex& c = {}, const complex& d = {}, const complex& e = {});
+    bool check_pos_integers(int function, const complex& a, const complex& b);
+    // A whole-line entry (RTOP, PTOR, BASECON) must be the line: it begins it, and after its
+    // parameters nothing but the closing bracket is left.
+    bool line_begins_with(const char* name) const;
+    bool at_last_bracket() const;
+    void record_instruction(int code);
+
+    // --- kernels behind the operators; also used by built-in entries -----------------------------
+    complex _pow(complex& z, complex& w);
+    complex _factorial(complex& z);
+    void set_root_taken() { m_root_taken = true; }
+    bool neg_sqrt() const { return m_neg_sqrt; }
 
     // --- formatting ---------------------------------------------------------------------------
     void stream_answer(complex& value, std::ostringstream& out, int precision, bool as_fraction);
@@ -166,9 +219,6 @@ private:
     void get_scientific_value(long double& value);
     void eval_equality(complex& value, std::ostringstream& out);
 
-    // Operator kernels.
-    complex _pow(complex& z, complex& w);
-    complex _factorial(complex& z);
     bool compare(char relation, bool flag, const complex& a, const complex& b);
 
     void enter_nesting();
@@ -176,7 +226,6 @@ private:
 
     // A unknown or unusable name, with the message and caption the user sees.
     void report_unknown_name(const std::string& name);
-    void record_instruction(int code);
     void init_answer_stream(std::ostringstream& out);
     void reset();
     void add_variable(const std::string& name);
@@ -184,6 +233,7 @@ private:
     Variable* mutable_variable_at(int index);
 
     // Error layers: the parser's own state and the three lower layers.
+    const BuiltinTable* m_builtins;
     Mathematics m_math;
     ErrorLayer m_statistics;
     ErrorLayer m_deviates;

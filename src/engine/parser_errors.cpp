@@ -76,9 +76,8 @@ void Parser::parser_exception(int code) {
 void Parser::mathlib_exception(int code, int function_index, const char* text) {
     m_error_flag = true;
     m_error_code = code;
-    // The function's name comes from the built-in table; until a name is known it is empty.
-    (void)function_index;
-    const char* name = "";
+    const char* known = function_index >= 0 ? get_function_name(function_index) : nullptr;
+    const char* name = known ? known : "";
     const char* row = mathlib_messages()[static_cast<size_t>(code)];
     // Formatted before last_error is replaced, since `text` may be the last error itself.
     std::string message = (text && *text) ? format_text(row, text, name) : format_text(row, name);

@@ -257,7 +257,7 @@ void Parser::atom(complex& value, std::ostringstream& out) {
         parser_exception(1);
 }
 
-void Parser::atom_name(complex& value, std::ostringstream&) {
+void Parser::atom_name(complex& value, std::ostringstream& out) {
     const std::string name = m_token;
     const size_t bracket = skip_spaces(m_input_pos);
     if (at(bracket) == '[') {
@@ -275,13 +275,22 @@ void Parser::atom_name(complex& value, std::ostringstream&) {
             special_exception("The '%s' is missing a right function bracket ] or parenthesis!", name.c_str());
         if (at(p) == ']' && at(skip_spaces(p + 1)) == '=')
             special_exception("The '%s' function can not be redefined!", name.c_str());
-        // Calls of built-in functions are resolved here once the function table is present.
-        special_exception("' %s ' can not be identified as a function!", name.c_str());
+        const int function = internal_function(name.c_str());
+        if (function < 0) {
+            special_exception("' %s ' can not be identified as a function!", name.c_str());
+            return;
+        }
+        get_token(); // the "["
+        get_token(); // the first token of the parameters
+        value = m_builtins->call(function, *this, out);
+        if (m_token != "]") parser_exception(3);
+        get_token();
+        if (m_token == "(" || m_token_kind == VARIABLE || m_token_kind == NUMBER) m_implied_mult = true;
         return;
     }
 
     if (is_constant(name.c_str())) {
-        record_instruction(LOAD_CONSTANT);
+        value = complex(static_cast<double>(get_constant_value(name.c_str())), 0);
     } else if (Variable* variable = find_var(name.c_str())) {
         if (variable->locked())
             special_exception("Variable ' %s ' has been temporarily locked by another running process!",

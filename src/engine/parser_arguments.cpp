@@ -1,0 +1,133 @@
+// How a built-in entry reads its parameters: full expressions separated by commas, with a check
+// and a message of its own for every way a call can be malformed.
+#include "parser.h"
+
+#include <cctype>
+#include <strings.h>
+
+namespace quorvex::engine {
+
+void Parser::check_no_right_bracket(int code, int function) {
+    if (m_token == "]" || m_token.empty()) mathlib_exception(code, function);
+}
+void Parser::check_right_bracket(int code, int function) {
+    if (m_token != "]") mathlib_exception(code, function);
+}
+void Parser::check_no_right_brace(int code, int function) {
+    if (m_token == "}" || m_token.empty()) mathlib_exception(code, function);
+}
+void Parser::check_left_brace(int code, int function) {
+    if (m_token != "{") mathlib_exception(code, function);
+}
+void Parser::check_comma(int code, int function) {
+    if (m_token != ",") mathlib_exception(code, function);
+}
+void Parser::check_no_comma(int code, int function) {
+    if (m_token == ",") mathlib_exception(code, function);
+}
+void Parser::check_no_other_parameter(int code, int function) {
+    if (m_token == ",") mathlib_exception(code, function);
+}
+void Parser::check_more(int code, int function) {
+    if (m_token.empty()) mathlib_exception(code, function);
+}
+
+bool Parser::check_no_imag_compnts(int code, int function, const complex& a, const complex& b, const complex& c,
+                                   const complex& d, const complex& e) {
+    if (a.imag() == 0 && b.imag() == 0 && c.imag() == 0 && d.imag() == 0 && e.imag() == 0) return false;
+    mathlib_exception(code, function);
+    return true;
+}
+
+bool Parser::check_pos_integers(int function, const complex& a, const complex& b) {
+    for (const complex& z : {a, b}) {
+        if (z.real() < 0 || !Mathematics::is_integer(z.real())) {
+            mathlib_exception(19, function);
+            return true;
+        }
+    }
+    return false;
+}
+
+void Parser::get_one_par(std::ostringstream& out, complex& a, int function) {
+    check_no_right_bracket(3, function);
+    eval_exp1(a, out);
+    check_no_other_parameter(8, function);
+}
+
+namespace {
+// Codes for a missing parameter, by the number of parameters the function takes.
+constexpr int k_missing_code[] = {0, 3, 4, 5, 6, 7};
+} // namespace
+
+// Reads `count` parameters, each a full expression, with the checks between them.
+static void read_parameters(Parser& parser, std::ostringstream& out, complex* const* values, int count,
+                            int function) {
+    const int missing = k_missing_code[count];
+    for (int i = 0; i < count; ++i) {
+        parser.check_no_right_bracket(i == 0 ? 2 : missing, function);
+        parser.read_expression(*values[i], out);
+        if (i + 1 == count) break;
+        parser.check_no_right_bracket(missing, function);
+        parser.check_comma(1, function);
+        parser.next_token();
+        parser.check_no_comma(9, function);
+    }
+}
+
+void Parser::get_two_pars(std::ostringstream& out, complex& a, complex& b, int function) {
+    complex* values[] = {&a, &b};
+    read_parameters(*this, out, values, 2, function);
+}
+void Parser::get_three_pars(std::ostringstream& out, complex& a, complex& b, complex& c, int function) {
+    complex* values[] = {&a, &b, &c};
+    read_parameters(*this, out, values, 3, function);
+}
+void Parser::get_four_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, int function) {
+    complex* values[] = {&a, &b, &c, &d};
+    read_parameters(*this, out, values, 4, function);
+}
+void Parser::get_five_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, complex& e,
+                           int function) {
+    complex* values[] = {&a, &b, &c, &d, &e};
+    read_parameters(*this, out, values, 5, function);
+}
+
+void Parser::get_one_real_par(std::ostringstream& out, complex& a, int function) {
+    get_one_par(out, a, function);
+    check_no_imag_compnts(13, function, a);
+}
+void Parser::get_two_real_pars(std::ostringstream& out, complex& a, complex& b, int function) {
+    get_two_pars(out, a, b, function);
+    check_no_imag_compnts(13, function, a, b);
+}
+void Parser::get_three_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, int function) {
+    get_three_pars(out, a, b, c, function);
+    check_no_imag_compnts(13, function, a, b, c);
+}
+void Parser::get_four_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d,
+                                int function) {
+    get_four_pars(out, a, b, c, d, function);
+    check_no_imag_compnts(13, function, a, b, c, d);
+}
+void Parser::get_five_real_pars(std::ostringstream& out, complex& a, complex& b, complex& c, complex& d, complex& e,
+                                int function) {
+    get_five_pars(out, a, b, c, d, e, function);
+    check_no_imag_compnts(13, function, a, b, c, d, e);
+    check_no_other_parameter(8, function);
+}
+void Parser::get_two_real_pos_pars(std::ostringstream& out, complex& a, complex& b, int function) {
+    get_two_pars(out, a, b, function);
+    if (!check_no_imag_compnts(13, function, a, b)) check_pos_integers(function, a, b);
+}
+
+bool Parser::line_begins_with(const char* name) const {
+    const size_t start = skip_spaces(m_input_start);
+    const size_t length = std::char_traits<char>::length(name);
+    return m_expression.size() >= start + length &&
+           strncasecmp(m_expression.c_str() + start, name, length) == 0;
+}
+
+bool Parser::at_last_bracket() const { return m_token == "]" && at(skip_spaces(m_input_pos)) == '\0'; }
+
+} // namespace quorvex::engine
