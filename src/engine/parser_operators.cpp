@@ -1,5 +1,8 @@
-// The kernels behind the operators ^, ! and the relational chain.
+// The kernels behind the operators ^, ! and the relational chain, computed in decimal at 21
+// digits and brought back through 15 significant digits.
 #include "parser.h"
+
+#include "number/complex_decimal.h"
 
 #include <cmath>
 
@@ -7,51 +10,68 @@ namespace quorvex::engine {
 
 namespace {
 
-bool is_real(const complex& z) { return z.imag() == 0 || std::fabs(z.imag()) <= 1e-14; }
+using number::ComplexDecimal21;
+using number::Decimal21;
 
-int compare_parts(long double a, long double b) { return a < b ? -1 : (a > b ? 1 : 0); }
+bool nearly_real(const complex& z) { return z.imag() == 0 || std::fabs(z.imag()) <= 1e-14; }
+
+ComplexDecimal21 lift21(const complex& z) { return ComplexDecimal21::lift(z.real(), z.imag()); }
+
+complex land(const ComplexDecimal21& z) { return {z.re.to_double(), z.im.to_double()}; }
+
+complex exp21(const complex& z) { return land(number::exp(lift21(z))); }
+
+complex negated(const complex& z) { return {0.0 - z.real(), 0.0 - z.imag()}; }
 
 } // namespace
 
 complex Parser::_pow(complex& z, complex& w) {
     // A real even root such as x^0.5 has a second, negative value.
     bool even_root = false;
-    if (is_real(z) && is_real(w) && w.real() > 0 && w.real() <= 0.5) {
+    if (nearly_real(z) && nearly_real(w) && w.real() > 0 && w.real() <= 0.5) {
         const double r = 1.0 / w.real();
-        if (std::fabs(std::round(r) - r) < 1e-12 && Mathematics::is_even(std::round(r))) {
+        if (std::fabs(Mathematics::round(r) - r) < 1e-12 && Mathematics::is_even(Mathematics::round(r))) {
             m_root_taken = true;
             even_root = true;
         }
     }
-    const long double base = Mathematics::lift(z.real());
-    const long double power = Mathematics::lift(w.real());
+    const bool negate_root = m_neg_sqrt && even_root;
     complex result;
     if (z.imag() == 0 && w.imag() == 0) {
-        if (base == 0 && power < 0) {
-            m_math.math_exception(0);
-            return {0, 0};
+        const bool integer_power = Mathematics::is_integer(w.real());
+        if (z.real() == 0) {
+            // Zero to a negative power is a division by zero; to a positive one it is zero.
+            if (w.real() < 0) {
+                m_math.math_exception(0);
+                return {0, 0};
+            }
+            return w.real() == 0 ? complex(1, 0) : complex(0, 0);
         }
-        if (!Mathematics::is_integer(power) && base < 0) {
-            // An odd root of a negative number is real and negative: (-8)^(1/3) is -2.
-            long double magnitude = std::pow(-base, power);
-            if (!Mathematics::is_even(power)) magnitude = -magnitude;
-            result = complex(Mathematics::land(magnitude), 0);
+        if (!integer_power && z.real() > 0) {
+            const long double exponent = m_math.real_mult(w.real(), std::log(static_cast<long double>(z.real())));
+            result = exp21(complex(static_cast<double>(exponent), 0));
+        } else if (!integer_power) {
+            // An odd root of a negative number is real and negative: (-8)^(1/3) is -2, and
+            // (-4)^0.5 is -2 as well. The caller's operand becomes positive on the way.
+            z = negated(z);
+            complex logarithm;
+            ComplexDecimal21 natural;
+            number::log(natural, lift21(z));
+            logarithm = land(natural);
+            result = exp21(m_math.complex_mult(w, logarithm));
+            if (!Mathematics::is_even(w.real())) result = negated(result);
         } else {
-            result = complex(Mathematics::land(std::pow(base, power)), 0);
+            result = land(ComplexDecimal21{number::pow(Decimal21::lift(z.real()), Decimal21::lift(w.real())), {}});
         }
     } else {
-        const std::complex<long double> zl(base, Mathematics::lift(z.imag()));
-        const std::complex<long double> wl(power, Mathematics::lift(w.imag()));
-        if (zl == std::complex<long double>(0, 0)) {
-            if (wl.real() > 0) return {0, 0};
+        ComplexDecimal21 power;
+        if (number::pow(power, lift21(z), lift21(w)) != 0) {
             m_math.math_exception(0);
             return {0, 0};
         }
-        const std::complex<long double> r = std::pow(zl, wl);
-        result = complex(Mathematics::land(r.real()), Mathematics::land(r.imag()));
+        result = land(power);
     }
-    if (m_neg_sqrt && even_root) result = -result;
-    return result;
+    return negate_root ? negated(result) : result;
 }
 
 complex Parser::_factorial(complex& z) {
@@ -67,25 +87,21 @@ complex Parser::_factorial(complex& z) {
         parser_exception(17);
         return {0, 0};
     }
-    long double product = 1;
-    for (int k = 2; k <= static_cast<int>(z.real()); ++k) product *= k;
-    return {Mathematics::land(product), 0};
+    return {Decimal21::lift(z.real()).factorial().to_double(), 0};
 }
 
 bool Parser::compare(char relation, bool flag, const complex& a, const complex& b) {
     if (!flag) return false; // a chain that failed once stays false
-    // Both sides enter at 14 significant digits, so 0.1+0.2 == 0.3 holds.
-    const int re = compare_parts(Mathematics::lift(a.real()), Mathematics::lift(b.real()));
-    const int im = compare_parts(Mathematics::lift(a.imag()), Mathematics::lift(b.imag()));
-    // A partial order on the parts: values that differ in opposite directions are neither
-    // greater nor less.
+    // Both sides enter at 14 significant digits, so 0.1+0.2 == 0.3 holds. Complex values are
+    // ordered part by part: values that differ in opposite directions are neither greater nor less.
+    const ComplexDecimal21 x = lift21(a), y = lift21(b);
     switch (relation) {
-    case relational::equal: return re == 0 && im == 0;
-    case relational::not_equal: return !(re == 0 && im == 0);
-    case relational::greater: return re >= 0 && im >= 0 && re + im > 0;
-    case relational::greater_equal: return re >= 0 && im >= 0;
-    case relational::less: return re <= 0 && im <= 0 && re + im < 0;
-    case relational::less_equal: return re <= 0 && im <= 0;
+    case relational::equal: return number::eq(x, y);
+    case relational::not_equal: return number::neq(x, y);
+    case relational::greater: return number::gt(x, y);
+    case relational::greater_equal: return number::ge(x, y);
+    case relational::less: return number::lt(x, y);
+    case relational::less_equal: return number::le(x, y);
     default: return false;
     }
 }
