@@ -21,7 +21,10 @@ bool LineEvaluator::run(const std::string& line) {
     const char* answer = m_parser.eval_exp(line.c_str(), true, true, m_options.fraction);
     const bool failed = m_parser.IsAnError();
     const char* message = failed ? m_parser.GetLastError() : nullptr;
-    const std::string error_text = std::string("error: ") + (message ? message : "evaluation failed");
+    std::string error_text = std::string("error: ") + (message ? message : "evaluation failed");
+    // One output line per input line: a message that spans lines is joined with a blank.
+    for (char& c : error_text)
+        if (c == '\n' || c == '\r') c = ' ';
     if (m_options.answers) {
         if (failed) {
             m_out << error_text << '\n';
