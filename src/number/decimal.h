@@ -50,25 +50,36 @@ public:
     // Never throws: anything that is not a number reads as far as it goes, or as zero.
     static Decimal from_text(std::string_view text) { return Decimal(Value(canonical_decimal(text))); }
 
-    // A binary value enters through its 14-significant-digit text, so its noise stays outside.
-    // The digits come from to_chars and go straight into the mantissa, which is what every
-    // operator of the engine pays for twice.
+    // A binary value enters through 14 significant digits, so its noise stays outside. The
+    // digits are those of the shortest text that reads back as the same double (the number the
+    // user wrote, where a user wrote it), rounded half away from zero like every other rounding
+    // of the engine, and they go straight into the mantissa: every operator pays for this twice.
     static Decimal lift(double x) {
         if (!std::isfinite(x) || x == 0) return Decimal();
         char text[32];
-        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, 13);
-        long long mantissa = 0;
+        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific);
         const char* p = text;
         const bool negative = *p == '-';
         if (negative) ++p;
-        for (; p < written.ptr && *p != 'e'; ++p)
-            if (*p != '.') mantissa = mantissa * 10 + (*p - '0');
+        long long mantissa = 0;
+        int digits = 0;
+        bool round_up = false;
+        for (; p < written.ptr && *p != 'e'; ++p) {
+            if (*p == '.') continue;
+            if (digits < 14) {
+                mantissa = mantissa * 10 + (*p - '0');
+                ++digits;
+            } else if (digits++ == 14) {
+                round_up = *p >= '5';
+            }
+        }
         int exponent = 0;
-        const char* digits = p + 1 + (p[1] == '+'); // from_chars takes a minus sign, not a plus
-        std::from_chars(digits, written.ptr, exponent);
-        exponent -= 13;
+        const char* exponent_digits = p + 1 + (p[1] == '+'); // from_chars takes a minus sign, not a plus
+        std::from_chars(exponent_digits, written.ptr, exponent);
+        const int kept = digits < 14 ? digits : 14;
+        if (round_up) ++mantissa; // 99999999999999 + 1 is still exact: the scale below handles it
         Value value(negative ? -mantissa : mantissa);
-        value *= power_of_ten(exponent);
+        value *= power_of_ten(exponent - (kept - 1));
         return Decimal(std::move(value));
     }
     static Decimal lift(long double x) {
