@@ -35,6 +35,10 @@ TEST(DecimalText, RoundTripThroughFifteenDigitsRemovesBinaryNoise) {
     EXPECT_EQ((Decimal14::lift(1.0000000000001) * Decimal14::lift(1.05)).to_text(14), "1.05000000000011E+0");
     EXPECT_EQ(Decimal14::lift(0.1 + 0.2).to_text(-1), "3E-1"); // 14 digits hide the binary tail
     EXPECT_EQ(Decimal14::lift(1.0 / 0.0).to_text(0), "0E+0");
+    // A tie at the 15th digit goes away from zero, as the number was written.
+    EXPECT_EQ(Decimal14::lift(123456789012345.0).to_text(-1), "1.2345678901235E+14");
+    EXPECT_EQ(Decimal14::lift(-99999999999999.5).to_text(-1), "-1E+14");
+    EXPECT_EQ(Decimal14::lift(5e-324).to_text(-1), "5E-324");
     EXPECT_EQ(Decimal21::from(Decimal50::from_text("0.12345678901234567890123")).to_text(-1),
               "1.2345678901234567890123E-1");
 }
