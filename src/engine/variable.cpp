@@ -20,6 +20,25 @@ Variable::Variable(std::string name, complex low, complex high, long points) : m
     m_value = low;
 }
 
+Variable::Variable(const Variable& other)
+    : m_name(other.m_name), m_assigned(other.m_assigned), m_value(other.m_value), m_low(other.m_low),
+      m_high(other.m_high), m_increment(other.m_increment), m_num_increments(other.m_num_increments),
+      m_num_points(other.m_num_points), m_incremented(other.m_incremented), m_locked(false) {}
+
+Variable& Variable::operator=(const Variable& other) {
+    if (this == &other) return *this;
+    m_name = other.m_name;
+    m_low = other.m_low;
+    m_high = other.m_high;
+    m_num_increments = other.m_num_increments;
+    m_increment = other.m_increment;
+    m_incremented = other.m_incremented;
+    m_value = other.m_value;
+    m_assigned = other.m_assigned;
+    m_value_text.clear();
+    return *this;
+}
+
 void Variable::SetVarValue(complex value) {
     m_value = value;
     m_assigned = true;

@@ -13,6 +13,11 @@ public:
     // Starts without a value whatever `assigned` says: setting the limits to zero clears it.
     Variable(std::string name, complex value, bool assigned);
     Variable(std::string name, complex low, complex high, long points);
+    // A copy carries the value and the range, but no text, and it is never locked.
+    Variable(const Variable& other);
+    // Assignment leaves the target's point count and lock as they were: only a copy made
+    // whole starts from the source's count.
+    Variable& operator=(const Variable& other);
 
     const std::string& name() const { return m_name; }
     bool assigned() const { return m_assigned; }

@@ -113,3 +113,20 @@ TEST(ParserVariables, ReorderingKeepsEveryEntry) {
     EXPECT_EQ(parser.get_var_numpoints("a"), 1);
     EXPECT_EQ(parser.get_var_increment(0), complex(0, 0));
 }
+
+TEST(Variable, CopiesCarryTheRangeButAssignmentKeepsCountAndLock) {
+    Variable ranged("r", complex(0, 0), complex(10, 0), 5);
+    ranged.set_locked(true);
+    const Variable copy(ranged);
+    EXPECT_EQ(copy.num_points(), 5);
+    EXPECT_FALSE(copy.locked());
+    EXPECT_TRUE(copy.incremented());
+
+    Variable target("t", complex(0, 0), complex(1, 0), 3);
+    target.set_locked(true);
+    target = ranged;
+    EXPECT_EQ(target.name(), "r");
+    EXPECT_EQ(target.num_increments(), 4);
+    EXPECT_EQ(target.num_points(), 3); // left as it was
+    EXPECT_TRUE(target.locked());
+}
