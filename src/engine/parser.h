@@ -172,6 +172,10 @@ public:
     bool check_pos_integers(int function, const complex& a, const complex& b);
     // A whole-line entry (RTOP, PTOR, BASECON) must be the line: it begins it, and after its
     // parameters nothing but the closing bracket is left.
+    // A data list in braces, "{1, 2, 3}", or the name of a data file in braces. The token stands
+    // on "{" on entry and behind "}" afterwards.
+    void get_data(std::ostringstream& out, std::vector<long double>& list, int function);
+    void get_comline_data(std::ostringstream& out, std::vector<long double>& list, int function);
     bool line_begins_with(const char* name) const;
     bool at_last_bracket() const;
     void record_instruction(int code);
@@ -180,6 +184,8 @@ public:
     complex _pow(complex& z, complex& w);
     complex _factorial(complex& z);
     void set_root_taken() { m_root_taken = true; }
+    // The mode of few points of variable data is shaky; the user may turn this warning off.
+    void warn_insignificant_mode();
     bool neg_sqrt() const { return m_neg_sqrt; }
 
     // --- formatting ---------------------------------------------------------------------------
@@ -255,6 +261,7 @@ private:
     bool m_check_digits = false;
     bool m_root_taken = false;
     bool m_neg_sqrt = false;
+    bool m_mode_warning = true;
 
     // Scanner state, alive during one evaluation.
     std::string m_expression;

@@ -131,3 +131,63 @@ bool Parser::line_begins_with(const char* name) const {
 bool Parser::at_last_bracket() const { return m_token == "]" && at(skip_spaces(m_input_pos)) == '\0'; }
 
 } // namespace quorvex::engine
+
+namespace quorvex::engine {
+
+void Parser::get_data(std::ostringstream& out, std::vector<long double>& list, int function) {
+    check_left_brace(12, function);
+    check_no_right_brace(10, function);
+    // The raw text of the braces. The byte right behind "{" is taken unseen, so "{}" runs on
+    // past its brace to the end of the text.
+    size_t end = m_input_pos;
+    if (at(end) != '\0') ++end;
+    while (at(end) != '\0' && at(end) != '}') ++end;
+    if (at(end) == '\0') {
+        mathlib_exception(12, function);
+        return;
+    }
+    const char behind = at(end + 1);
+    if (behind != ']' && behind != ',') {
+        mathlib_exception(11, function);
+        return;
+    }
+    const std::string inside = m_expression.substr(m_input_pos, end - m_input_pos);
+    get_token();
+    const bool names_a_file = inside.find_first_of(":\\") != std::string::npos ||
+                              (inside.find('.') != std::string::npos && inside.find(',') == std::string::npos &&
+                               m_token_kind == VARIABLE);
+    if (names_a_file) {
+        // Reading data files arrives with the data-file reader.
+        std::string name = inside;
+        remove_end_spaces(name);
+        mathlib_exception(15, function, name.c_str());
+        return;
+    }
+    get_comline_data(out, list, function);
+    get_token();
+}
+
+void Parser::get_comline_data(std::ostringstream& out, std::vector<long double>& list, int function) {
+    bool first = true;
+    while (m_token != "}") {
+        check_no_right_bracket(11, function);
+        complex point;
+        eval_exp1(point, out);
+        check_no_imag_compnts(14, function, point);
+        list.push_back(point.real());
+        if (first) check_no_right_brace(10, function); // a list holds two points at least
+        first = false;
+        check_no_right_bracket(11, function);
+        if (m_token != "}") {
+            check_more(0, function);
+            check_comma(1, function);
+            get_token();
+            check_no_comma(9, function);
+            check_no_right_brace(9, function);
+        }
+        record_instruction(196);
+        if (IsAnError()) return; // an error reported without unwinding ends the list
+    }
+}
+
+} // namespace quorvex::engine

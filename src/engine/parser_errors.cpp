@@ -111,6 +111,16 @@ void Parser::mapper_exception(int code, bool quiet) {
     SetSolvingMap(false);
 }
 
+void Parser::warn_insignificant_mode() {
+    if (m_statistics.silent() || !m_mode_warning || !m_reporter) return;
+    const bool again = m_reporter->ask(
+        "You are using a statistically insignificant number of data points to compute the mode with variable "
+        "data, therefore the results may be inaccurate.\r\n\r\n If you do not want to see this message again, "
+        "click the no button.",
+        "Statistics Warning");
+    if (!again) m_mode_warning = false;
+}
+
 void Parser::report_unknown_name(const std::string& name) {
     m_unknown_name = true;
     m_error_flag = true;

@@ -11,6 +11,11 @@ class Reporter {
 public:
     virtual ~Reporter() = default;
     virtual void report(std::string_view text, std::string_view caption, MessageKind kind) = 0;
+    // A question with Yes and No; true for Yes. A front end that cannot ask reports and says Yes.
+    virtual bool ask(std::string_view text, std::string_view caption) {
+        report(text, caption, MessageKind::Question);
+        return true;
+    }
     // The audible signal of a finished answer or declaration; silent unless a front end wants it.
     virtual void beep() {}
 };

@@ -62,6 +62,7 @@ engine::complex not_available(engine::Parser& parser, std::ostringstream&, int f
 Entry entry_for(int function) {
     if (Entry entry = scalar_entry(function)) return entry;
     if (Entry entry = logic_entry(function)) return entry;
+    if (Entry entry = list_entry(function)) return entry;
     return not_available;
 }
 

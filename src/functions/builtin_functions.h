@@ -25,5 +25,6 @@ const BuiltinFunctions& builtin_functions();
 // The entries, by family; each table row points at one of them.
 Entry scalar_entry(int function);
 Entry logic_entry(int function);
+Entry list_entry(int function);
 
 } // namespace quorvex::functions
