@@ -76,32 +76,23 @@ bool Variable::SetVarNumIncrmnts(long n) {
 
 void Variable::SetVarNumPoints(long n) { SetVarNumIncrmnts(n > 1 ? n - 1 : 0); }
 
-bool Variable::SetVarHiLimit(complex high) {
-    if (high == m_high) {
+bool Variable::set_limit(complex& limit, complex value) {
+    if (value == limit) {
         // Setting an unchanged limit empties the variable.
         m_increment = {0, 0};
         m_assigned = m_incremented = false;
         return false;
     }
-    m_high = high;
-    m_value = high;
+    limit = value;
+    m_value = value;
     update_increment();
     m_assigned = true;
     return true;
 }
 
-bool Variable::SetVarLowLimit(complex low) {
-    if (low == m_low) {
-        m_increment = {0, 0};
-        m_assigned = m_incremented = false;
-        return false;
-    }
-    m_low = low;
-    m_value = low;
-    update_increment();
-    m_assigned = true;
-    return true;
-}
+bool Variable::SetVarHiLimit(complex high) { return set_limit(m_high, high); }
+
+bool Variable::SetVarLowLimit(complex low) { return set_limit(m_low, low); }
 
 void Variable::ResetIncrement() {
     if (m_incremented) m_value = m_low;

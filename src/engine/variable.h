@@ -52,6 +52,7 @@ public:
 
 private:
     void update_increment();
+    bool set_limit(complex& limit, complex value);
 
     std::string m_name;
     std::string m_value_text; // last text made by GetVarValueStr or GetVarIncValueStr
