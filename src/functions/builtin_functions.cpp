@@ -63,6 +63,7 @@ Entry entry_for(int function) {
     if (Entry entry = scalar_entry(function)) return entry;
     if (Entry entry = logic_entry(function)) return entry;
     if (Entry entry = list_entry(function)) return entry;
+    if (Entry entry = distribution_entry(function)) return entry;
     return not_available;
 }
 

@@ -26,5 +26,6 @@ const BuiltinFunctions& builtin_functions();
 Entry scalar_entry(int function);
 Entry logic_entry(int function);
 Entry list_entry(int function);
+Entry distribution_entry(int function);
 
 } // namespace quorvex::functions

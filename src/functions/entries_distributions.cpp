@@ -1,0 +1,167 @@
+// Entries of the distributions and of the normal-distribution helpers ERF, ERFC, NORDIST,
+// NORPROB, NORMX and ZSCORE.
+#include "builtin_functions.h"
+#include "builtin_index.h"
+#include "distributions.h"
+#include "engine/parser.h"
+#include "statistics.h"
+
+#include <boost/math/distributions/normal.hpp>
+#include <boost/math/special_functions/erf.hpp>
+
+namespace quorvex::functions {
+
+namespace {
+
+using engine::complex;
+using engine::Parser;
+using Out = std::ostringstream;
+
+complex to_value(Parser& p, int f, std::optional<long double> value) {
+    if (!value) {
+        p.mathlib_exception(58, f);
+        return {0, 0};
+    }
+    return {static_cast<double>(*value), 0};
+}
+
+complex distribution(Parser& p, Out& out, int f) {
+    complex x, a, b;
+    if (distributions::shape_count(distributions::family_of(f)) == 1)
+        p.get_two_real_pars(out, x, a, f);
+    else
+        p.get_three_real_pars(out, x, a, b, f);
+    p.check_no_other_parameter(8, f);
+    if (p.check_no_imag_compnts(13, f, x, a, b)) return {0, 0};
+    if (const auto code = distributions::broken_limit(f, x.real(), a.real(), b.real())) {
+        p.mathlib_exception(*code, f);
+        return {0, 0};
+    }
+    p.record_instruction(127 + (f - BETACDF));
+    return to_value(p, f, distributions::evaluate(f, x.real(), a.real(), b.real()));
+}
+
+complex error_function(Parser& p, Out& out, int f) {
+    complex x;
+    p.get_one_real_par(out, x, f);
+    p.record_instruction(f == ERF ? 105 : 106);
+    const long double v = x.real();
+    return {static_cast<double>(f == ERF ? boost::math::erf(v) : boost::math::erfc(v)), 0};
+}
+
+long double normal(Parser& p, int f, long double mean, long double sd, distributions::Kind kind, long double x) {
+    if (sd <= 0) {
+        p.mathlib_exception(55, f);
+        return 0;
+    }
+    const boost::math::normal_distribution<long double> d(mean, sd);
+    if (kind == distributions::Kind::Pdf) return boost::math::pdf(d, x);
+    if (kind == distributions::Kind::Cdf) return boost::math::cdf(d, x);
+    return boost::math::quantile(d, x);
+}
+
+// NORDIST[x, mean, sd]: the normal density.
+complex nordist(Parser& p, Out& out, int f) {
+    complex x, m, s;
+    p.get_three_real_pars(out, x, m, s, f);
+    p.check_no_other_parameter(8, f);
+    p.record_instruction(90);
+    return {static_cast<double>(normal(p, f, m.real(), s.real(), distributions::Kind::Pdf, x.real())), 0};
+}
+
+// The two shapes: numbers, or a list whose mean and spread stand in for the last two numbers.
+// Returns how many numbers were read; the list shape fills mean and sd from the data.
+int two_shapes(Parser& p, Out& out, int f, int numbers, int after_list, complex* values, long double& mean,
+               long double& sd) {
+    if (p.token() == "{") {
+        DataList list;
+        p.get_data(out, list, f);
+        p.check_no_right_bracket(3, f);
+        for (int i = 0; i < after_list; ++i) {
+            p.check_comma(1, f);
+            p.next_token();
+            p.check_no_comma(9, f);
+            p.check_no_right_bracket(3, f);
+            p.read_expression(values[i], out);
+        }
+        if (!list.empty()) mean = statistics::mean(list), sd = statistics::spread(list);
+        return after_list;
+    }
+    if (numbers == 3)
+        p.get_three_real_pars(out, values[0], values[1], values[2], f);
+    else
+        p.get_four_real_pars(out, values[0], values[1], values[2], values[3], f);
+    mean = values[numbers - 2].real();
+    sd = values[numbers - 1].real();
+    return numbers;
+}
+
+// NORPROB[a, b, mean, sd] or NORPROB[{list}, a, b]: the probability of a value between a and b.
+complex norprob(Parser& p, Out& out, int f) {
+    complex v[4];
+    long double mean = 0, sd = 0;
+    const bool list = p.token() == "{";
+    two_shapes(p, out, f, 4, 2, v, mean, sd);
+    p.check_no_other_parameter(8, f);
+    if (p.check_no_imag_compnts(13, f, v[0], v[1])) return {0, 0};
+    p.record_instruction(list ? 92 : 91);
+    const long double high = normal(p, f, mean, sd, distributions::Kind::Cdf, v[1].real());
+    return {static_cast<double>(high - normal(p, f, mean, sd, distributions::Kind::Cdf, v[0].real())), 0};
+}
+
+// NORMX[p, mean, sd] or NORMX[{list}, p]: the value below which the probability p lies.
+complex normx(Parser& p, Out& out, int f) {
+    complex v[3];
+    long double mean = 0, sd = 0;
+    const bool list = p.token() == "{";
+    two_shapes(p, out, f, 3, 1, v, mean, sd);
+    p.check_no_other_parameter(8, f);
+    if (p.check_no_imag_compnts(13, f, v[0])) return {0, 0};
+    if (v[0].real() > 1) {
+        p.mathlib_exception(32, f);
+        return {0, 0};
+    }
+    if (v[0].real() < 0) {
+        p.mathlib_exception(41, f);
+        return {0, 0};
+    }
+    if (sd <= 0) {
+        p.mathlib_exception(55, f);
+        return {0, 0};
+    }
+    p.record_instruction(list ? 94 : 93);
+    return to_value(p, f, distributions::evaluate(NORMALX, v[0].real(), mean, sd));
+}
+
+// ZSCORE[x, mean, sd] or ZSCORE[{list}, x]: how many deviations x lies from the mean.
+complex zscore(Parser& p, Out& out, int f) {
+    complex v[3];
+    long double mean = 0, sd = 0;
+    const bool list = p.token() == "{";
+    two_shapes(p, out, f, 3, 1, v, mean, sd);
+    p.check_no_other_parameter(8, f);
+    if (p.check_no_imag_compnts(13, f, v[0])) return {0, 0};
+    if (sd <= 0) {
+        p.mathlib_exception(55, f);
+        return {0, 0};
+    }
+    p.record_instruction(list ? 97 : 96);
+    return {static_cast<double>((v[0].real() - mean) / sd), 0};
+}
+
+} // namespace
+
+Entry distribution_entry(int function) {
+    if (function >= BETACDF && function <= STUDTX) return distribution;
+    switch (function) {
+    case ERF:
+    case ERFC: return error_function;
+    case NORDIST: return nordist;
+    case NORPROB: return norprob;
+    case NORMX: return normx;
+    case ZSCORE: return zscore;
+    default: return nullptr;
+    }
+}
+
+} // namespace quorvex::functions
