@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <random>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -184,6 +185,8 @@ public:
     complex _pow(complex& z, complex& w);
     complex _factorial(complex& z);
     void set_root_taken() { m_root_taken = true; }
+    // Random deviates draw from this, seeded once when the Parser is made; tests seed it anew.
+    std::mt19937_64& random_engine() { return m_random; }
     // The mode of few points of variable data is shaky; the user may turn this warning off.
     void warn_insignificant_mode();
     bool neg_sqrt() const { return m_neg_sqrt; }
@@ -262,6 +265,7 @@ private:
     bool m_root_taken = false;
     bool m_neg_sqrt = false;
     bool m_mode_warning = true;
+    std::mt19937_64 m_random{std::random_device{}()};
 
     // Scanner state, alive during one evaluation.
     std::string m_expression;

@@ -27,5 +27,6 @@ Entry scalar_entry(int function);
 Entry logic_entry(int function);
 Entry list_entry(int function);
 Entry distribution_entry(int function);
+Entry deviate_entry(int function);
 
 } // namespace quorvex::functions
