@@ -65,6 +65,7 @@ Entry entry_for(int function) {
     if (Entry entry = list_entry(function)) return entry;
     if (Entry entry = distribution_entry(function)) return entry;
     if (Entry entry = deviate_entry(function)) return entry;
+    if (Entry entry = capability_entry(function)) return entry;
     return not_available;
 }
 

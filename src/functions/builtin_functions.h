@@ -28,5 +28,6 @@ Entry logic_entry(int function);
 Entry list_entry(int function);
 Entry distribution_entry(int function);
 Entry deviate_entry(int function);
+Entry capability_entry(int function);
 
 } // namespace quorvex::functions
