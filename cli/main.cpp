@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
     }
 
     StderrReporter reporter;
-    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
     parser.set_reporter(&reporter);
     parser.set_angle_type(options->angle_type);
     parser.answer_format().format = options->format;

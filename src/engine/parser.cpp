@@ -11,7 +11,7 @@ namespace quorvex::engine {
 
 Parser::Parser(const BuiltinTable* builtins, std::string system_dir, std::string user_dir)
     : m_builtins(builtins), m_statistics(statistics_messages(), "Statistics Error"), m_deviates(deviates_messages(), "Deviate Error"),
-      m_system_library_path(std::move(system_dir) + "Quorvex.lib"),
+      m_system_dir(system_dir), m_system_library_path(std::move(system_dir) + "Quorvex.lib"),
       m_user_library_path(std::move(user_dir) + "QuorvexUser.lib") {}
 
 Parser::~Parser() { reset(); }

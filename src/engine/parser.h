@@ -130,6 +130,8 @@ public:
 
     // --- names the evaluator resolves besides variables ---------------------------------------
     const BuiltinTable* builtins() const { return m_builtins; }
+    // The folder of the system's data: the function library and the statistics tables.
+    const std::string& system_dir() const { return m_system_dir; }
     int internal_function(const char* name) const;
     bool is_internal_function(const char* name) const { return internal_function(name) >= 0; }
     const char* get_function_name(int index) const;
@@ -279,6 +281,7 @@ private:
     bool m_show_equal = false;
     int m_depth = 0; // nesting of brackets and imaginary factors, bounded so the stack cannot run out
 
+    std::string m_system_dir;
     std::string m_system_library_path;
     std::string m_user_library_path;
     PrecformType m_answer_format;

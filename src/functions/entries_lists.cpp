@@ -4,6 +4,7 @@
 #include "builtin_index.h"
 #include "engine/parser.h"
 #include "statistics.h"
+#include "ws_normality.h"
 
 #include <cmath>
 
@@ -31,7 +32,9 @@ complex list_only(Parser& p, Out& out, int f, int instruction, ListKernel kernel
 }
 
 // A list, a comma, then one real parameter.
-complex list_and_one(Parser& p, Out& out, int f, int instruction, long double (*kernel)(DataList&, long double)) {
+using ListAndOneKernel = long double (*)(DataList&, long double, Parser&);
+
+complex list_and_one(Parser& p, Out& out, int f, int instruction, ListAndOneKernel kernel) {
     p.check_no_right_bracket(2, f);
     p.record_instruction(194);
     DataList list;
@@ -42,7 +45,7 @@ complex list_and_one(Parser& p, Out& out, int f, int instruction, long double (*
     complex parameter;
     p.get_one_real_par(out, parameter, f);
     if (list.empty()) return {0, 0};
-    const long double value = kernel(list, parameter.real());
+    const long double value = kernel(list, parameter.real(), p);
     p.record_instruction(instruction);
     p.record_instruction(195);
     return {static_cast<double>(value), 0};
@@ -119,8 +122,10 @@ Entry list_entry(int function) {
     case UQRTLE: return [](Parser& p, Out& o, int f) { return list_only(p, o, f, 102, [](DataList& x, Parser&) { return percentile(x, 75); }, false); };
     case SRESIST: return [](Parser& p, Out& o, int f) { return list_only(p, o, f, 191, plain<sumx>); };
     case PRESIST: return parallel_resistance;
-    case RANK: return [](Parser& p, Out& o, int f) { return list_and_one(p, o, f, 84, rank); };
-    case PRCTLE: return [](Parser& p, Out& o, int f) { return list_and_one(p, o, f, 100, percentile); };
+    // WSNORM takes its alpha truncated to an integer and reads its tables from the system folder.
+    case WSNORM: return [](Parser& p, Out& o, int f) { return list_and_one(p, o, f, 95, [](DataList& x, long double alpha, Parser& q) { return wsnormtest(x, static_cast<int>(alpha), q.system_dir(), q); }); };
+    case RANK: return [](Parser& p, Out& o, int f) { return list_and_one(p, o, f, 84, [](DataList& x, long double v, Parser&) { return rank(x, v); }); };
+    case PRCTLE: return [](Parser& p, Out& o, int f) { return list_and_one(p, o, f, 100, [](DataList& x, long double v, Parser&) { return percentile(x, v); }); };
     case COMB:
     case PERM: return combinations;
     default: return nullptr;
