@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <map>
+#include <string>
+
 using namespace quorvex::functions;
 
 TEST(BuiltinTable, FunctionsMatchWithoutCaseConstantsExactly) {
@@ -40,4 +44,23 @@ TEST(BuiltinTable, EveryRowAnswersEitherAValueOrAMessage) {
         }
     }
     EXPECT_STREQ(parser.eval_exp("SQRT[16]", true, false, false), "4");
+}
+
+TEST(BuiltinTable, TheBrowserDataDescribesEveryFunctionAndConstantOnce) {
+    std::ifstream file(QUORVEX_DATA_DIR "builtins.txt");
+    ASSERT_TRUE(file) << "data/builtins.txt is missing";
+    std::map<std::string, int> seen;
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        const auto first_tab = line.find('\t');
+        const auto second_tab = line.find('\t', first_tab + 1);
+        ASSERT_NE(second_tab, std::string::npos) << line;
+        const std::string name = line.substr(0, first_tab);
+        ++seen[name];
+        EXPECT_LT(second_tab + 1, line.size()) << name << " has no description";
+        const bool known = builtin_functions().function_index(name) >= 0 || builtin_functions().constant_index(name) >= 0;
+        EXPECT_TRUE(known) << name;
+    }
+    EXPECT_EQ(seen.size(), static_cast<size_t>(BUILTIN_COUNT + 16));
+    for (const auto& [name, count] : seen) EXPECT_EQ(count, 1) << name;
 }
