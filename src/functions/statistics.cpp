@@ -1,6 +1,7 @@
 #include "statistics.h"
 
 #include "engine/parser.h"
+#include "frequency.h"
 
 #include <algorithm>
 #include <cmath>
@@ -169,25 +170,10 @@ long double mode(DataList& x, engine::Parser& parser) {
     }
     if (x.size() < 23) parser.warn_insignificant_mode();
 
-    // The fullest class of sqrt(n) classes of equal width; its midpoint.
-    const auto classes = static_cast<size_t>(std::sqrt(static_cast<long double>(x.size())));
-    const long double low = x.front(), width = range(x) / static_cast<long double>(classes);
-    std::vector<size_t> counts(classes, 0);
-    for (long double v : x) {
-        for (size_t c = 0; c < classes; ++c) {
-            const long double lower = low + width * static_cast<long double>(c);
-            const long double upper = c + 1 == classes ? x.back() : lower + width;
-            // Classes are open below and closed above, except the first.
-            if ((v > lower || (c == 0 && v == lower)) && v <= upper) {
-                ++counts[c];
-                break;
-            }
-        }
-    }
-    const size_t fullest = static_cast<size_t>(std::max_element(counts.begin(), counts.end()) - counts.begin());
-    const long double lower = low + width * static_cast<long double>(fullest);
-    const long double upper = fullest + 1 == classes ? x.back() : lower + width;
-    return (lower + upper) / 2;
+    // The middle of the fullest of sqrt(n) classes of equal width.
+    const auto classes = buildFreqDist(x, false, ClassScheme::SquareRoot);
+    const Frequency& fullest = (*classes)[getMaxFreqNum(*classes)];
+    return (fullest.lower + fullest.upper) / 2;
 }
 
 } // namespace quorvex::functions::statistics
