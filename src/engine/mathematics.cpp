@@ -1,6 +1,7 @@
 #include "mathematics.h"
 
 #include "error_tables.h"
+#include "number/decimal.h"
 
 #include <algorithm>
 #include <cctype>
@@ -17,15 +18,7 @@ namespace quorvex::engine {
 Mathematics::Mathematics() : ErrorLayer(mathematics_messages(), "Mathematics Error") {}
 
 long double Mathematics::lift(long double x) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.14Lg", x);
-    return std::strtold(text, nullptr);
-}
-
-double Mathematics::land(long double x) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.14Le", x);
-    return std::strtod(text, nullptr);
+    return number::Decimal14::lift(static_cast<double>(x)).to_long_double();
 }
 
 bool Mathematics::are_equal(long double a, long double b, long double tolerance) {

@@ -67,10 +67,8 @@ public:
     // Nearest fraction of x; status 0 success, 2 too small, 4 too many digits, 1 failure.
     Fraction DecToFrac(long double x, long double tolerance, int& status);
 
-    // A value as it enters the decimal layer (14 significant digits) and as it leaves it
-    // (15 significant digits, halves away from zero).
+    // A value as it enters the decimal layer: 14 significant digits.
     static long double lift(long double x);
-    static double land(long double x);
 };
 
 } // namespace quorvex::engine

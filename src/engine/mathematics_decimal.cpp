@@ -99,8 +99,9 @@ std::string Mathematics::real_string(long double x, int digits) { return Decimal
 complex Mathematics::logarithm(const complex& z, long double base) {
     number::ComplexDecimal21 common;
     if (number::log10(common, number::ComplexDecimal21::lift(z.real(), z.imag())) != 0) return {0, 0};
-    const long double divisor = std::log10(base);
-    return {land(common.re.to_long_double() / divisor), land(common.im.to_long_double() / divisor)};
+    const number::Decimal21 divisor = number::log10(number::Decimal21::lift(static_cast<double>(base)));
+    if (divisor.is_zero()) return {0, 0};
+    return {(common.re / divisor).to_double(), (common.im / divisor).to_double()};
 }
 
 } // namespace quorvex::engine

@@ -2,7 +2,7 @@
 // digits and brought back through 15 significant digits.
 #include "parser.h"
 
-#include "number/complex_decimal.h"
+#include "decimal_round_trip.h"
 
 #include <cmath>
 
@@ -15,9 +15,7 @@ using number::Decimal21;
 
 bool nearly_real(const complex& z) { return z.imag() == 0 || std::fabs(z.imag()) <= 1e-14; }
 
-ComplexDecimal21 lift21(const complex& z) { return ComplexDecimal21::lift(z.real(), z.imag()); }
-
-complex land(const ComplexDecimal21& z) { return {z.re.to_double(), z.im.to_double()}; }
+ComplexDecimal21 lift21(const complex& z) { return lift(z); }
 
 complex exp21(const complex& z) { return land(number::exp(lift21(z))); }
 

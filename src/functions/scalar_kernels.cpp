@@ -1,6 +1,6 @@
 #include "scalar_kernels.h"
 
-#include "decimal_round_trip.h"
+#include "engine/decimal_round_trip.h"
 
 #include <cmath>
 
@@ -8,6 +8,8 @@ namespace quorvex::functions {
 
 namespace {
 
+using engine::land;
+using engine::lift;
 using number::ComplexDecimal21;
 using number::Decimal21;
 

@@ -2,7 +2,7 @@
 // constant, so an angle enters the 21-digit functions without a conversion error: SIN(30) is
 // exactly 0.5.
 #include "builtin_index.h"
-#include "decimal_round_trip.h"
+#include "engine/decimal_round_trip.h"
 #include "scalar_kernels.h"
 
 #include <cmath>
@@ -12,6 +12,8 @@ namespace quorvex::functions {
 
 namespace {
 
+using engine::land;
+using engine::lift;
 using number::ComplexDecimal21;
 using number::ComplexDecimal50;
 using number::Decimal21;
