@@ -9,6 +9,8 @@
 #include <boost/math/distributions/normal.hpp>
 #include <boost/math/special_functions/erf.hpp>
 
+#include <optional>
+
 namespace quorvex::functions {
 
 namespace {
@@ -96,57 +98,58 @@ int two_shapes(Parser& p, Out& out, int f, int numbers, int after_list, complex*
     return numbers;
 }
 
+// What a call in either shape leaves: its leading numbers, the mean and spread, and the shape.
+struct NormalCall {
+    complex values[4];
+    long double mean = 0, sd = 0;
+    bool list = false;
+};
+
+// Reads a call in either shape; `leading` numbers come before the mean and spread. Nothing when
+// an error was reported without unwinding or the spread is not positive (code 55).
+std::optional<NormalCall> read_normal_call(Parser& p, Out& out, int f, int leading) {
+    NormalCall call;
+    call.list = p.token() == "{";
+    two_shapes(p, out, f, leading + 2, leading, call.values, call.mean, call.sd);
+    p.check_no_other_parameter(8, f);
+    if (p.check_no_imag_compnts(13, f, call.values[0], leading > 1 ? call.values[1] : complex{})) return std::nullopt;
+    if (call.sd <= 0) {
+        p.mathlib_exception(55, f);
+        return std::nullopt;
+    }
+    return call;
+}
+
 // NORPROB[a, b, mean, sd] or NORPROB[{list}, a, b]: the probability of a value between a and b.
 complex norprob(Parser& p, Out& out, int f) {
-    complex v[4];
-    long double mean = 0, sd = 0;
-    const bool list = p.token() == "{";
-    two_shapes(p, out, f, 4, 2, v, mean, sd);
-    p.check_no_other_parameter(8, f);
-    if (p.check_no_imag_compnts(13, f, v[0], v[1])) return {0, 0};
-    p.record_instruction(list ? 92 : 91);
-    const long double high = normal(p, f, mean, sd, distributions::Kind::Cdf, v[1].real());
-    return {static_cast<double>(high - normal(p, f, mean, sd, distributions::Kind::Cdf, v[0].real())), 0};
+    const auto call = read_normal_call(p, out, f, 2);
+    if (!call) return {0, 0};
+    p.record_instruction(call->list ? 92 : 91);
+    const auto cdf = [&](const complex& x) {
+        return normal(p, f, call->mean, call->sd, distributions::Kind::Cdf, x.real());
+    };
+    return {static_cast<double>(cdf(call->values[1]) - cdf(call->values[0])), 0};
 }
 
 // NORMX[p, mean, sd] or NORMX[{list}, p]: the value below which the probability p lies.
 complex normx(Parser& p, Out& out, int f) {
-    complex v[3];
-    long double mean = 0, sd = 0;
-    const bool list = p.token() == "{";
-    two_shapes(p, out, f, 3, 1, v, mean, sd);
-    p.check_no_other_parameter(8, f);
-    if (p.check_no_imag_compnts(13, f, v[0])) return {0, 0};
-    if (v[0].real() > 1) {
-        p.mathlib_exception(32, f);
+    const auto call = read_normal_call(p, out, f, 1);
+    if (!call) return {0, 0};
+    const long double probability = call->values[0].real();
+    if (probability > 1 || probability < 0) {
+        p.mathlib_exception(probability > 1 ? 32 : 41, f);
         return {0, 0};
     }
-    if (v[0].real() < 0) {
-        p.mathlib_exception(41, f);
-        return {0, 0};
-    }
-    if (sd <= 0) {
-        p.mathlib_exception(55, f);
-        return {0, 0};
-    }
-    p.record_instruction(list ? 94 : 93);
-    return to_value(p, f, distributions::evaluate(NORMALX, v[0].real(), mean, sd));
+    p.record_instruction(call->list ? 94 : 93);
+    return to_value(p, f, distributions::evaluate(NORMALX, probability, call->mean, call->sd));
 }
 
 // ZSCORE[x, mean, sd] or ZSCORE[{list}, x]: how many deviations x lies from the mean.
 complex zscore(Parser& p, Out& out, int f) {
-    complex v[3];
-    long double mean = 0, sd = 0;
-    const bool list = p.token() == "{";
-    two_shapes(p, out, f, 3, 1, v, mean, sd);
-    p.check_no_other_parameter(8, f);
-    if (p.check_no_imag_compnts(13, f, v[0])) return {0, 0};
-    if (sd <= 0) {
-        p.mathlib_exception(55, f);
-        return {0, 0};
-    }
-    p.record_instruction(list ? 97 : 96);
-    return {static_cast<double>((v[0].real() - mean) / sd), 0};
+    const auto call = read_normal_call(p, out, f, 1);
+    if (!call) return {0, 0};
+    p.record_instruction(call->list ? 97 : 96);
+    return {static_cast<double>((call->values[0].real() - call->mean) / call->sd), 0};
 }
 
 } // namespace

@@ -1,0 +1,74 @@
+#include "cli_options.h"
+#include "line_evaluator.h"
+
+#include "functions/builtin_functions.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+using namespace quorvex::cli;
+
+namespace {
+
+std::optional<CliOptions> parse(std::vector<const char*> args, std::string& error) {
+    args.insert(args.begin(), "quorvex-cli");
+    return parse_options(static_cast<int>(args.size()), const_cast<char**>(args.data()), error);
+}
+
+} // namespace
+
+TEST(CliOptions, ValuesAreCheckedAndOrderIsKept) {
+    std::string error;
+    const auto options = parse({"-e", "1", "--eval", "2", "--angle", "rad", "--precision", "5", "--format", "sci",
+                                "--zero", "1e-20", "--point", "--sign", "--fraction", "--answers", "a.txt"},
+                               error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_EQ(options->eval_lines, (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(options->files, (std::vector<std::string>{"a.txt"}));
+    EXPECT_EQ(options->angle_type, 1);
+    EXPECT_EQ(options->precision, 5);
+    EXPECT_EQ(options->format, 1);
+    EXPECT_FLOAT_EQ(*options->zero_tolerance, 1e-20f);
+    EXPECT_TRUE(options->point && options->sign && options->fraction && options->answers);
+
+    for (const std::vector<const char*>& bad : std::vector<std::vector<const char*>>{
+             {"--precision", "15"}, {"--precision", "x"}, {"--angle", "grad"}, {"--format"}, {"--zero", "-1"},
+             {"--unknown"}, {"-e"}}) {
+        EXPECT_FALSE(parse(bad, error)) << bad[0];
+        EXPECT_FALSE(error.empty());
+    }
+    const auto dashes = parse({"--", "-e"}, error);
+    ASSERT_TRUE(dashes);
+    EXPECT_EQ(dashes->files, (std::vector<std::string>{"-e"}));
+}
+
+TEST(LineEvaluator, AnswersModeGivesOneLinePerInput) {
+    CliOptions options;
+    options.answers = true;
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    std::ostringstream out, err;
+    LineEvaluator evaluator(options, parser, out, err);
+    EXPECT_TRUE(evaluator.run("x = 5"));
+    EXPECT_TRUE(evaluator.run("x*2"));
+    EXPECT_TRUE(evaluator.run("   "));
+    EXPECT_FALSE(evaluator.run("1/0"));
+    EXPECT_FALSE(evaluator.run("ASIN(0.5i)"));
+    EXPECT_EQ(out.str(), "\n10\n\nerror: Division By Zero Encountered!\n"
+                         "error: You can not calculate the ASIN of a complex number in 'DEGREES' mode. You must change "
+                         "to 'RADIANS' mode in the mathematical options dialog!\n");
+    EXPECT_TRUE(err.str().empty());
+}
+
+TEST(LineEvaluator, EditorModeKeepsTheLineAndSendsErrorsAside) {
+    CliOptions options;
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    std::ostringstream out, err;
+    LineEvaluator evaluator(options, parser, out, err);
+    evaluator.run("2+3");
+    evaluator.run("y = 1");
+    evaluator.run("2+");
+    EXPECT_EQ(out.str(), "2+3 = 5\ny = 1\n2+\n");
+    EXPECT_EQ(err.str(), "error: Number or expression expected with operator!\n");
+}
