@@ -37,6 +37,7 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     m_error_code = -1;
     m_root_taken = false;
     m_check_digits = false;
+    m_expansions = 0;
     SetSilentMode(silent);
     m_show_equal = show_equal;
     ClearLastError();

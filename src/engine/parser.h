@@ -2,6 +2,7 @@
 #include "builtin_table.h"
 #include "complex.h"
 #include "error_layer.h"
+#include "function.h"
 #include "instruction_code.h"
 #include "mathematics.h"
 #include "precform.h"
@@ -128,6 +129,20 @@ public:
     static char* get_var_dec_value(char* text);
     void init_variable_stream(std::ostringstream& out);
 
+    // --- user functions -------------------------------------------------------------------------
+    // Finds "f", "f[x]", "f(x)" or "f[x] = ..." by its short name; -1 when there is none. The
+    // entry found stays current for the -1 forms.
+    int find_function(const char* text);
+    bool is_function(const char* name) { return find_function(name) >= 0; }
+    int function_count() const { return static_cast<int>(m_functions.size()); }
+    const Function* function_at(int index) const;
+    // "f[x] = x^2", owned by the Parser until the next call.
+    const char* get_func_str(int index);
+    void delete_function(int index);
+    void delete_all_funcs();
+    bool funcs_saved() const { return m_funcs_saved; }
+    void set_funcs_saved(bool saved) { m_funcs_saved = saved; }
+
     // --- names the evaluator resolves besides variables ---------------------------------------
     const BuiltinTable* builtins() const { return m_builtins; }
     // The folder of the system's data: the function library and the statistics tables.
@@ -215,6 +230,13 @@ private:
     size_t skip_spaces(size_t pos) const;
     bool token_is(const char* text) const { return m_token == text; }
 
+    // Declaration and expansion of user functions.
+    bool is_function_declaration();
+    void declare_function();
+    void insert_functions();
+    void eval_function(int index);
+    void insert_function(const std::string& value, size_t position, size_t tail);
+
     // The levels of the descent.
     void eval_exp0(complex& value, std::ostringstream& out);
     void declare_variable(complex& value, std::ostringstream& out, const std::string& name);
@@ -293,6 +315,10 @@ private:
     bool m_funcs_saved = true;
     std::vector<std::unique_ptr<Variable>> m_variables;
     int m_current_variable = -1;
+    std::vector<std::unique_ptr<Function>> m_functions;
+    int m_current_function = -1;
+    int m_expansions = 0; // function calls expanded in this evaluation, bounded against cycles
+    std::string m_function_text;
     bool m_var_changed = false;
     bool m_func_declared = false;
     bool m_mapping = false;

@@ -49,6 +49,14 @@ void Parser::eval_exp0(complex& value, std::ostringstream& out) {
         putback();
     }
 
+    if (m_token_kind == VARIABLE && !is_internal_function(m_token.c_str()) && is_function_declaration()) {
+        declare_function();
+        if (m_beep && m_reporter) m_reporter->beep();
+        throw EvaluationAborted{}; // the declaration is over; the line has no answer
+    }
+
+    m_input_pos = m_input_start;
+    insert_functions();
     m_input_pos = m_input_start;
     get_token();
     if (m_token_kind == VARIABLE && at(skip_spaces(m_input_pos)) != '[') {
