@@ -38,6 +38,7 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     m_root_taken = false;
     m_check_digits = false;
     m_expansions = 0;
+    m_original_length = m_expression.size();
     SetSilentMode(silent);
     m_show_equal = show_equal;
     ClearLastError();

@@ -318,6 +318,7 @@ private:
     std::vector<std::unique_ptr<Function>> m_functions;
     int m_current_function = -1;
     int m_expansions = 0; // function calls expanded in this evaluation, bounded against cycles
+    size_t m_original_length = 0;
     std::string m_function_text;
     bool m_var_changed = false;
     bool m_func_declared = false;

@@ -11,9 +11,10 @@ namespace quorvex::engine {
 namespace {
 
 // However deep functions call one another in a real document, they stay far below these; a
-// cycle of functions (f calls g, g calls f) reaches them quickly and stops there.
-constexpr int k_max_expansions = 10000;
-constexpr size_t k_max_expanded_length = 1000000;
+// cycle of functions (f calls g, g calls f), or calls that multiply at every level, reach them
+// quickly and stop there, before the work grows beyond a moment.
+constexpr int k_max_expansions = 1000;
+constexpr size_t k_max_growth = 100000;
 
 std::string spelled_relation(const std::string& token) {
     switch (token.empty() ? 0 : token[0]) {
@@ -196,7 +197,7 @@ void Parser::insert_functions() {
 
 void Parser::eval_function(int index) {
     Function& function = *m_functions[static_cast<size_t>(index)];
-    if (++m_expansions > k_max_expansions || m_expression.size() > k_max_expanded_length)
+    if (++m_expansions > k_max_expansions || m_expression.size() > m_original_length + k_max_growth)
         special_exception("The functions of this line call each other without end, so the line can not be "
                           "evaluated!",
                           nullptr);
