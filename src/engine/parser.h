@@ -140,6 +140,30 @@ public:
     const char* get_func_str(int index);
     void delete_function(int index);
     void delete_all_funcs();
+    void switch_funcs(int first, int second);
+    void move_func(int from, int to);
+    int max_func_length() const;
+    bool is_func_variable(const char* function, const char* variable);
+    int get_num_func_vars(int index) const;
+    const char* get_func_name(int index) const;
+    const char* get_func_short_name(int index) const;
+    const char* get_func_value(int index);
+    const char* get_func_value(const char* name);
+    void set_func_value(const char* name, const char* value); // a null name means the current entry
+    void set_func_name(const char* full_name, int index);
+    const char* get_func_modvalue(int index) const;
+    bool modify_func_value(int variable, const char* text, int index);
+    void reset_func_modvalue(int index);
+    const char* get_func_name_value(int index);
+    // The n-th dependent variable (first or next by `first`), as the list panes walk them.
+    const char* get_func_variable(int index, bool first);
+    size_t get_func_value_len(int index) const;
+    size_t get_tot_func_value_len() const;
+    // The same texts with parentheses for the function brackets, as shown while the option to
+    // show square function brackets is off.
+    const char* get_func_name_ex(int index);
+    const char* get_func_value_ex(int index);
+    const char* get_func_str_ex(int index);
     bool funcs_saved() const { return m_funcs_saved; }
     void set_funcs_saved(bool saved) { m_funcs_saved = saved; }
 
@@ -320,6 +344,8 @@ private:
     int m_expansions = 0; // function calls expanded in this evaluation, bounded against cycles
     size_t m_original_length = 0;
     std::string m_function_text;
+    std::string m_extended_text;
+    int m_function_variable_cursor = 0;
     bool m_var_changed = false;
     bool m_func_declared = false;
     bool m_mapping = false;
