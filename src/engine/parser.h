@@ -218,6 +218,16 @@ public:
     // on "{" on entry and behind "}" afterwards.
     void get_data(std::ostringstream& out, std::vector<long double>& list, int function);
     void get_comline_data(std::ostringstream& out, std::vector<long double>& list, int function);
+
+    // --- data files: tokens separated by blanks, commas, tabs and line ends; labels like "12)"
+    // are skipped; at most 32766 points. `function` is the calling built-in's row, whose
+    // messages then speak, or -1 for the messages of a loading dialog.
+    // The tokens as text; the number of columns, 1 when the lines differ, 0 on failure.
+    int get_file_data(std::vector<std::string>& list, const char* file, int function);
+    // Every token evaluated as an expression by a fresh parser; false on failure (list emptied).
+    bool get_file_data(std::vector<long double>& list, const char* file, int function);
+    // Removes the entry in position `column` (from 1) from each row of `columns` entries.
+    static bool rem_data_column(std::vector<std::string>& list, int columns, int column);
     bool line_begins_with(const char* name) const;
     bool at_last_bracket() const;
     void record_instruction(int code);
@@ -283,6 +293,8 @@ private:
 
     // A unknown or unusable name, with the message and caption the user sees.
     void report_unknown_name(const std::string& name);
+    // A data-file failure in the form the caller asked for; false, for the caller to return.
+    bool report_file_error(const std::string& message, int function, int code, const char* file);
     void init_answer_stream(std::ostringstream& out);
     void reset();
     void add_variable(const std::string& name);

@@ -2,6 +2,8 @@
 // and a message of its own for every way a call can be malformed.
 #include "parser.h"
 
+#include "evaluation_aborted.h"
+
 #include <cctype>
 #include <strings.h>
 
@@ -153,14 +155,25 @@ void Parser::get_data(std::ostringstream& out, std::vector<long double>& list, i
     }
     const std::string inside = m_expression.substr(m_input_pos, end - m_input_pos);
     get_token();
+    // A drive or a backslash names a file, and so does a slash in front, as paths are written on
+    // Linux; otherwise a name with a point and no comma does ({data.txt}, but not {x.y, 2}).
+    const size_t first = inside.find_first_not_of(" \t");
     const bool names_a_file = inside.find_first_of(":\\") != std::string::npos ||
+                              (first != std::string::npos && inside[first] == '/') ||
                               (inside.find('.') != std::string::npos && inside.find(',') == std::string::npos &&
                                m_token_kind == VARIABLE);
     if (names_a_file) {
-        // Reading data files arrives with the data-file reader.
         std::string name = inside;
         remove_end_spaces(name);
-        mathlib_exception(15, function, name.c_str());
+        name.erase(0, name.find_first_not_of(" \t"));
+        if (!get_file_data(list, name.c_str(), function)) {
+            // The reader has told what went wrong; the evaluation ends here.
+            if (!m_solving_map) throw EvaluationAborted{};
+            SetSolvingMap(false);
+            return;
+        }
+        m_input_pos = end + 1;
+        get_token();
         return;
     }
     get_comline_data(out, list, function);

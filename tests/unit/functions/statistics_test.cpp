@@ -1,3 +1,5 @@
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
 #include "functions/frequency.h"
 #include "functions/statistics.h"
 
@@ -72,4 +74,16 @@ TEST(Statistics, OutliersCombinatoricsAndBeta) {
     EXPECT_NEAR(static_cast<double>(factorial(25)), 1.5511210043330986e25, 1e12);
     EXPECT_NEAR(static_cast<double>(beta(2, 3)), 1.0 / 12, 1e-15);
     EXPECT_EQ(beta(0, 3), 0.0L);
+}
+
+TEST(Statistics, ListFunctionsReadDataFiles) {
+    quorvex::engine::Parser parser(&builtin_functions());
+    const std::string dir = QUORVEX_FIXTURES "data/";
+    EXPECT_STREQ(parser.eval_exp(("MEAN[{" + dir + "grid.txt}]").c_str(), true, false, false), "3.5");
+    EXPECT_STREQ(parser.eval_exp(("2*MEAN[{" + dir + "expressions.txt}]").c_str(), true, false, false), "10");
+    EXPECT_STREQ(parser.eval_exp(("RANK[{" + dir + "labelled.txt}, 3.5]").c_str(), true, false, false), "2");
+    parser.eval_exp(("MEAN[{" + dir + "missing.txt}]").c_str(), true, false, false);
+    EXPECT_EQ(std::string(parser.GetLastError()), "Data File ' " + dir + "missing.txt ' Could Not Be Located!");
+    parser.eval_exp("MEAN[{nothing.txt}]", true, false, false);
+    EXPECT_STREQ(parser.GetLastError(), "Data File ' nothing.txt ' Could Not Be Located!");
 }

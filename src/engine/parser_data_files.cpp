@@ -1,0 +1,133 @@
+// Reading data lists from plain text files.
+#include "parser.h"
+
+#include "evaluation_aborted.h"
+#include "text_format.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace quorvex::engine {
+
+namespace {
+
+constexpr size_t k_max_points = 32766;
+constexpr size_t k_max_token = 511;
+
+bool is_separator(char c) { return c == ' ' || c == ',' || c == '\r' || c == '\n' || c == '\t'; }
+bool is_line_end(char c) { return c == '\r' || c == '\n'; }
+
+// "12)" numbers a line and is no data.
+bool is_label(const std::string& token) {
+    return !token.empty() && token.back() == ')' && token.find('(') == std::string::npos;
+}
+
+} // namespace
+
+bool Parser::report_file_error(const std::string& message, int function, int code, const char* file) {
+    if (function >= 0) {
+        mathlib_exception(code, function, file);
+        return false;
+    }
+    m_error_flag = true;
+    m_last_error = message;
+    if (!m_silent && m_reporter) m_reporter->report(message, "Load Data Point File", MessageKind::Warning);
+    return false;
+}
+
+int Parser::get_file_data(std::vector<std::string>& list, const char* file, int function) {
+    const char* name = file ? file : "";
+    std::ifstream in(name, std::ios::binary);
+    if (!in) {
+        report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), function, 15, name);
+        return 0;
+    }
+    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    size_t pos = 0;
+    while (pos < text.size() && (text[pos] == ' ' || is_line_end(text[pos]))) ++pos;
+    if (pos >= text.size()) {
+        report_file_error(format_text("No Data Found In The ' %s ' Data File!", name), function, 16, name);
+        return 0;
+    }
+    size_t count = 0, line_tokens = 0;
+    int columns = -1;
+    bool rectangular = true;
+    const auto end_line = [&] {
+        if (line_tokens == 0) return;
+        if (columns < 0) columns = static_cast<int>(line_tokens);
+        else if (static_cast<int>(line_tokens) != columns) rectangular = false;
+        line_tokens = 0;
+    };
+    while (pos < text.size()) {
+        const size_t start = pos;
+        while (pos < text.size() && !is_separator(text[pos]) && text[pos] != '\0') ++pos;
+        const std::string token = text.substr(start, pos - start);
+        // A token ended by anything but a separator, or too long to be a number, is no data.
+        if ((pos < text.size() && text[pos] == '\0') || token.size() > k_max_token) {
+            report_file_error(format_text("Invalid Data Found In The ' %s ' Data File At Point Number %d!", name,
+                                          static_cast<int>(count + 1)),
+                              function, 18, name);
+            return 0;
+        }
+        if (!token.empty() && !is_label(token)) {
+            if (++count > k_max_points) {
+                report_file_error(format_text("Too Many Data Points Found In The ' %s ' Data File, Limit Is 32767 "
+                                              "Points!",
+                                              name),
+                                  function, 17, name);
+                return 0;
+            }
+            list.push_back(token);
+            ++line_tokens;
+        }
+        // A blank before the line end hides it: that line counts together with the next one.
+        if (pos < text.size() && is_line_end(text[pos])) end_line();
+        while (pos < text.size() && is_separator(text[pos])) ++pos;
+    }
+    end_line();
+    record_instruction(11);
+    record_instruction(197);
+    if (count == 0) {
+        report_file_error(format_text("No Data Found In The ' %s ' Data File!", name), function, 16, name);
+        return 0;
+    }
+    return rectangular ? columns : 1;
+}
+
+bool Parser::get_file_data(std::vector<long double>& list, const char* file, int function) {
+    list.clear();
+    std::vector<std::string> tokens;
+    if (get_file_data(tokens, file, -1) == 0) return false;
+    (void)function; // the numeric reader speaks as a loading dialog, whoever calls it
+    // Each point is an expression of its own: numbers and built-in functions, but no variable
+    // of the document.
+    Parser reader(m_builtins, m_system_dir);
+    for (size_t i = 0; i < tokens.size(); ++i) {
+        complex value;
+        reader.eval_exp(tokens[i].c_str(), value, true, false, false);
+        std::string message;
+        if (reader.IsAnError())
+            message = format_text("The Following Error Occured While Loading Data Point %d In File %s : %s",
+                                  static_cast<int>(i), file, reader.GetLastError() ? reader.GetLastError() : "");
+        else if (value.imag() != 0)
+            message = format_text("An Imaginary Number Was Found In Data Point %d In File %s", static_cast<int>(i), file);
+        if (!message.empty()) {
+            list.clear();
+            return report_file_error(message, -1, 0, file);
+        }
+        list.push_back(value.real());
+    }
+    return !list.empty();
+}
+
+bool Parser::rem_data_column(std::vector<std::string>& list, int columns, int column) {
+    if (columns <= 0 || column <= 0 || column > columns) return false;
+    std::vector<std::string> kept;
+    for (size_t i = 0; i < list.size(); ++i)
+        if (static_cast<int>(i % static_cast<size_t>(columns)) != column - 1) kept.push_back(list[i]);
+    const bool removed = kept.size() != list.size();
+    list.swap(kept);
+    return removed;
+}
+
+} // namespace quorvex::engine
