@@ -4,6 +4,8 @@
 #include "evaluation_aborted.h"
 #include "text_format.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -13,6 +15,7 @@ namespace {
 
 constexpr size_t k_max_points = 32766;
 constexpr size_t k_max_token = 511;
+constexpr std::uintmax_t k_max_file_bytes = 32u * 1024u * 1024u;
 
 bool is_separator(char c) { return c == ' ' || c == ',' || c == '\r' || c == '\n' || c == '\t'; }
 bool is_line_end(char c) { return c == '\r' || c == '\n'; }
@@ -37,9 +40,19 @@ bool Parser::report_file_error(const std::string& message, int function, int cod
 
 int Parser::get_file_data(std::vector<std::string>& list, const char* file, int function) {
     const char* name = file ? file : "";
-    std::ifstream in(name, std::ios::binary);
-    if (!in) {
+    // Only a regular file is data: a device or a pipe could be read for ever.
+    std::error_code error;
+    const bool regular = std::filesystem::is_regular_file(name, error);
+    std::ifstream in;
+    if (regular) in.open(name, std::ios::binary);
+    if (!regular || !in) {
         report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), function, 15, name);
+        return 0;
+    }
+    // Even the longest file of points, 32766 tokens of 511 characters, is far below this.
+    if (std::filesystem::file_size(name, error) > k_max_file_bytes) {
+        report_file_error(format_text("Too Many Data Points Found In The ' %s ' Data File, Limit Is 32767 Points!", name),
+                          function, 17, name);
         return 0;
     }
     const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());

@@ -49,6 +49,9 @@ TEST(DataFiles, MissingAndEmptyFilesAreReported) {
     std::vector<std::string> tokens;
     EXPECT_EQ(parser.get_file_data(tokens, fixture("missing.txt").c_str(), -1), 0);
     EXPECT_EQ(std::string(parser.GetLastError()), "Data File ' " + fixture("missing.txt") + " ' Could Not Be Located!");
+    // A device is no data file, however much it would give.
+    EXPECT_EQ(parser.get_file_data(tokens, "/dev/zero", -1), 0);
+    EXPECT_STREQ(parser.GetLastError(), "Data File ' /dev/zero ' Could Not Be Located!");
     EXPECT_EQ(parser.get_file_data(tokens, fixture("blank.txt").c_str(), -1), 0);
     EXPECT_EQ(std::string(parser.GetLastError()), "No Data Found In The ' " + fixture("blank.txt") + " ' Data File!");
 }
