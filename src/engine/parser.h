@@ -291,7 +291,7 @@ private:
     void enter_nesting();
     complex checked(const complex& value);
 
-    // A unknown or unusable name, with the message and caption the user sees.
+    // An unknown name at the start of a line, with the message and caption the user sees.
     void report_unknown_name(const std::string& name);
     // A data-file failure in the form the caller asked for; false, for the caller to return.
     bool report_file_error(const std::string& message, int function, int code, const char* file);

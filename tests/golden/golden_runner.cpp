@@ -8,6 +8,7 @@
 //                        empty), with the same escapes
 // All inputs of one file run in one call, in order, so they share variables.
 #include <cstdio>
+#include <filesystem>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -75,7 +76,8 @@ int main(int argc, char** argv) {
         }
     }
 
-    char input_path[] = "/tmp/quorvex-golden-XXXXXX";
+    std::string path_template = (std::filesystem::temp_directory_path() / "quorvex-golden-XXXXXX").string();
+    char* input_path = path_template.data();
     const int fd = mkstemp(input_path);
     if (fd < 0) return 2;
     {
