@@ -300,6 +300,7 @@ private:
     void add_variable(const std::string& name);
     Variable* variable_for(const char* name);
     Variable* mutable_variable_at(int index);
+    const char* with_parentheses(const char* text);
 
     // Error layers: the parser's own state and the three lower layers.
     const BuiltinTable* m_builtins;

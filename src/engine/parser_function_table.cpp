@@ -1,5 +1,6 @@
 // The Parser's table of user functions by index and name, for the lists and the managers.
 #include "parser.h"
+#include "table_order.h"
 
 #include <algorithm>
 
@@ -11,17 +12,9 @@ const char* or_null(const Function* function, const std::string& (Function::*par
 }
 } // namespace
 
-void Parser::switch_funcs(int first, int second) {
-    if (first == second || first < 0 || second < 0 || first >= function_count() || second >= function_count()) return;
-    std::swap(m_functions[static_cast<size_t>(first)], m_functions[static_cast<size_t>(second)]);
-}
+void Parser::switch_funcs(int first, int second) { switch_entries(m_functions, first, second); }
 
-void Parser::move_func(int from, int to) {
-    if (from == to || from < 0 || to < 0 || from >= function_count() || to >= function_count()) return;
-    auto moving = std::move(m_functions[static_cast<size_t>(from)]);
-    m_functions.erase(m_functions.begin() + from);
-    m_functions.insert(m_functions.begin() + to, std::move(moving));
-}
+void Parser::move_func(int from, int to) { move_entry(m_functions, from, to); }
 
 int Parser::max_func_length() const {
     size_t longest = 0;
@@ -93,28 +86,15 @@ size_t Parser::get_tot_func_value_len() const {
     return total;
 }
 
-const char* Parser::get_func_name_ex(int index) {
-    const char* name = get_func_name(index);
-    if (!name) return nullptr;
-    m_extended_text = name;
-    replace_brackets(m_extended_text, 0);
-    return m_extended_text.c_str();
-}
-
-const char* Parser::get_func_value_ex(int index) {
-    const char* value = get_func_value(index);
-    if (!value) return nullptr;
-    m_extended_text = value;
-    replace_brackets(m_extended_text, 0);
-    return m_extended_text.c_str();
-}
-
-const char* Parser::get_func_str_ex(int index) {
-    const char* text = get_func_str(index);
+const char* Parser::with_parentheses(const char* text) {
     if (!text) return nullptr;
     m_extended_text = text;
     replace_brackets(m_extended_text, 0);
     return m_extended_text.c_str();
 }
+
+const char* Parser::get_func_name_ex(int index) { return with_parentheses(get_func_name(index)); }
+const char* Parser::get_func_value_ex(int index) { return with_parentheses(get_func_value(index)); }
+const char* Parser::get_func_str_ex(int index) { return with_parentheses(get_func_str(index)); }
 
 } // namespace quorvex::engine

@@ -1,5 +1,6 @@
 // Variables by index and their texts, for the lists, the managers and documents.
 #include "parser.h"
+#include "table_order.h"
 
 #include <algorithm>
 #include <cstring>
@@ -62,18 +63,9 @@ long Parser::get_var_numpoints(int index) {
     return v ? v->num_points() : 0;
 }
 
-void Parser::switch_vars(int first, int second) {
-    if (first == second || first < 0 || second < 0 || first >= variable_count() || second >= variable_count())
-        return;
-    std::swap(m_variables[static_cast<size_t>(first)], m_variables[static_cast<size_t>(second)]);
-}
+void Parser::switch_vars(int first, int second) { switch_entries(m_variables, first, second); }
 
-void Parser::move_var(int from, int to) {
-    if (from == to || from < 0 || to < 0 || from >= variable_count() || to >= variable_count()) return;
-    auto moving = std::move(m_variables[static_cast<size_t>(from)]);
-    m_variables.erase(m_variables.begin() + from);
-    m_variables.insert(m_variables.begin() + to, std::move(moving));
-}
+void Parser::move_var(int from, int to) { move_entry(m_variables, from, to); }
 
 void Parser::init_variable_stream(std::ostringstream& out) {
     m_variable_text.clear();
