@@ -20,6 +20,11 @@
 
 namespace quorvex::engine {
 
+// A data point as text: the x, y and z that a line of a points file gave, any of them empty.
+struct StrPoint {
+    std::string x, y, z;
+};
+
 // The engine: evaluates one line of text at a time while reading it, by recursive descent, one
 // function per level of precedence. Variables live in the Parser and outlive evaluations; each
 // document owns one Parser. Not re-entrant: one evaluation at a time.
@@ -226,6 +231,12 @@ public:
     int get_file_data(std::vector<std::string>& list, const char* file, int function);
     // Every token evaluated as an expression by a fresh parser; false on failure (list emptied).
     bool get_file_data(std::vector<long double>& list, const char* file, int function);
+    // Points as text, one a line: x, y and z from the line's first tokens. With `single` a point
+    // is one value (and a comma is no separator); otherwise it needs an x and a y. The first bad
+    // line gets a specific message, the second a general one, later ones none; answering No to
+    // a message sets `abort` and ends the reading. False when the file gave no points.
+    bool get_file_points(std::vector<StrPoint>& list, const char* file, int function, bool& abort, bool quiet,
+                         bool single);
     // Removes the entry in position `column` (from 1) from each row of `columns` entries.
     static bool rem_data_column(std::vector<std::string>& list, int columns, int column);
     bool line_begins_with(const char* name) const;

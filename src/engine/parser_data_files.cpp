@@ -144,3 +144,86 @@ bool Parser::rem_data_column(std::vector<std::string>& list, int columns, int co
 }
 
 } // namespace quorvex::engine
+
+namespace quorvex::engine {
+
+bool Parser::get_file_points(std::vector<StrPoint>& list, const char* file, int function, bool& abort, bool quiet,
+                             bool single) {
+    (void)function; // points are read by dialogs, which speak for themselves
+    const char* name = file ? file : "";
+    std::error_code error;
+    std::ifstream in;
+    if (std::filesystem::is_regular_file(name, error)) in.open(name, std::ios::binary);
+    if (!in) return report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), -1, 0, name);
+    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    // One value to a point reads commas as part of nothing: they end no token.
+    const auto separates = [single](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || (!single && c == ','); };
+
+    int violations = 0;
+    size_t tokens = 0;
+    // A bad line: the first gets a specific message, the second a general one.
+    const auto complain = [&](bool missing_y) -> bool {
+        ++violations;
+        std::string message;
+        const int point = static_cast<int>((tokens + 1) / 2);
+        if (violations == 1)
+            message = missing_y ? format_text("Invalid data found in the ' %s ' data file at point number %d. There was no "
+                                              "y value found for the data point.  Please verify that there is x-y data "
+                                              "values in this file and the file format is correct.",
+                                              name, point)
+                                : format_text("Invalid data found in the ' %s ' data file at point number %d. There were "
+                                              "y value coordinates found.  Only single data values are valid, please "
+                                              "remove the y data values in this file.",
+                                              name, point);
+        else if (violations == 2)
+            message = missing_y ? format_text("It appears there are multiple data points in the ' %s ' which are missing "
+                                              "the y coordinate values.  Please verify that there is x-y data values in "
+                                              "this file and the file format is correct.",
+                                              name)
+                                : format_text("It appears there are y coordinate values found in the ' %s ' which are "
+                                              "invalid.  Please remove the y data values in this file and verify that "
+                                              "the file format is correct.",
+                                              name);
+        if (message.empty()) return true;
+        m_error_flag = true;
+        m_last_error = message;
+        if ((!m_silent || !quiet) && m_reporter && !m_reporter->ask(message, "Load Data Point File")) abort = true;
+        return !abort;
+    };
+
+    size_t pos = 0;
+    while (pos < text.size()) {
+        // One line: its tokens fill x, y and z; further ones are counted and dropped.
+        StrPoint point;
+        int on_line = 0;
+        while (pos < text.size() && text[pos] != '\n' && text[pos] != '\r') {
+            while (pos < text.size() && separates(text[pos]) && text[pos] != '\n' && text[pos] != '\r') ++pos;
+            const size_t start = pos;
+            while (pos < text.size() && !separates(text[pos])) ++pos;
+            const std::string token = text.substr(start, pos - start);
+            if (token.empty() || is_label(token)) continue;
+            if (token.size() > k_max_token || token.find('\0') != std::string::npos)
+                return report_file_error(format_text("Invalid data found in the ' %s ' data file at point number %d!", name,
+                                                     static_cast<int>((tokens + 2) / 2)),
+                                         -1, 0, name);
+            if (++tokens > k_max_points)
+                return report_file_error(format_text("Too many data points found in the ' %s ' data file, limit is 32767 "
+                                                     "points!",
+                                                     name),
+                                         -1, 0, name);
+            std::string* slots[] = {&point.x, &point.y, &point.z};
+            if (on_line < 3) *slots[on_line] = token;
+            ++on_line;
+        }
+        while (pos < text.size() && (text[pos] == '\n' || text[pos] == '\r')) ++pos;
+        if (on_line == 0) continue;
+        const bool bad = single ? on_line > 1 : on_line < 2;
+        if (bad && !complain(!single)) return false; // the user chose to stop
+        list.push_back(point);
+    }
+    record_instruction(11);
+    record_instruction(197);
+    return !list.empty();
+}
+
+} // namespace quorvex::engine

@@ -55,3 +55,43 @@ TEST(DataFiles, MissingAndEmptyFilesAreReported) {
     EXPECT_EQ(parser.get_file_data(tokens, fixture("blank.txt").c_str(), -1), 0);
     EXPECT_EQ(std::string(parser.GetLastError()), "No Data Found In The ' " + fixture("blank.txt") + " ' Data File!");
 }
+
+namespace {
+struct AnsweringReporter : Reporter {
+    std::vector<std::string> asked;
+    bool answer = true;
+    void report(std::string_view, std::string_view, MessageKind) override {}
+    bool ask(std::string_view text, std::string_view) override {
+        asked.emplace_back(text);
+        return answer;
+    }
+};
+} // namespace
+
+TEST(DataFiles, PointFilesComplainSpecificallyOnceThenGenerallyOnceThenNoMore) {
+    Parser parser;
+    AnsweringReporter reporter;
+    parser.set_reporter(&reporter);
+    std::vector<StrPoint> points;
+    bool abort = false;
+    EXPECT_TRUE(parser.get_file_points(points, fixture("xy_missing.txt").c_str(), -1, abort, true, false));
+    ASSERT_EQ(points.size(), 5u);
+    EXPECT_EQ(points[1].x, "3");
+    EXPECT_EQ(points[1].y, "4");
+    EXPECT_EQ(points[2].y, ""); // kept as far as it was read
+    ASSERT_EQ(reporter.asked.size(), 2u);
+    EXPECT_EQ(reporter.asked[0].rfind("Invalid data found in the ' ", 0), 0u);
+    EXPECT_NE(reporter.asked[0].find("at point number 3. There was no y value"), std::string::npos);
+    EXPECT_EQ(reporter.asked[1].rfind("It appears there are multiple data points", 0), 0u);
+    EXPECT_FALSE(abort);
+
+    // Single values: a y is the fault, and answering No stops the reading.
+    reporter.asked.clear();
+    reporter.answer = false;
+    points.clear();
+    EXPECT_FALSE(parser.get_file_points(points, fixture("single_with_y.txt").c_str(), -1, abort, true, true));
+    EXPECT_TRUE(abort);
+    EXPECT_EQ(points.size(), 1u);
+    ASSERT_EQ(reporter.asked.size(), 1u);
+    EXPECT_NE(reporter.asked[0].find("There were y value coordinates found."), std::string::npos);
+}
