@@ -5,7 +5,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <string>
@@ -16,10 +15,18 @@
 namespace quorvex::number {
 
 // The working precisions the engine asks for (14, 21 and 50 significant digits) each run on a
-// fixed cpp_dec_float width with guard digits: 24, 32 and 64 requested digits, which Boost
-// rounds up to whole 8-digit limbs plus its own guard limbs (48, 56 and 88 digits held). Results
-// of the elementary functions are therefore right well beyond the working precision, and the
-// 15-digit rounding of the output is decided by true digits, not by noise.
+// fixed cpp_dec_float width N with guard digits: N = 24, 32 and 64. Why these:
+//  - Boost holds N rounded up to whole 8-digit limbs plus three guard limbs: 48, 56 and 88
+//    digits. A sum, difference or product of two operands of the working width (two lifted
+//    doubles have 14 digits each) is exact in that room, so the one rounding of an operator is
+//    the 15-digit rounding of its text.
+//  - Boost's exp, log and trigonometric series are good to about N + 2 digits (measured against
+//    mpmath: 26, 34 and 66), which leaves 10 to 14 true digits beyond the working precision, so
+//    even a result lying within 1e-20 of a 15-digit tie rounds the right way. Where the
+//    backend would lose digits for large arguments (sin of 1e22, exp of 1e5) the functions
+//    reduce their arguments wider still (wide_reduction.h).
+//  - Wider N costs time on every operator (the round trip of an add is mostly parse and print
+//    at this width) without making any 15-digit result more right.
 template <unsigned Digits>
 struct Width;
 template <>
@@ -43,12 +50,28 @@ public:
         boost::multiprecision::number<boost::multiprecision::cpp_dec_float<Width<Digits>::value>,
                                       boost::multiprecision::et_off>;
 
+    // Digits the backend really holds (whole 8-digit limbs plus its guard limbs).
+    static constexpr int held_digits = std::numeric_limits<Value>::max_digits10;
+
     Decimal() = default;
     Decimal(int value) : m_value(value) {} // NOLINT: integers convert freely, as in arithmetic
-    explicit Decimal(Value value) : m_value(std::move(value)) {}
+    // Overflow in the backend gives an infinity and infinity minus infinity a NaN; neither may
+    // reach the text writer. An infinity becomes the largest finite value of its sign, which
+    // still reads back as an infinite double, and a NaN becomes zero.
+    explicit Decimal(Value value) : m_value(std::move(value)) {
+        if (!m_value.backend().isfinite()) saturate();
+    }
 
-    // Never throws: anything that is not a number reads as far as it goes, or as zero.
-    static Decimal from_text(std::string_view text) { return Decimal(Value(canonical_decimal(text))); }
+    // Never throws: anything that is not a number reads as far as it goes, or as zero. A value
+    // beyond the decimal range saturates like an overflow, one below it is zero.
+    static Decimal from_text(std::string_view text) {
+        Decimal result(Value(canonical_decimal(text)));
+        if (result.is_zero()) return result;
+        const long long order = result.m_value.backend().order();
+        if (order > k_range_order) result.saturate();
+        if (order < -k_range_order) result.m_value = 0;
+        return result;
+    }
 
     // A binary value enters through 14 significant digits, so its noise stays outside. The
     // digits are those of the shortest text that reads back as the same double (the number the
@@ -82,11 +105,18 @@ public:
         value *= power_of_ten(exponent - (kept - 1));
         return Decimal(std::move(value));
     }
+    // A long double that holds a double's value lifts exactly as that double does (the engine's
+    // long doubles mostly come from doubles); one with more bits takes the same rule on its own
+    // shortest text.
     static Decimal lift(long double x) {
-        if (!std::isfinite(x)) return Decimal();
+        if (!std::isfinite(x) || x == 0) return Decimal();
+        if (std::fabs(x) <= (std::numeric_limits<double>::max)()) {
+            const double narrow = static_cast<double>(x);
+            if (static_cast<long double>(narrow) == x) return lift(narrow);
+        }
         char text[64];
-        std::snprintf(text, sizeof text, "%.14Lg", x);
-        return from_text(text);
+        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific);
+        return Decimal(Value(round_scientific(std::string_view(text, static_cast<size_t>(written.ptr - text)), 13)));
     }
 
     template <unsigned Other>
@@ -94,7 +124,10 @@ public:
         return Decimal(Value(other.value()));
     }
 
-    // Scientific text with `places` digits after the point, rounded half away from zero.
+    // Scientific text with exactly `places` digits after the point, rounded half away from zero
+    // from the exact digits: "1.25E-3", "-9.0E+12". With no places there is no point: 2.5 gives
+    // "3E+0". Zero is "0.000E+0" (or "0E+0"). A negative `places` writes every digit held, with
+    // trailing zeros dropped: "1.5E+0".
     std::string to_text(int places) const {
         char text[48];
         if (places >= 0 && places <= 17) return std::string(text, write_rounded(text, places));
@@ -155,6 +188,13 @@ public:
         }
         quotient = Decimal(boost::multiprecision::trunc(a.m_value / b.m_value));
         remainder = a - quotient * b;
+        // A quotient just below an integer can be rounded up to it by the division; the
+        // remainder then has the wrong sign, and one step back mends it.
+        if (!remainder.is_zero() && remainder.sign() != a.sign()) {
+            const Decimal step(a.sign() * b.sign());
+            quotient = quotient - step;
+            remainder = remainder + step * b;
+        }
     }
 
     // n! of a non-negative integer value; anything else, or an n too large to be useful, is zero.
@@ -166,6 +206,13 @@ public:
     }
 
 private:
+    void saturate() {
+        if (boost::multiprecision::isnan(m_value))
+            m_value = 0;
+        else
+            m_value = m_value.sign() < 0 ? -(std::numeric_limits<Value>::max)() : (std::numeric_limits<Value>::max)();
+    }
+
     // 10^k, exact; the common range is built once and kept.
     static const Value& power_of_ten(int k) {
         static const std::vector<Value> table = [] {
@@ -221,6 +268,7 @@ private:
         return static_cast<size_t>(exponent.ptr - text);
     }
 
+    static constexpr long long k_range_order = std::numeric_limits<Value>::max_exponent10;
     static constexpr int k_table_limit = 400;
     static constexpr int k_exact_digits = std::numeric_limits<Value>::max_digits10 + 8;
     static constexpr int k_factorial_limit = 3000;

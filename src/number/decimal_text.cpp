@@ -8,9 +8,9 @@ namespace {
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-// Beyond this the value is far outside anything a double can hold, and huge exponents only make
-// the arithmetic slow; the answer is overflow or zero either way.
-constexpr long k_exponent_limit = 100000;
+// Beyond this the value is outside the decimal range (about 1e+-67108864) whatever its digits;
+// the reader clamps the exponent here and Decimal::from_text saturates what lies beyond.
+constexpr long k_exponent_limit = 100000000;
 
 } // namespace
 

@@ -18,6 +18,9 @@ TEST(ComplexDecimal, FaultsLeaveTheResultUntouched) {
     EXPECT_EQ(mod(result, z("5", "0"), z("0.4", "0")), -1); // the divisor rounds to zero
     EXPECT_EQ(atanh(result, z("1", "0")), -1);
     EXPECT_EQ(atan(result, z("0", "1")), -1);
+    // cos a and sinh b both zero to the working precision: a pole of tan and tanh.
+    EXPECT_EQ(tan(result, z("-1.570796326794896619231321691639751442", "0")), -1);
+    EXPECT_EQ(tanh(result, z("1e-30", "4.712388980384689857693965074919254326")), -1);
     EXPECT_EQ(text(result), "7E+0 7E+0");
     EXPECT_EQ(pow(result, z("0", "0"), z("2", "0")), 0);
     EXPECT_TRUE(is0(result));
@@ -30,6 +33,18 @@ TEST(ComplexDecimal, SquareRootsOnTheAxesAreExact) {
     Z product;
     EXPECT_EQ(div(product, z("1", "2"), z("1", "-2")), 0);
     EXPECT_EQ(text(product), "-6E-1 8E-1");
+}
+
+TEST(ComplexDecimal, TangentsNearPolesAndFarFromTheAxis) {
+    Z result;
+    // pi/2 to 23 digits is not a pole at 21: the value is large but known.
+    ASSERT_EQ(tan(result, z("1.5707963267948966192313", "0")), 0);
+    EXPECT_EQ(result.re.to_text(14), "4.61007102947816E+22");
+    // sinh^2 b would overflow; the parts are their limits.
+    ASSERT_EQ(tan(result, z("1", "-1e9")), 0);
+    EXPECT_EQ(text(result), "0E+0 -1E+0");
+    ASSERT_EQ(tanh(result, z("1e9", "1")), 0);
+    EXPECT_EQ(text(result), "1E+0 0E+0");
 }
 
 TEST(ComplexDecimal, ComparisonsArePartByPart) {

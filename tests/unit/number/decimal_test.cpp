@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <random>
 #include <string>
 
 using namespace quorvex::number;
@@ -16,7 +19,26 @@ TEST(DecimalText, ReaderTakesWhatFitsAndNothingElse) {
     EXPECT_EQ(Decimal14::from_text("abc").to_text(0), "0E+0");
     EXPECT_EQ(Decimal14::from_text("-").to_text(0), "0E+0");
     EXPECT_EQ(Decimal14::from_text("\xff\x01\x85").to_text(0), "0E+0");
-    EXPECT_EQ(Decimal14::from_text("1e99999999999999999999").to_text(0), "1E+100000");
+    EXPECT_EQ(Decimal14::from_text("1e99999999999999999999").to_text(0), "1E+67108864"); // saturated
+    EXPECT_TRUE(Decimal14::from_text("-7e-99999999999").is_zero());
+    EXPECT_EQ(Decimal14::from_text("0.000123e+5").to_text(-1), "1.23E+1");
+    EXPECT_EQ(Decimal14::from_text("2e-3.5").to_text(-1), "2E-3");
+}
+
+TEST(DecimalText, ReaderSurvivesAnyBytes) {
+    std::mt19937 random(12345);
+    const std::string alphabet = "0123456789.eE+- \t";
+    for (int i = 0; i < 3000; ++i) {
+        std::string text(static_cast<size_t>(random() % 40), '\0');
+        for (char& c : text)
+            c = i % 2 ? alphabet[random() % alphabet.size()] : static_cast<char>(random() % 256);
+        const Decimal21 value = Decimal21::from_text(text);
+        const std::string written = value.to_text(14);
+        // Whatever was read writes out as a number that reads back as itself.
+        EXPECT_EQ(Decimal21::from_text(written).to_text(14), written) << text;
+        EXPECT_FALSE(std::isnan(value.to_double()));
+    }
+    EXPECT_EQ(Decimal21::from_text(std::string(5000, '7')).to_text(3), "7.778E+4999");
 }
 
 TEST(DecimalText, WriterRoundsHalvesAwayFromZero) {
@@ -27,6 +49,10 @@ TEST(DecimalText, WriterRoundsHalvesAwayFromZero) {
     EXPECT_EQ(Decimal14::from_text("1.00000000000000499").to_text(14), "1.00000000000000E+0");
     EXPECT_EQ(Decimal14::from_text("123").to_text(4), "1.2300E+2");
     EXPECT_EQ(Decimal14().to_text(3), "0.000E+0");
+    // Past 17 places the writer works on the backend's full digit string; the rule is the same.
+    EXPECT_EQ(Decimal21::from_text("1.000000000000000000005").to_text(20), "1.00000000000000000001E+0");
+    EXPECT_EQ(Decimal21::from_text("-2.5e-400").to_text(0), "-3E-400");
+    EXPECT_EQ((Decimal21(1) / Decimal21(3)).to_text(30), "3.333333333333333333333333333333E-1");
 }
 
 TEST(DecimalText, RoundTripThroughFifteenDigitsRemovesBinaryNoise) {
@@ -41,6 +67,27 @@ TEST(DecimalText, RoundTripThroughFifteenDigitsRemovesBinaryNoise) {
     EXPECT_EQ(Decimal14::lift(5e-324).to_text(-1), "5E-324");
     EXPECT_EQ(Decimal21::from(Decimal50::from_text("0.12345678901234567890123")).to_text(-1),
               "1.2345678901234567890123E-1");
+    // A long double holding a double's value lifts as that double; one with more bits is
+    // rounded from its own shortest text.
+    EXPECT_EQ(Decimal14::lift(static_cast<long double>(0.1 + 0.2)).to_text(-1), "3E-1");
+    EXPECT_EQ(Decimal14::lift(static_cast<long double>(123456789012345.0)).to_text(-1), "1.2345678901235E+14");
+    EXPECT_EQ(Decimal14::lift(1.0L / 3).to_text(-1), "3.3333333333333E-1");
+    EXPECT_EQ(Decimal14::lift(-1e4000L).to_text(-1), "-1E+4000");
+    EXPECT_EQ(Decimal14::lift(2.0L / 3).to_long_double(), 0.666666666666670L);
+}
+
+TEST(Decimal, OverflowSaturatesAndNothingBecomesNaN) {
+    const Decimal21 huge = exp(Decimal21(200000000)); // beyond the decimal range
+    EXPECT_EQ(huge.to_double(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ((-huge).to_double(), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ((huge * huge).to_text(2), "1.00E+67108864");
+    EXPECT_TRUE((huge * huge - huge * huge).is_zero());
+    EXPECT_TRUE(exp(Decimal21(-200000000)).is_zero());
+    EXPECT_EQ(sinh(Decimal21(-1000000000)).to_double(), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Decimal21::from_text("1e400").to_double(), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Decimal21::from_text("1e-400").to_double(), 0.0);
+    // Still within the range, e^x keeps its digits however large x is.
+    EXPECT_EQ(exp(Decimal21(100000)).to_text(14), "2.80666336042612E+43429");
 }
 
 TEST(Decimal, IntegerOperations) {
@@ -54,6 +101,12 @@ TEST(Decimal, IntegerOperations) {
     EXPECT_EQ(r.to_text(-1), "-1E+0");
     Decimal21::integer_div_rem(Decimal21::from_text("450"), Decimal21::from_text("360.0"), q, r);
     EXPECT_EQ(r.to_text(-1), "9E+1");
+    // The quotient 628101.999... comes out of the division as 628102; the remainder must not
+    // go negative for it.
+    Decimal21::integer_div_rem(Decimal21::from_text("24495977.99999999999999999999999999999999999999999961"),
+                               Decimal21(39), q, r);
+    EXPECT_EQ(q.to_text(-1), "6.28101E+5");
+    EXPECT_EQ(r.to_text(-1), "3.899999999999999999999999999999999999999999961E+1");
     EXPECT_EQ(Decimal21::from_text("-2.5").round().to_text(0), "-3E+0");
     EXPECT_EQ(Decimal21::from_text("-2.5").floor().to_text(0), "-3E+0");
     EXPECT_EQ(Decimal21::from_text("-2.5").ceil().to_text(0), "-2E+0");
@@ -76,7 +129,17 @@ TEST(Decimal, DomainFaultsGiveZeroAndSayso) {
     EXPECT_TRUE(fault);
     fault = false;
     EXPECT_EQ(pow(Decimal21(-2), Decimal21(3), &fault).to_text(-1), "-8E+0");
+    EXPECT_EQ(pow(Decimal21(-1), Decimal21::from_text("1e30"), &fault).to_text(-1), "1E+0");
+    EXPECT_EQ(pow(Decimal21(-1), Decimal21::from_text("1000000000000000000000000000001"), &fault).to_text(-1), "-1E+0");
+    EXPECT_EQ(pow(Decimal21(0), Decimal21(2), &fault).to_text(-1), "0E+0");
     EXPECT_FALSE(fault);
+    pow(Decimal21(0), Decimal21(0), &fault);
+    EXPECT_TRUE(fault);
+    fault = false;
+    EXPECT_TRUE(log10(Decimal21::from_text("1e-5")).is_integer()); // exact, not -4.999...
+    EXPECT_TRUE(log1p(Decimal21(-1), &fault).is_zero());
+    EXPECT_TRUE(fault);
+    fault = false;
     atanh(Decimal21(1), &fault);
     EXPECT_TRUE(fault);
     EXPECT_EQ(sin(Decimal50::from_text("30") * pi<50>() / Decimal50(180)).to_text(14), "5.00000000000000E-1");
