@@ -1,0 +1,17 @@
+#pragma once
+#include <string>
+#include <string_view>
+
+namespace quorvex::store {
+
+// Replaces the file at `path` by `bytes` as one step: the bytes go to a temporary file in the
+// same folder, reach the disk, and the temporary file is renamed over the target. Whatever
+// happens on the way (a full disk, a killed process), the target holds either its old content or
+// the new one, never a mixture. An existing file keeps its permissions. False with `error` set
+// (in the program's words) on failure; the temporary file is then removed.
+bool write_file_atomically(const std::string& path, std::string_view bytes, std::string* error = nullptr);
+
+// The whole file, or false when it can not be opened or is not a regular file.
+bool read_whole_file(const std::string& path, std::string& bytes);
+
+} // namespace quorvex::store

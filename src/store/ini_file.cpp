@@ -1,0 +1,325 @@
+#include "ini_file.h"
+
+#include "atomic_write.h"
+
+#include <cctype>
+#include <cstdlib>
+
+namespace quorvex::store {
+
+namespace {
+
+constexpr const char* k_new_line = "\r\n";
+
+bool is_blank(char c) { return c == ' ' || c == '\t'; }
+
+// Splits text into lines, each with the end it had; a CR alone is part of its line.
+std::vector<IniLine> split_lines(std::string_view text) {
+    std::vector<IniLine> lines;
+    size_t start = 0;
+    while (start < text.size()) {
+        const size_t feed = text.find('\n', start);
+        if (feed == std::string_view::npos) {
+            lines.push_back({std::string(text.substr(start)), ""});
+            break;
+        }
+        const bool carriage = feed > start && text[feed - 1] == '\r';
+        const size_t end = carriage ? feed - 1 : feed;
+        lines.push_back({std::string(text.substr(start, end - start)), carriage ? "\r\n" : "\n"});
+        start = feed + 1;
+    }
+    return lines;
+}
+
+void append_line(std::string& out, const IniLine& line) {
+    out += line.text;
+    out += line.end;
+}
+
+bool is_blank_line(const IniLine& line) { return trim_blanks(line.text).empty(); }
+
+std::string profile_key(std::string_view key) {
+    std::string mapped(trim_blanks(key));
+    IniFile::ReplaceChar(mapped, '=');
+    return mapped;
+}
+
+} // namespace
+
+std::string lower_case(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return lower;
+}
+
+std::string_view trim_blanks(std::string_view text) {
+    size_t first = 0, last = text.size();
+    while (first < last && is_blank(text[first])) ++first;
+    while (last > first && (is_blank(text[last - 1]) || text[last - 1] == '\r')) --last;
+    return text.substr(first, last - first);
+}
+
+bool split_header_line(std::string_view line, std::string_view& name) {
+    const std::string_view trimmed = trim_blanks(line);
+    if (trimmed.empty() || trimmed[0] != '[') return false;
+    const size_t close = trimmed.find(']');
+    name = trim_blanks(trimmed.substr(1, close == std::string_view::npos ? std::string_view::npos : close - 1));
+    return true;
+}
+
+bool split_key_line(std::string_view line, std::string_view& key, std::string_view& value) {
+    const size_t equal = line.find('=');
+    if (equal == std::string_view::npos) return false;
+    key = trim_blanks(line.substr(0, equal));
+    value = trim_blanks(line.substr(equal + 1));
+    return true;
+}
+
+IniFile::IniFile(std::string path) : m_path(std::move(path)) {
+    std::string bytes;
+    if (!m_path.empty() && read_whole_file(m_path, bytes)) {
+        m_exists = true;
+        parse(bytes);
+    }
+}
+
+IniFile::~IniFile() = default;
+
+void IniFile::SetText(std::string_view text) {
+    parse(text);
+    m_modified = false;
+    m_has_content = true;
+}
+
+void IniFile::parse(std::string_view text) {
+    m_preamble.clear();
+    m_sections.clear();
+    m_section_index.clear();
+    for (IniLine& line : split_lines(text)) {
+        std::string_view name;
+        if (split_header_line(line.text, name)) {
+            Section section;
+            section.name = std::string(name);
+            section.header = std::move(line);
+            m_section_index.emplace(lower_case(section.name), m_sections.size());
+            m_sections.push_back(std::move(section));
+        } else if (m_sections.empty()) {
+            append_line(m_preamble, line);
+        } else {
+            m_sections.back().lines.push_back(std::move(line));
+        }
+    }
+    for (Section& section : m_sections) index_section(section);
+    m_text_valid = false;
+    ++m_revision;
+}
+
+void IniFile::index_section(Section& section) const {
+    section.keys.clear();
+    for (size_t i = 0; i < section.lines.size(); ++i) {
+        std::string_view key, value;
+        if (split_key_line(section.lines[i].text, key, value)) section.keys.emplace(lower_case(key), i);
+    }
+}
+
+const IniFile::Section* IniFile::find_section(std::string_view name) const {
+    const auto found = m_section_index.find(lower_case(trim_blanks(name)));
+    return found == m_section_index.end() ? nullptr : &m_sections[found->second];
+}
+
+IniFile::Section* IniFile::find_section(std::string_view name) {
+    return const_cast<Section*>(static_cast<const IniFile*>(this)->find_section(name));
+}
+
+const IniLine* IniFile::find_line(std::string_view section_name, std::string_view key) const {
+    const Section* section = find_section(section_name);
+    if (!section) return nullptr;
+    const auto found = section->keys.find(lower_case(profile_key(key)));
+    return found == section->keys.end() ? nullptr : &section->lines[found->second];
+}
+
+std::string IniFile::GetString(std::string_view section, std::string_view key, std::string_view fallback) const {
+    const IniLine* line = find_line(section, key);
+    if (!line) return std::string(fallback);
+    std::string_view name, value;
+    split_key_line(line->text, name, value);
+    return std::string(value);
+}
+
+std::vector<std::string> IniFile::GetKeyNames(std::string_view section_name) const {
+    std::vector<std::string> names;
+    const Section* section = find_section(section_name);
+    if (!section) return names;
+    for (const IniLine& line : section->lines) {
+        std::string_view key, value;
+        if (split_key_line(line.text, key, value)) names.emplace_back(key);
+    }
+    return names;
+}
+
+std::vector<std::string> IniFile::GetSectionNames() const {
+    std::vector<std::string> names;
+    for (const Section& section : m_sections) names.push_back(section.name);
+    return names;
+}
+
+bool IniFile::HasSection(std::string_view section) const { return find_section(section) != nullptr; }
+
+int IniFile::GetInt(std::string_view section, std::string_view key, int fallback) const {
+    const IniLine* line = find_line(section, key);
+    if (!line) return fallback;
+    std::string_view name, value;
+    split_key_line(line->text, name, value);
+    size_t i = 0;
+    const bool negative = !value.empty() && value[0] == '-';
+    if (negative) ++i;
+    long long number = 0;
+    for (; i < value.size() && std::isdigit(static_cast<unsigned char>(value[i])); ++i) {
+        number = number * 10 + (value[i] - '0');
+        if (number > 2147483648LL) number = 2147483648LL; // an absurd value saturates
+    }
+    if (negative) number = -number;
+    if (number > 2147483647LL) number = 2147483647LL;
+    return static_cast<int>(number);
+}
+
+bool IniFile::WriteString(std::string_view section_name, std::string_view key, std::string_view value) {
+    const std::string mapped = profile_key(key);
+    if (mapped.empty() || trim_blanks(section_name).empty()) return false;
+    std::string text = mapped + "=" + std::string(value);
+    // A line end inside a value would split it into lines that read back as something else.
+    for (char& c : text)
+        if (c == '\r' || c == '\n') c = ' ';
+
+    Section* section = find_section(section_name);
+    if (!section) {
+        // A new section goes at the end of the file, on a line of its own.
+        if (!m_sections.empty()) {
+            Section& last = m_sections.back();
+            IniLine& tail = last.lines.empty() ? last.header : last.lines.back();
+            if (tail.end.empty()) tail.end = k_new_line;
+        } else if (!m_preamble.empty() && m_preamble.back() != '\n') {
+            m_preamble += k_new_line;
+        }
+        Section created;
+        created.name = std::string(trim_blanks(section_name));
+        created.header = {"[" + created.name + "]", k_new_line};
+        m_section_index.emplace(lower_case(created.name), m_sections.size());
+        m_sections.push_back(std::move(created));
+        section = &m_sections.back();
+    }
+
+    const auto found = section->keys.find(lower_case(mapped));
+    if (found != section->keys.end()) {
+        section->lines[found->second].text = std::move(text);
+    } else {
+        // A new key follows the last line of the section that is not blank.
+        size_t at = section->lines.size();
+        while (at > 0 && is_blank_line(section->lines[at - 1])) --at;
+        IniLine& before = at == 0 ? section->header : section->lines[at - 1];
+        if (before.end.empty()) before.end = k_new_line;
+        section->lines.insert(section->lines.begin() + static_cast<long>(at), IniLine{std::move(text), k_new_line});
+        if (at + 1 == section->lines.size())
+            section->keys.emplace(lower_case(mapped), at);
+        else
+            index_section(*section);
+    }
+    changed();
+    return true;
+}
+
+bool IniFile::DeleteKey(std::string_view section_name, std::string_view key) {
+    Section* section = find_section(section_name);
+    if (!section) return false;
+    const auto found = section->keys.find(lower_case(profile_key(key)));
+    if (found == section->keys.end()) return false;
+    section->lines.erase(section->lines.begin() + static_cast<long>(found->second));
+    index_section(*section);
+    changed();
+    return true;
+}
+
+bool IniFile::DeleteSection(std::string_view section_name) {
+    const auto found = m_section_index.find(lower_case(trim_blanks(section_name)));
+    if (found == m_section_index.end()) return false;
+    m_sections.erase(m_sections.begin() + static_cast<long>(found->second));
+    m_section_index.clear();
+    for (size_t i = 0; i < m_sections.size(); ++i) m_section_index.emplace(lower_case(m_sections[i].name), i);
+    changed();
+    return true;
+}
+
+bool IniFile::GetColor(std::string_view section, std::string_view key, TColor fallback, TColor& out) const {
+    std::string value = GetString(section, key);
+    if (value.size() > 27) value.resize(27); // the value is read into a small buffer
+    out = fallback;
+    if (value.empty()) return false;
+    const size_t first = value.find(',');
+    const size_t second = first == std::string::npos ? first : value.find(',', first + 1);
+    if (second == std::string::npos) return false;
+    const long red = std::strtol(value.c_str(), nullptr, 10);
+    const long green = std::strtol(value.c_str() + first + 1, nullptr, 10);
+    const long blue = std::strtol(value.c_str() + second + 1, nullptr, 10);
+    out = static_cast<TColor>(red & 255) | static_cast<TColor>(green & 255) << 8 |
+          static_cast<TColor>(blue & 255) << 16;
+    return true;
+}
+
+bool IniFile::GetPoint(std::string_view section, std::string_view key, std::string& x, std::string& y,
+                       std::string& z) const {
+    x.clear();
+    y.clear();
+    z.clear();
+    const std::string value = GetString(section, key);
+    if (value.empty()) return false;
+    std::string* fields[] = {&x, &y, &z};
+    bool any = false;
+    size_t start = 0;
+    for (int i = 0; i < 3; ++i) {
+        const size_t comma = i < 2 ? value.find(',', start) : std::string::npos;
+        std::string_view field = std::string_view(value).substr(start, comma == std::string::npos ? std::string::npos
+                                                                                                : comma - start);
+        while (!field.empty() && std::isspace(static_cast<unsigned char>(field.front()))) field.remove_prefix(1);
+        if (!field.empty()) {
+            *fields[i] = std::string(field);
+            any = true;
+        }
+        if (comma == std::string::npos) break;
+        start = comma + 1;
+    }
+    return any;
+}
+
+void IniFile::ReplaceChar(std::string& text, char c) {
+    for (char& each : text)
+        if (each == c) each = '|';
+}
+
+const std::string& IniFile::Text() const {
+    if (!m_text_valid) {
+        m_text = m_preamble;
+        for (const Section& section : m_sections) {
+            append_line(m_text, section.header);
+            for (const IniLine& line : section.lines) append_line(m_text, line);
+        }
+        m_text_valid = true;
+    }
+    return m_text;
+}
+
+void IniFile::changed() {
+    m_modified = true;
+    m_has_content = true;
+    m_text_valid = false;
+    ++m_revision;
+}
+
+bool IniFile::Save(std::string* error) {
+    if (!m_modified && m_exists) return true;
+    if (!write_file_atomically(m_path, Text(), error)) return false;
+    m_exists = true;
+    m_modified = false;
+    return true;
+}
+
+} // namespace quorvex::store
