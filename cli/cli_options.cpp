@@ -20,6 +20,10 @@ const char* usage_text() {
            "      --zero TOL      answer parts smaller than TOL show as 0 (default 1e-12)\n"
            "      --point         always show the decimal point\n"
            "      --sign          write + in front of positive answers\n"
+           "      --data-dir DIR  the user's folder: user function library, settings (default\n"
+           "                      $XDG_DATA_HOME/Quorvex, else ~/.local/share/Quorvex)\n"
+           "      --library-dir DIR  the folder of the system function library Quorvex.lib\n"
+           "                      (default: the installed one)\n"
            "  -h, --help          show this text\n"
            "      --version       show the version\n"
            "\n"
@@ -92,6 +96,14 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             options.point = true;
         } else if (arg == "--sign") {
             options.sign = true;
+        } else if (arg == "--data-dir" || arg == "--library-dir") {
+            const char* text = value_of(i, arg.c_str());
+            if (!text) return std::nullopt;
+            if (!*text) {
+                error = arg + " needs a folder";
+                return std::nullopt;
+            }
+            (arg == "--data-dir" ? options.data_dir : options.library_dir) = text;
         } else if (arg == "-h" || arg == "--help") {
             options.help = true;
         } else if (arg == "--version") {

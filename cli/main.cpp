@@ -1,9 +1,11 @@
 // quorvex-cli: the command-line face of the engine, for batch and interactive use.
 #include "cli_options.h"
+#include "data_folders.h"
 #include "line_evaluator.h"
 
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
+#include "store/user_library.h"
 
 #include <editline/readline.h>
 #include <unistd.h>
@@ -73,6 +75,11 @@ int main(int argc, char** argv) {
     StderrReporter reporter;
     quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
     parser.set_reporter(&reporter);
+    // The user library is made on first use; if that fails, the Parser says the file is missing.
+    const std::string data_dir = options->data_dir.empty() ? quorvex::cli::default_data_dir() : options->data_dir;
+    if (!data_dir.empty()) quorvex::store::ensure_user_library(data_dir);
+    parser.set_library_dirs(options->library_dir.empty() ? quorvex::cli::default_library_dir() : options->library_dir,
+                            data_dir);
     parser.set_angle_type(options->angle_type);
     parser.answer_format().format = options->format;
     if (options->precision) parser.answer_format().precision = *options->precision;

@@ -3,6 +3,7 @@
 
 #include "error_tables.h"
 #include "evaluation_aborted.h"
+#include "function_library.h"
 
 #include <new>
 #include <stdexcept>
@@ -11,8 +12,9 @@ namespace quorvex::engine {
 
 Parser::Parser(const BuiltinTable* builtins, std::string system_dir, std::string user_dir)
     : m_builtins(builtins), m_statistics(statistics_messages(), "Statistics Error"), m_deviates(deviates_messages(), "Deviate Error"),
-      m_system_dir(system_dir), m_system_library_path(std::move(system_dir) + "Quorvex.lib"),
-      m_user_library_path(std::move(user_dir) + "QuorvexUser.lib") {}
+      m_system_dir(system_dir) {
+    set_library_dirs(system_dir, user_dir);
+}
 
 Parser::~Parser() { reset(); }
 
@@ -23,6 +25,7 @@ void Parser::reset() {
     m_input_pos = m_input_start = 0;
     m_scanning = false;
     m_mapping = false;
+    m_cur_lib_function.reset();
 }
 
 const char* Parser::eval_exp(const char* text, bool silent, bool show_equal, bool as_fraction) {
@@ -34,6 +37,7 @@ const char* Parser::eval_exp(const char* text, bool silent, bool show_equal, boo
 const char* Parser::eval_exp(const char* text, complex& answer, bool silent, bool show_equal, bool as_fraction) {
     // A null text evaluates the expression already in place (the mapper prepares one that way).
     if (text) m_expression = text;
+    open_libraries(); // a missing library is reported at the first evaluation, once
     m_error_code = -1;
     m_root_taken = false;
     m_check_digits = false;

@@ -20,6 +20,8 @@
 
 namespace quorvex::engine {
 
+class FunctionLibrary;
+
 // A data point as text: the x, y and z that a line of a points file gave, any of them empty.
 struct StrPoint {
     std::string x, y, z;
@@ -172,6 +174,21 @@ public:
     bool funcs_saved() const { return m_funcs_saved; }
     void set_funcs_saved(bool saved) { m_funcs_saved = saved; }
 
+    // --- function libraries ----------------------------------------------------------------------
+    // The folders of the system library (Quorvex.lib) and of the user's (QuorvexUser.lib); an
+    // empty folder means no such library. Both are opened on first use and read once.
+    void set_library_dirs(const std::string& system_dir, const std::string& user_dir);
+    // Uses the libraries another Parser has opened already, without reading or reporting again.
+    void share_libraries(const Parser& other);
+    // Whether the file can be read; if not, the user is told once, under "File Access".
+    bool CheckFunctionLibraryAccess(const std::string& path);
+    // True when the name is a function of a library (the system's first); that function is then
+    // the current library function.
+    bool is_library_function(const char* name);
+    const Function* current_library_function() const { return m_cur_lib_function.get(); }
+    FunctionLibrary* system_library();
+    FunctionLibrary* user_library();
+
     // --- names the evaluator resolves besides variables ---------------------------------------
     const BuiltinTable* builtins() const { return m_builtins; }
     // The folder of the system's data: the function library and the statistics tables.
@@ -280,7 +297,16 @@ private:
     void declare_function();
     void insert_functions();
     void eval_function(int index);
+    void eval_lib_function();
     void insert_function(const std::string& value, size_t position, size_t tail);
+    // The argument texts of the call whose name was just read, up to its closing bracket.
+    std::vector<std::string> read_call_arguments();
+    void check_argument_count(const Function& function, int count);
+    void check_library_call(const std::string& name);
+    // Every expansion counts against a bound, so functions that call each other stop.
+    void count_expansion();
+    void open_libraries();
+    bool text_holds_name(const std::string& text, const std::string& name);
 
     // The levels of the descent.
     void eval_exp0(complex& value, std::ostringstream& out);
@@ -354,6 +380,10 @@ private:
     std::string m_system_dir;
     std::string m_system_library_path;
     std::string m_user_library_path;
+    std::shared_ptr<FunctionLibrary> m_system_library;
+    std::shared_ptr<FunctionLibrary> m_user_library;
+    bool m_libraries_opened = false;
+    std::unique_ptr<Function> m_cur_lib_function;
     PrecformType m_answer_format;
     PrecformType m_variable_format;
     std::string m_answer_text;

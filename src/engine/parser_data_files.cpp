@@ -115,6 +115,7 @@ bool Parser::get_file_data(std::vector<long double>& list, const char* file, int
     // Each point is an expression of its own: numbers and built-in functions, but no variable
     // of the document.
     Parser reader(m_builtins, m_system_dir);
+    reader.share_libraries(*this);
     for (size_t i = 0; i < tokens.size(); ++i) {
         complex value;
         reader.eval_exp(tokens[i].c_str(), value, true, false, false);

@@ -147,7 +147,12 @@ void Parser::declare_function() {
         if (m_token == short_name && call)
             special_exception("Function ' %s ' can not be a function of itself!", short_name.c_str());
         const char* name = m_token.c_str();
-        if (is_function(name) || is_internal_function(name) || is_constant(name) || is_variable(name)) continue;
+        if (is_function(name) || is_internal_function(name)) continue;
+        if (is_library_function(name)) {
+            check_library_call(m_token);
+            continue;
+        }
+        if (is_constant(name) || is_variable(name)) continue;
         if (call) special_exception("' %s ' is not currently defined as a function!", name);
         if (!variables.empty() && std::find(variables.begin(), variables.end(), m_token) == variables.end())
             special_exception("Variable ' %s ' Has Not Yet Been Defined!", name);
@@ -186,28 +191,53 @@ void Parser::declare_function() {
     m_func_declared = true;
 }
 
+void Parser::check_library_call(const std::string& name) {
+    // A call in a body must have its bracket and as many arguments as the library function has
+    // variables; the scanner stays where it was.
+    if (at(m_input_pos) != '[')
+        special_exception("Bracket of type ' [ ' expected for call to function ' %s ' !", name.c_str());
+    int depth = 0, count = 0;
+    bool empty = true;
+    for (size_t p = m_input_pos; p < m_expression.size(); ++p) {
+        const char c = m_expression[p];
+        if (c == '[' || c == '(') {
+            if (depth++ == 0) continue;
+        } else if (c == ']' || c == ')') {
+            if (--depth == 0) break;
+        } else if (c == ',' && depth == 1) {
+            ++count;
+            continue;
+        }
+        if (c != ' ') empty = false;
+    }
+    if (!empty || count > 0) ++count;
+    check_argument_count(*m_cur_lib_function, count);
+}
+
 void Parser::insert_functions() {
     m_input_pos = m_input_start;
     while (get_token() && !m_token.empty()) {
         if (m_token_kind != VARIABLE || at(m_input_pos) != '[') continue;
         const int index = find_function(m_token.c_str());
-        if (index >= 0) eval_function(index);
+        if (index >= 0)
+            eval_function(index);
+        else if (is_library_function(m_token.c_str()))
+            eval_lib_function();
     }
 }
 
-void Parser::eval_function(int index) {
-    Function& function = *m_functions[static_cast<size_t>(index)];
+void Parser::count_expansion() {
     if (++m_expansions > k_max_expansions || m_expression.size() > m_original_length + k_max_growth)
         special_exception("The functions of this line call each other without end, so the line can not be "
                           "evaluated!",
                           nullptr);
-    const size_t start = m_input_pos - function.short_name().size();
-    function.ResetModFuncValue();
+}
+
+std::vector<std::string> Parser::read_call_arguments() {
+    std::vector<std::string> arguments;
     get_token(); // "["
     get_token(); // the first token of the first argument
-    int count = 0;
     while (!m_token.empty() && m_token != "]") {
-        ++count;
         // The argument's own text, up to a comma or the closing bracket at its level.
         const size_t argument_start = m_input_pos - m_token.size();
         int depth = 0;
@@ -218,17 +248,32 @@ void Parser::eval_function(int index) {
             get_token();
         }
         const size_t argument_end = m_token.empty() ? m_input_pos : m_input_pos - m_token.size();
-        const std::string argument = "(" + trimmed(m_expression.substr(argument_start, argument_end - argument_start)) + ")";
-        if (count <= function.num_variables()) function.ModFuncValue(count, argument);
-        if (m_token == ",") get_token();
-        else if (m_token != "]") parser_exception(3);
+        arguments.push_back(trimmed(m_expression.substr(argument_start, argument_end - argument_start)));
+        if (m_token == ",")
+            get_token();
+        else if (m_token != "]")
+            parser_exception(3);
     }
-    if (count != function.num_variables()) {
-        m_last_error = "Function ' " + function.full_name() + " ' requires ' " + std::to_string(function.num_variables()) +
-                       " ' dependent variables, ' " + std::to_string(count) + (count == 1 ? " ' was used!" : " ' were used!") +
-                       " Commas may only be used to separate function parameters or define an incremental variable!";
-        special_exception();
-    }
+    return arguments;
+}
+
+void Parser::check_argument_count(const Function& function, int count) {
+    if (count == function.num_variables()) return;
+    m_last_error = "Function ' " + function.full_name() + " ' requires ' " + std::to_string(function.num_variables()) +
+                   " ' dependent variables, ' " + std::to_string(count) + (count == 1 ? " ' was used!" : " ' were used!") +
+                   " Commas may only be used to separate function parameters or define an incremental variable!";
+    special_exception();
+}
+
+void Parser::eval_function(int index) {
+    Function& function = *m_functions[static_cast<size_t>(index)];
+    count_expansion();
+    const size_t start = m_input_pos - function.short_name().size();
+    function.ResetModFuncValue();
+    int count = 0;
+    for (const std::string& argument : read_call_arguments())
+        if (++count <= function.num_variables()) function.ModFuncValue(count, "(" + argument + ")");
+    check_argument_count(function, count);
     check_balanced_parens(function.mod_value());
     insert_function(function.mod_value(), start, m_input_pos);
     function.ResetModFuncValue();

@@ -50,6 +50,12 @@ void Parser::eval_exp0(complex& value, std::ostringstream& out) {
     }
 
     if (m_token_kind == VARIABLE && !is_internal_function(m_token.c_str()) && is_function_declaration()) {
+        m_input_pos = m_input_start;
+        get_token();
+        if (is_library_function(m_token.c_str()))
+            special_exception("' %s ' has already been defined as a mathematical library function. You can not "
+                              "redefine this function! Please choose another name!",
+                              m_token.c_str());
         declare_function();
         if (m_beep && m_reporter) m_reporter->beep();
         throw EvaluationAborted{}; // the declaration is over; the line has no answer

@@ -150,7 +150,8 @@ void Parser::insert_brackets(std::string& text, int mode) {
         if (m_token_kind != VARIABLE) continue;
         const size_t behind = m_input_pos;
         const bool function =
-            is_function(m_token.c_str()) || is_internal_function(m_token.c_str()) || is_function_declaration();
+            is_function(m_token.c_str()) || is_internal_function(m_token.c_str()) ||
+            is_library_function(m_token.c_str()) || is_function_declaration();
         m_input_pos = behind;
         // A blank between the name and its bracket means no call: "sin (x)" stays as it is.
         if (!function || at(behind) != open) continue;

@@ -3,6 +3,8 @@
 // Format of a golden file:
 //   # comment            ignored, as are blank lines between cases
 //   %options ARGS        extra command-line options for the whole file (space-separated)
+//   @FIXTURES@           anywhere in options, inputs and answers: the fixtures folder (the
+//                        runner's third argument)
 //   > EXPRESSION         one input line; \t, \xNN and \\ are escapes
 //   EXPECTED             the line right after an input: its expected --answers line (may be
 //                        empty), with the same escapes
@@ -52,10 +54,15 @@ std::string unescape(const std::string& text) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::cerr << "usage: golden_runner QUORVEX_CLI GOLDEN_FILE\n";
+    if (argc != 3 && argc != 4) {
+        std::cerr << "usage: golden_runner QUORVEX_CLI GOLDEN_FILE [FIXTURES_DIR]\n";
         return 2;
     }
+    const std::string fixtures = argc == 4 ? argv[3] : "";
+    auto with_fixtures = [&](std::string text) {
+        for (size_t at; (at = text.find("@FIXTURES@")) != std::string::npos;) text.replace(at, 10, fixtures);
+        return text;
+    };
     std::ifstream golden(argv[2], std::ios::binary);
     if (!golden) {
         std::cerr << "cannot open " << argv[2] << '\n';
@@ -68,10 +75,10 @@ int main(int argc, char** argv) {
     while (std::getline(golden, line)) {
         ++number;
         if (line.rfind("%options ", 0) == 0) {
-            options += " " + line.substr(9);
+            options += " " + with_fixtures(line.substr(9));
         } else if (line.rfind("> ", 0) == 0 || line == ">") {
-            Case c{number, unescape(line.size() > 2 ? line.substr(2) : ""), ""};
-            if (std::getline(golden, line)) ++number, c.expected = unescape(line);
+            Case c{number, with_fixtures(unescape(line.size() > 2 ? line.substr(2) : "")), ""};
+            if (std::getline(golden, line)) ++number, c.expected = with_fixtures(unescape(line));
             cases.push_back(c);
         }
     }

@@ -1,0 +1,32 @@
+#pragma once
+#include "function.h"
+
+#include "store/var_fun_ini_file.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace quorvex::engine {
+
+// A function library file (categories of "NAME[A,B]=body" entries, each with a "NAME=description"
+// line), read once and kept in memory. A name is looked up by walking the categories in file
+// order, as the file's listing rules say, and the first category that lists it gives its body.
+// The file does not change while it is loaded, so each name's answer is kept: a line's names cost
+// one hash lookup each after the first time. One evaluation at a time, like the Parser.
+class FunctionLibrary {
+public:
+    explicit FunctionLibrary(std::string path);
+
+    const std::string& path() const { return m_file.FileName(); }
+    // The library's function of that name (the bare name, any case), or null.
+    const Function* find(std::string_view name);
+    store::VarFunIniFile& file() { return m_file; }
+
+private:
+    store::VarFunIniFile m_file;
+    std::unordered_map<std::string, std::unique_ptr<Function>> m_found; // null: not in the library
+};
+
+} // namespace quorvex::engine

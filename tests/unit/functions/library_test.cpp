@@ -1,0 +1,81 @@
+// The system function library as shipped: every function evaluates to its independently computed
+// value, every one has a description, and a missing library is reported once.
+#include "engine/function_library.h"
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <set>
+
+using quorvex::engine::Parser;
+
+namespace {
+
+struct RecordingReporter : quorvex::engine::Reporter {
+    std::vector<std::string> said;
+    void report(std::string_view text, std::string_view caption, quorvex::engine::MessageKind) override {
+        said.push_back(std::string(caption) + ": " + std::string(text));
+    }
+};
+
+} // namespace
+
+TEST(SystemLibrary, EveryFunctionEvaluatesAtItsSamplePointAndIsDescribed) {
+    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    parser.set_library_dirs(QUORVEX_DATA_DIR, "");
+    parser.answer_format().zero_precision = 1e-30f; // physics answers are tiny, not zero
+    quorvex::engine::FunctionLibrary* library = parser.system_library();
+    ASSERT_NE(library, nullptr);
+
+    std::set<std::string> listed;
+    auto& file = library->file();
+    const std::vector<std::string> categories = file.GetFunctionCatagories();
+    EXPECT_GE(categories.size(), 8u);
+    for (const std::string& category : categories) {
+        std::vector<std::string> names;
+        EXPECT_TRUE(file.GetFunctionNames(names, category)) << category;
+        for (const std::string& name : names) {
+            const std::string bare = name.substr(0, name.find('['));
+            EXPECT_TRUE(listed.insert(bare).second) << bare << " is defined twice";
+            std::string description;
+            EXPECT_TRUE(file.GetFunctionValue(bare, description)) << bare << " has no description";
+        }
+    }
+    EXPECT_GE(listed.size(), 60u);
+
+    std::ifstream samples(QUORVEX_SAMPLES);
+    ASSERT_TRUE(samples);
+    std::set<std::string> sampled;
+    std::string line;
+    while (std::getline(samples, line)) {
+        if (line.empty() || line[0] == '#') continue;
+        const size_t tab = line.find('\t');
+        const std::string call = line.substr(0, tab);
+        const long double expected = std::stold(line.substr(tab + 1));
+        sampled.insert(call.substr(0, call.find('[')));
+        quorvex::engine::complex answer;
+        parser.eval_exp(call.c_str(), answer, true, false, false);
+        ASSERT_FALSE(parser.IsAnError()) << call << ": " << parser.GetLastError();
+        EXPECT_NEAR(static_cast<double>(answer.real() / expected), 1.0, 1e-12) << call;
+        EXPECT_EQ(answer.imag(), 0) << call;
+    }
+    EXPECT_EQ(sampled, listed); // a function without a sample point would go untested
+}
+
+TEST(SystemLibrary, AMissingLibraryIsReportedOnceAndNothingElseFails) {
+    RecordingReporter reporter;
+    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    parser.set_reporter(&reporter);
+    parser.set_library_dirs("/nonexistent", "");
+    quorvex::engine::complex answer;
+    parser.eval_exp("2+3", answer, true, false, false);
+    parser.eval_exp("SQRT[16]", answer, true, false, false);
+    EXPECT_EQ(answer.real(), 4);
+    ASSERT_EQ(reporter.said.size(), 1u);
+    EXPECT_EQ(reporter.said[0], "File Access: The Quorvex function library file \" /nonexistent/Quorvex.lib \" could "
+                                "not be opened! If the file exist's, check your system level access privilages.");
+}
