@@ -5,6 +5,7 @@
 #include "function.h"
 #include "instruction_code.h"
 #include "mathematics.h"
+#include "point.h"
 #include "precform.h"
 #include "reporter.h"
 #include "token_kind.h"
@@ -21,11 +22,6 @@
 namespace quorvex::engine {
 
 class FunctionLibrary;
-
-// A data point as text: the x, y and z that a line of a points file gave, any of them empty.
-struct StrPoint {
-    std::string x, y, z;
-};
 
 // The engine: evaluates one line of text at a time while reading it, by recursive descent, one
 // function per level of precedence. Variables live in the Parser and outlive evaluations; each
@@ -254,6 +250,9 @@ public:
     // a message sets `abort` and ends the reading. False when the file gave no points.
     bool get_file_points(std::vector<StrPoint>& list, const char* file, int function, bool& abort, bool quiet,
                          bool single);
+    // Points as numbers: up to three numbers a line (an explicit sign allowed), one point a line.
+    // The messages are those of the list readers; false when the file gave no points.
+    bool get_file_points(std::vector<Point>& list, const char* file, int function);
     // Removes the entry in position `column` (from 1) from each row of `columns` entries.
     static bool rem_data_column(std::vector<std::string>& list, int columns, int column);
     bool line_begins_with(const char* name) const;
@@ -332,6 +331,9 @@ private:
     void report_unknown_name(const std::string& name);
     // A data-file failure in the form the caller asked for; false, for the caller to return.
     bool report_file_error(const std::string& message, int function, int code, const char* file);
+    // The text of a data file, with `pos` on its first token; false, after reporting, for a file
+    // that is missing, too large or empty.
+    bool read_data_text(const char* name, int function, std::string& text, size_t& pos);
     void init_answer_stream(std::ostringstream& out);
     void reset();
     void add_variable(const std::string& name);

@@ -4,7 +4,9 @@
 #include "evaluation_aborted.h"
 #include "text_format.h"
 
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -38,30 +40,32 @@ bool Parser::report_file_error(const std::string& message, int function, int cod
     return false;
 }
 
-int Parser::get_file_data(std::vector<std::string>& list, const char* file, int function) {
-    const char* name = file ? file : "";
+bool Parser::read_data_text(const char* name, int function, std::string& text, size_t& pos) {
     // Only a regular file is data: a device or a pipe could be read for ever.
     std::error_code error;
     const bool regular = std::filesystem::is_regular_file(name, error);
     std::ifstream in;
     if (regular) in.open(name, std::ios::binary);
-    if (!regular || !in) {
-        report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), function, 15, name);
-        return 0;
-    }
+    if (!regular || !in)
+        return report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), function, 15, name);
     // Even the longest file of points, 32766 tokens of 511 characters, is far below this.
-    if (std::filesystem::file_size(name, error) > k_max_file_bytes) {
-        report_file_error(format_text("Too Many Data Points Found In The ' %s ' Data File, Limit Is 32767 Points!", name),
-                          function, 17, name);
-        return 0;
-    }
-    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    size_t pos = 0;
+    if (std::filesystem::file_size(name, error) > k_max_file_bytes)
+        return report_file_error(
+            format_text("Too Many Data Points Found In The ' %s ' Data File, Limit Is 32767 Points!", name), function, 17,
+            name);
+    text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    pos = 0;
     while (pos < text.size() && (text[pos] == ' ' || is_line_end(text[pos]))) ++pos;
-    if (pos >= text.size()) {
-        report_file_error(format_text("No Data Found In The ' %s ' Data File!", name), function, 16, name);
-        return 0;
-    }
+    if (pos >= text.size())
+        return report_file_error(format_text("No Data Found In The ' %s ' Data File!", name), function, 16, name);
+    return true;
+}
+
+int Parser::get_file_data(std::vector<std::string>& list, const char* file, int function) {
+    const char* name = file ? file : "";
+    std::string text;
+    size_t pos = 0;
+    if (!read_data_text(name, function, text, pos)) return 0;
     size_t count = 0, line_tokens = 0;
     int columns = -1;
     bool rectangular = true;
@@ -224,6 +228,47 @@ bool Parser::get_file_points(std::vector<StrPoint>& list, const char* file, int 
     }
     record_instruction(11);
     record_instruction(197);
+    return !list.empty();
+}
+
+} // namespace quorvex::engine
+
+namespace quorvex::engine {
+
+bool Parser::get_file_points(std::vector<Point>& list, const char* file, int function) {
+    const char* name = file ? file : "";
+    std::string text;
+    size_t pos = 0;
+    if (!read_data_text(name, function, text, pos)) return false;
+    size_t count = 0;
+    while (pos < text.size()) {
+        // One line: up to three numbers make its point; more are read and dropped.
+        Point point;
+        int on_line = 0;
+        while (pos < text.size() && !is_line_end(text[pos])) {
+            while (pos < text.size() && is_separator(text[pos]) && !is_line_end(text[pos])) ++pos;
+            const size_t start = pos;
+            while (pos < text.size() && !is_separator(text[pos])) ++pos;
+            const std::string token = text.substr(start, pos - start);
+            if (token.empty() || is_label(token)) continue;
+            char* end = nullptr;
+            const double value = token.size() <= k_max_token ? std::strtod(token.c_str(), &end) : 0;
+            if (!end || *end != '\0' || !std::isfinite(value))
+                return report_file_error(format_text("Invalid Data Found In The ' %s ' Data File At Point Number %d!", name,
+                                                     static_cast<int>(count + 1)),
+                                         function, 18, name);
+            std::optional<complex>* slots[] = {&point.x, &point.y, &point.z};
+            if (on_line < 3) *slots[on_line] = complex(value, 0);
+            ++on_line;
+        }
+        while (pos < text.size() && is_line_end(text[pos])) ++pos;
+        if (on_line == 0) continue;
+        if (++count > k_max_points)
+            return report_file_error(
+                format_text("Too Many Data Points Found In The ' %s ' Data File, Limit Is 32767 Points!", name), function,
+                17, name);
+        list.push_back(point);
+    }
     return !list.empty();
 }
 

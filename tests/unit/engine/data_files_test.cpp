@@ -95,3 +95,26 @@ TEST(DataFiles, PointFilesComplainSpecificallyOnceThenGenerallyOnceThenNoMore) {
     ASSERT_EQ(reporter.asked.size(), 1u);
     EXPECT_NE(reporter.asked[0].find("There were y value coordinates found."), std::string::npos);
 }
+
+TEST(DataFiles, NumericPointsTakeUpToThreeSignedNumbersALine) {
+    Parser parser;
+    std::vector<Point> points;
+    ASSERT_TRUE(parser.get_file_points(points, fixture("numeric_points.txt").c_str(), -1));
+    ASSERT_EQ(points.size(), 3u);
+    EXPECT_EQ(points[0], (Point{complex(1, 0), complex(2, 0), std::nullopt}));
+    EXPECT_EQ(points[1], (Point{complex(-3.5, 0), complex(4, 0), complex(5, 0)})); // the fourth number is dropped
+    EXPECT_EQ(points[2], (Point{complex(7, 0), std::nullopt, std::nullopt}));
+
+    points.clear();
+    EXPECT_FALSE(parser.get_file_points(points, fixture("unknown_name.txt").c_str(), -1));
+    EXPECT_STREQ(parser.GetLastError(),
+                 ("Invalid Data Found In The ' " + fixture("unknown_name.txt") + " ' Data File At Point Number 2!").c_str());
+    EXPECT_FALSE(parser.get_file_points(points, fixture("blank.txt").c_str(), -1));
+    EXPECT_STREQ(parser.GetLastError(), ("No Data Found In The ' " + fixture("blank.txt") + " ' Data File!").c_str());
+
+    // Point arithmetic works on the coordinates both have; ++ steps real and imaginary parts.
+    Point sum{complex(1, 0), complex(2, 0), std::nullopt};
+    sum += Point{complex(1, 1), std::nullopt, complex(9, 0)};
+    ++sum;
+    EXPECT_EQ(sum, (Point{complex(3, 2), complex(3, 1), std::nullopt}));
+}
