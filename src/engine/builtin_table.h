@@ -1,8 +1,10 @@
 #pragma once
 #include "complex.h"
+#include "mapped_machine.h"
 
 #include <sstream>
 #include <string_view>
+#include <vector>
 
 namespace quorvex::engine {
 
@@ -22,6 +24,13 @@ public:
     // Runs the entry with the token on the first token behind "["; returns the value and leaves
     // the token behind the last parameter.
     virtual complex call(int index, Parser& parser, std::ostringstream& out) const = 0;
+
+    // Runs one recorded step of a built-in in a mapped run, on the operands of the machine and,
+    // for the list forms, on the active data list. False for a code that is no built-in's.
+    virtual bool run_instruction(int code, Parser& parser, MachineState& machine, std::vector<long double>& data) const {
+        (void)code, (void)parser, (void)machine, (void)data;
+        return false;
+    }
 
     // Constant names match exactly; -1 for an unknown name.
     virtual int constant_index(std::string_view name) const = 0;

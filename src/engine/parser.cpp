@@ -91,9 +91,8 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     return m_answer_text.c_str();
 }
 
-void Parser::record_instruction(int code) {
-    // Recording for repeated runs arrives with the equation mapper; until then nothing maps.
-    (void)code;
+void Parser::record_instruction(int code, complex value, const char* text) {
+    if (m_mapping && m_current_equation) m_current_equation->set_instruction(code, value, text);
 }
 
 int Parser::internal_function(const char* name) const {
@@ -115,7 +114,7 @@ const char* Parser::get_constant_name(int index) const {
 long double Parser::get_constant_value(const char* name) {
     const int index = constant_index(name);
     if (index < 0) return 0;
-    record_instruction(LOAD_CONSTANT);
+    record_instruction(LOAD_CONSTANT, {}, name);
     return m_builtins->constant_value(index);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "builtin_table.h"
 #include "complex.h"
+#include "equation.h"
 #include "error_layer.h"
 #include "function.h"
 #include "instruction_code.h"
@@ -257,7 +258,28 @@ public:
     static bool rem_data_column(std::vector<std::string>& list, int columns, int column);
     bool line_begins_with(const char* name) const;
     bool at_last_bracket() const;
-    void record_instruction(int code);
+    // While mapping, appends a step to the current equation; `value` is a literal's, `text` the
+    // name a step reads.
+    void record_instruction(int code, complex value = {}, const char* text = nullptr);
+
+    // --- the equation mapper ------------------------------------------------------------------
+    // Mapping: new_equation() makes an equation current; with set_mapping(true) the next
+    // eval_exp records its steps into it (mapping ends with that evaluation). Equations are
+    // numbered from 1 in the order they were added.
+    int new_equation();
+    void set_mapping(bool on) { m_mapping = on; }
+    bool mapping() const { return m_mapping; }
+    // Maps `text` into a new equation: its number, or 0 (nothing kept) when the evaluation failed.
+    int map_expression(const char* text);
+    int equation_count() const { return static_cast<int>(m_equations.size()); }
+    Equation* current_equation() { return m_current_equation; }
+    // Runs equation `equation` (0: the current one) and returns its value; errors do not unwind,
+    // so test IsAnError() after every run. `quiet` keeps messages from being shown.
+    complex solve_equation(int equation, bool reset, bool quiet, bool symbolic = false);
+    // No symbolic service is part of this program: always null.
+    const char* solve_symbolic(int equation, bool reset, bool quiet);
+    void delete_equation(int equation);
+    int max_stack_depth() const { return m_max_stack_depth; }
 
     // --- kernels behind the operators; also used by built-in entries -----------------------------
     complex _pow(complex& z, complex& w);
@@ -305,6 +327,9 @@ private:
     // Every expansion counts against a bound, so functions that call each other stop.
     void count_expansion();
     void open_libraries();
+    // One step of a mapped run; false ends the run at once (after an error was raised).
+    bool run_step(int code, Equation& equation, MachineState& machine);
+    const std::string& next_name(Equation& equation);
     bool text_holds_name(const std::string& text, const std::string& name);
 
     // The levels of the descent.
@@ -405,6 +430,10 @@ private:
     bool m_var_changed = false;
     bool m_func_declared = false;
     bool m_mapping = false;
+    std::vector<std::unique_ptr<Equation>> m_equations;
+    Equation* m_current_equation = nullptr;
+    int m_max_stack_depth = 0;
+    bool m_quiet = false;
 };
 
 } // namespace quorvex::engine

@@ -102,7 +102,7 @@ int Parser::get_file_data(std::vector<std::string>& list, const char* file, int 
         while (pos < text.size() && is_separator(text[pos])) ++pos;
     }
     end_line();
-    record_instruction(11);
+    record_instruction(11, {}, name);
     record_instruction(197);
     if (count == 0) {
         report_file_error(format_text("No Data Found In The ' %s ' Data File!", name), function, 16, name);
@@ -226,7 +226,7 @@ bool Parser::get_file_points(std::vector<StrPoint>& list, const char* file, int 
         if (bad && !complain(!single)) return false; // the user chose to stop
         list.push_back(point);
     }
-    record_instruction(11);
+    record_instruction(11, {}, name);
     record_instruction(197);
     return !list.empty();
 }

@@ -177,16 +177,17 @@ void Parser::declare_function() {
     if (existing < 0) {
         m_functions.push_back(std::make_unique<Function>(full_name, body));
         m_current_function = function_count() - 1;
-        record_instruction(NEW_FUNCTION);
+        record_instruction(NEW_FUNCTION, {}, full_name.c_str());
+        for (const std::string& variable : variables) record_instruction(NEW_VARIABLE, {}, variable.c_str());
     } else {
         Function& function = *m_functions[static_cast<size_t>(existing)];
         if (function.full_name() != full_name) {
             function.SetFuncName(full_name);
-            record_instruction(FUNCTION_NAME);
+            record_instruction(FUNCTION_NAME, {}, full_name.c_str());
         }
         function.SetFuncValue(body);
     }
-    record_instruction(FUNCTION_VALUE);
+    record_instruction(FUNCTION_VALUE, {}, body.c_str());
     m_var_changed = true;
     m_func_declared = true;
 }

@@ -83,7 +83,7 @@ void Parser::eval_exp0(complex& value, std::ostringstream& out) {
                     return;
                 }
                 add_variable(name);
-                record_instruction(NEW_VARIABLE);
+                record_instruction(NEW_VARIABLE, {}, name.c_str());
                 m_var_changed = true;
                 out << "FLAG";
                 return;
@@ -117,23 +117,23 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
     eval_exp1(value, out);
     if (!is_variable(name.c_str())) {
         add_variable(name);
-        record_instruction(NEW_VARIABLE);
+        record_instruction(NEW_VARIABLE, {}, name.c_str());
     }
     if (m_token != ",") {
         set_var_value(value, name.c_str());
-        record_instruction(ASSIGN);
+        record_instruction(ASSIGN, {}, name.c_str());
     } else {
         // name = low, high, points
         const complex low = value;
         set_var_lowlimit(value, name.c_str());
-        record_instruction(LOW_LIMIT);
+        record_instruction(LOW_LIMIT, {}, name.c_str());
         get_token();
         eval_exp1(value, out);
         if (m_token != ",")
             special_exception("Comma expected after high limit in incremental variable declaration Of ' %s '",
                               name.c_str());
         set_var_hilimit(value, name.c_str());
-        record_instruction(HIGH_LIMIT);
+        record_instruction(HIGH_LIMIT, {}, name.c_str());
         if (low == value)
             special_exception("The lower and higher incremental limits for ' %s ' can not be equal", name.c_str());
         get_token();
@@ -143,7 +143,7 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
                               name.c_str());
         const double points = std::fmax(-1.0, std::fmin(value.real(), 2147483647.0));
         set_var_numpoints(static_cast<long>(points), name.c_str());
-        record_instruction(NUM_POINTS);
+        record_instruction(NUM_POINTS, {}, name.c_str());
         literal = true;
     }
     m_var_changed = true;
@@ -364,7 +364,7 @@ void Parser::atom_number(complex& value, std::ostringstream& out) {
             putback();
         }
     }
-    record_instruction(LOAD_LITERAL);
+    record_instruction(LOAD_LITERAL, value);
     get_token();
     if (m_token == "(" || m_token_kind == VARIABLE) m_implied_mult = true;
 }

@@ -54,7 +54,7 @@ void Parser::add_variable(const std::string& name) {
 complex Parser::get_var_value(const char* name) {
     const Variable* variable = find_var(name);
     if (!variable) return {0, 0};
-    record_instruction(LOAD_VARIABLE);
+    record_instruction(LOAD_VARIABLE, {}, name);
     return variable->value();
 }
 
