@@ -4,6 +4,7 @@
 #include "equation.h"
 #include "error_layer.h"
 #include "function.h"
+#include "host.h"
 #include "instruction_code.h"
 #include "mathematics.h"
 #include "point.h"
@@ -281,6 +282,33 @@ public:
     void delete_equation(int equation);
     int max_stack_depth() const { return m_max_stack_depth; }
 
+    // --- numerical calculus on a mapped equation ---------------------------------------------
+    // Each sets `variable`, runs the equation quietly and reads the real part. Decisions about
+    // convergence are made in decimal. The host, when there is one, is asked before every
+    // evaluation whether to stop; a stop returns at once (0 or false) with no message.
+    void set_host(Host* host) { m_host = host; }
+    Host* host() const { return m_host; }
+    // Romberg integration; mapper error 3 (by `quiet`) after 20 stages, with the last estimate.
+    long double RombIntegrate(int equation, const char* variable, long double lower, long double upper,
+                              long double accuracy, bool quiet);
+    // The extended trapezoid rule at `stage` (from 1), refining the running sum of the stages before.
+    long double Trapazoid(int equation, const char* variable, long double lower, long double upper, int stage);
+    // Neville's interpolation of the n points xa[1..n], ya[1..n] at x: value and last correction.
+    void PolyInterpolate(const long double* xa, const long double* ya, int n, long double x, long double* y,
+                         long double* dy);
+    // Ridders' extrapolation of central differences with the step shrinking tenfold; orders 2
+    // and 3 are derivatives of derivatives.
+    long double Derivative(int equation, const char* variable, const long double& x, const long double& step,
+                           int order, long double& tolerance, bool refine);
+    // One central difference; true means stop (an error is set).
+    bool Slope(int equation, const char* variable, const long double& x, const long double& offset,
+               const long double& step, int order, long double& tolerance, long double& slope, bool refine);
+    // Bisection with inverse quadratic interpolation; true when `root` holds an answer.
+    bool Root(int equation, const char* variable, long double x1, long double x2, long double accuracy,
+              int max_iterations, long double& root, bool ignored);
+    long double GetY(int equation, const char* variable, long double x, long double accuracy, long double& ymax,
+                     long double& ymin, bool& converged);
+
     // --- kernels behind the operators; also used by built-in entries -----------------------------
     complex _pow(complex& z, complex& w);
     complex _factorial(complex& z);
@@ -434,6 +462,14 @@ private:
     Equation* m_current_equation = nullptr;
     int m_max_stack_depth = 0;
     bool m_quiet = false;
+    Host* m_host = nullptr;
+    long double m_trapezoid_sum = 0; // the running sum of the trapezoid stages
+    // Calculus helpers: one evaluation of the equation, and the host's moment before one.
+    bool evaluate_at(int equation, const char* variable, long double x, long double& y);
+    bool breathe();
+    bool is_less(long double a, long double b);
+    bool is_less_equal(long double a, long double b);
+    bool stopped() const { return m_host && m_host->aborted(); }
 };
 
 } // namespace quorvex::engine

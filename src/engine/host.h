@@ -1,0 +1,16 @@
+#pragma once
+
+namespace quorvex::engine {
+
+// What a long calculation needs of the program around it: whether the user asked to stop, a
+// moment for the interface to stay alive, and a refresh of the variable list. A calculation
+// without a host simply runs to its end.
+class Host {
+public:
+    virtual ~Host() = default;
+    virtual bool aborted() const { return false; }
+    virtual void pump() {}
+    virtual void refresh() {}
+};
+
+} // namespace quorvex::engine

@@ -1,0 +1,314 @@
+// Integration, differentiation and root finding on a mapped equation. Every abscissa goes to the
+// variable as a double; every step that decides convergence is decimal arithmetic rounded to 15
+// significant digits (Mathematics::real_*), and comparisons lift their operands at 14 digits.
+#include "parser.h"
+
+#include "evaluation_aborted.h"
+
+#include <array>
+#include <cmath>
+
+namespace quorvex::engine {
+
+namespace {
+
+constexpr int k_romberg_stages = 20;
+constexpr int k_ridders_size = 10;
+
+// An error raised by the decimal arithmetic between runs unwinds like any error of the engine;
+// the calculation then ends with its fallback value and the message stands.
+template <typename Result, typename Work>
+Result guarded(Parser& parser, Result fallback, Work&& work) {
+    try {
+        return work();
+    } catch (const EvaluationAborted&) {
+        parser.SetSolvingMap(false);
+        return fallback;
+    }
+}
+
+} // namespace
+
+bool Parser::is_less(long double a, long double b) {
+    return compare(relational::less, true, complex(static_cast<double>(a), 0), complex(static_cast<double>(b), 0));
+}
+
+bool Parser::is_less_equal(long double a, long double b) {
+    return compare(relational::less_equal, true, complex(static_cast<double>(a), 0),
+                   complex(static_cast<double>(b), 0));
+}
+
+bool Parser::breathe() {
+    if (!m_host) return true;
+    m_host->pump();
+    m_host->refresh();
+    return !m_host->aborted();
+}
+
+bool Parser::evaluate_at(int equation, const char* variable, long double x, long double& y) {
+    set_var_value(complex(static_cast<double>(x), 0), variable);
+    const complex value = solve_equation(equation, false, true, false);
+    if (IsAnError()) return false;
+    y = value.real();
+    return true;
+}
+
+long double Parser::Trapazoid(int equation, const char* variable, long double lower, long double upper, int stage) {
+    Mathematics& m = m_math;
+    if (stage == 1) {
+        long double low = 0, high = 0;
+        if (!evaluate_at(equation, variable, lower, low)) return 0;
+        if (!breathe()) return 0;
+        if (!evaluate_at(equation, variable, upper, high)) return 0;
+        m_trapezoid_sum = m.real_mult(m.real_mult(0.5L, m.real_sub(upper, lower)), m.real_add(low, high));
+        return m_trapezoid_sum;
+    }
+    const long double points = std::ldexp(1.0L, stage - 2);
+    const long double width = m.real_div(m.real_sub(upper, lower), points);
+    long double x = m.real_add(lower, m.real_mult(0.5L, width));
+    long double sum = 0;
+    for (long double i = 0; i < points; ++i) {
+        if (!breathe()) return 0;
+        long double y = 0;
+        if (!evaluate_at(equation, variable, x, y)) return 0;
+        sum = m.real_add(sum, y);
+        x = m.real_add(x, width);
+    }
+    m_trapezoid_sum =
+        m.real_mult(0.5L, m.real_add(m_trapezoid_sum, m.real_div(m.real_mult(m.real_sub(upper, lower), sum), points)));
+    return m_trapezoid_sum;
+}
+
+void Parser::PolyInterpolate(const long double* xa, const long double* ya, int n, long double x, long double* y,
+                             long double* dy) {
+    Mathematics& m = m_math;
+    std::array<long double, 32> c{}, d{};
+    if (n < 1 || n >= static_cast<int>(c.size())) return;
+    int ns = 1;
+    long double nearest = m.real_abs(m.real_sub(x, xa[1]));
+    for (int i = 1; i <= n; ++i) {
+        const long double distance = m.real_abs(m.real_sub(x, xa[i]));
+        if (is_less(distance, nearest)) {
+            ns = i;
+            nearest = distance;
+        }
+        c[static_cast<size_t>(i)] = d[static_cast<size_t>(i)] = ya[i];
+    }
+    *y = ya[ns--];
+    for (int step = 1; step < n; ++step) {
+        for (int i = 1; i <= n - step; ++i) {
+            const long double ho = m.real_sub(xa[i], x);
+            const long double hp = m.real_sub(xa[i + step], x);
+            const long double w = m.real_sub(c[static_cast<size_t>(i + 1)], d[static_cast<size_t>(i)]);
+            long double den = m.real_sub(ho, hp);
+            if (den == 0) {
+                mapper_exception(7, true);
+                return;
+            }
+            den = m.real_div(w, den);
+            d[static_cast<size_t>(i)] = m.real_mult(hp, den);
+            c[static_cast<size_t>(i)] = m.real_mult(ho, den);
+        }
+        *dy = 2 * ns < n - step ? c[static_cast<size_t>(ns + 1)] : d[static_cast<size_t>(ns--)];
+        *y = m.real_add(*y, *dy);
+    }
+}
+
+long double Parser::RombIntegrate(int equation, const char* variable, long double lower, long double upper,
+                                  long double accuracy, bool quiet) {
+    ClearLastError();
+    return guarded(*this, 0.0L, [&]() -> long double {
+        Mathematics& m = m_math;
+        const long double zero = m_answer_format.zero_precision;
+        std::array<long double, k_romberg_stages + 2> h{}, s{};
+        h[1] = 1;
+        long double ss = 0, dss = 0, previous = 0;
+        bool first = true;
+        for (int j = 1; j <= k_romberg_stages; ++j) {
+            s[static_cast<size_t>(j)] = Trapazoid(equation, variable, lower, upper, j);
+            if (IsAnError() || stopped()) return 0;
+            if (j >= 5) {
+                // Element 1 of each view is stage j-4: the last five stages.
+                PolyInterpolate(&h[static_cast<size_t>(j - 5)], &s[static_cast<size_t>(j - 5)], 5, 0, &ss, &dss);
+                if (IsAnError() || stopped()) return 0;
+                if (first) {
+                    previous = dss;
+                    first = false;
+                }
+                // The three tests, in this order.
+                if (is_less_equal(m.real_abs(dss), m.real_mult(accuracy, m.real_abs(ss)))) return ss;
+                if (is_less_equal(m.real_add(m.real_abs(dss), m.real_abs(ss)), zero)) return 0;
+                if (is_less(m.real_abs(previous), m.real_abs(dss))) return ss; // the estimate began to grow
+                previous = dss;
+            }
+            h[static_cast<size_t>(j + 1)] = m.real_mult(0.25L, h[static_cast<size_t>(j)]);
+        }
+        mapper_exception(3, quiet);
+        return ss;
+    });
+}
+
+bool Parser::Slope(int equation, const char* variable, const long double& x, const long double& offset,
+                   const long double& step, int order, long double& tolerance, long double& slope, bool refine) {
+    Mathematics& m = m_math;
+    const complex saved = get_var_value(variable);
+    long double f1 = 0, f2 = 0;
+    const auto restore = [&] { set_var_value(saved, variable); };
+    if (order <= 1) {
+        for (const auto& [at, value] : {std::pair{m.real_add(x, offset), &f1}, std::pair{m.real_sub(x, offset), &f2}}) {
+            if (!breathe()) {
+                restore();
+                return false;
+            }
+            set_var_value(complex(static_cast<double>(at), 0), variable);
+            const complex result = solve_equation(equation, false, true, false);
+            if (IsAnError()) {
+                restore();
+                return true;
+            }
+            // Only a positive imaginary part is caught here.
+            if (result.imag() > 1e-14 && result.imag() > m_answer_format.zero_precision) {
+                mapper_exception(6, true);
+                restore();
+                return true;
+            }
+            *value = result.real();
+        }
+    } else {
+        f1 = Derivative(equation, variable, m.real_add(x, offset), step, order - 1, tolerance, refine);
+        if (IsAnError()) {
+            restore();
+            return true;
+        }
+        f2 = Derivative(equation, variable, m.real_sub(x, offset), step, order - 1, tolerance, refine);
+        if (IsAnError()) {
+            restore();
+            return true;
+        }
+    }
+    slope = m.real_div(m.real_sub(f1, f2), m.real_mult(2, offset));
+    restore();
+    return IsAnError() && !stopped();
+}
+
+long double Parser::Derivative(int equation, const char* variable, const long double& x, const long double& step,
+                               int order, long double& tolerance, bool refine) {
+    return guarded(*this, 0.0L, [&]() -> long double {
+        Mathematics& m = m_math;
+        const long double zero = m_answer_format.zero_precision;
+        long double best = 1e307L;
+        if (step == 0) mapper_exception(4, refine); // reported; the calculation goes on
+        std::array<std::array<long double, k_ridders_size + 1>, k_ridders_size + 1> a{};
+        long double hh = step;
+        if (Slope(equation, variable, x, hh, step, order, tolerance, a[1][1], true)) return 0.0L;
+        long double answer = a[1][1];
+        if (!refine) return answer; // the single slope, not extrapolated
+        for (int i = 2; i <= k_ridders_size; ++i) {
+            const size_t col = static_cast<size_t>(i);
+            hh = m.real_div(hh, 10);
+            if (Slope(equation, variable, x, hh, step, order, tolerance, a[1][col], refine)) return answer;
+            long double factor = 100;
+            for (size_t j = 2; j <= col; ++j) {
+                a[j][col] = m.real_div(m.real_sub(m.real_mult(a[j - 1][col], factor), a[j - 1][col - 1]),
+                                       m.real_sub(factor, 1));
+                factor = m.real_mult(100, factor);
+                const long double error = std::max(m.real_abs(m.real_sub(a[j][col], a[j - 1][col])),
+                                                   m.real_abs(m.real_sub(a[j][col], a[j - 1][col - 1])));
+                if (stopped()) break;
+                if (is_less_equal(error, best)) {
+                    best = error;
+                    answer = a[j][col];
+                }
+            }
+            const long double d = m.real_abs(m.real_sub(a[col][col], a[col - 1][col - 1]));
+            if (is_less_equal(m.real_abs(best), m.real_mult(tolerance, d))) break;
+            if (is_less_equal(m.real_add(m.real_abs(best), d), zero)) break;
+            if (stopped()) break;
+        }
+        return answer;
+    });
+}
+
+long double Parser::GetY(int equation, const char* variable, long double x, long double accuracy, long double& ymax,
+                         long double& ymin, bool& converged) {
+    if (!breathe()) return 0;
+    long double y = 0;
+    if (!evaluate_at(equation, variable, x, y)) return 0;
+    if (is_less(ymax, y)) ymax = y;
+    if (is_less(y, ymin)) ymin = y;
+    // A root is judged against the range of values the search has seen.
+    converged = is_less(m_math.real_abs(y), m_math.real_mult(accuracy, m_math.real_sub(ymax, ymin)));
+    return y;
+}
+
+bool Parser::Root(int equation, const char* variable, long double x1, long double x2, long double accuracy,
+                  int max_iterations, long double& root, bool) {
+    ClearLastError();
+    return guarded(*this, false, [&]() -> bool {
+        Mathematics& m = m_math;
+        const long double zero = m_answer_format.zero_precision;
+        long double ymax = -1e-307L, ymin = 1e-307L;
+        bool converged = false;
+        const auto failed = [&] { return IsAnError() || stopped(); };
+
+        long double f1 = GetY(equation, variable, x1, accuracy, ymax, ymin, converged);
+        if (failed()) return false;
+        if (is_less_equal(m.real_abs(f1), zero)) {
+            root = x1;
+            return true;
+        }
+        long double f2 = GetY(equation, variable, x2, accuracy, ymax, ymin, converged);
+        if (failed()) return false;
+        if (is_less_equal(m.real_abs(f2), zero)) {
+            root = x2;
+            return true;
+        }
+        if (is_less(0, m.real_mult(f1, f2))) return false; // no change of sign
+
+        long double xm = x1;
+        for (int iteration = 0; iteration < max_iterations; ++iteration) {
+            xm = m.real_div(m.real_add(x1, x2), 2);
+            if (is_less(m.real_abs(m.real_sub(x2, x1)), accuracy)) {
+                root = xm;
+                return true;
+            }
+            long double fm = GetY(equation, variable, xm, accuracy, ymax, ymin, converged);
+            if (failed()) return false;
+            if (converged) {
+                root = xm;
+                return true;
+            }
+            const long double d1 = m.real_sub(fm, f1), d2 = m.real_sub(f2, fm);
+            if (d1 != 0 && d2 != 0) {
+                // Inverse quadratic interpolation through both ends and the midpoint.
+                const long double d3 = m.real_sub(f2, f1);
+                const long double b = m.real_div(m.real_sub(xm, x1), d1);
+                const long double c = m.real_div(m.real_sub(d1, d2), m.real_mult(d2, d3));
+                if (!is_less(m.real_mult(f2, d3), m.real_mult(m.real_mult(2, fm), d1))) {
+                    const long double xn =
+                        m.real_sub(x1, m.real_mult(m.real_mult(b, f1), m.real_sub(1, m.real_mult(c, fm))));
+                    const long double fn = GetY(equation, variable, xn, accuracy, ymax, ymin, converged);
+                    if (failed()) return false;
+                    if (converged) {
+                        root = xn;
+                        return true;
+                    }
+                    if (is_less(m.real_mult(fn, f1), 0)) {
+                        xm = xn;
+                        fm = fn;
+                    } else {
+                        x1 = xn;
+                        f1 = fn;
+                    }
+                }
+            }
+            // The upper end moves to the midpoint whatever the sign there: the bracket may be lost.
+            x2 = xm;
+            f2 = fm;
+        }
+        root = xm;
+        return true;
+    });
+}
+
+} // namespace quorvex::engine
