@@ -4,6 +4,7 @@
 #include "mathematics.h"
 
 #include "number/complex_decimal.h"
+#include "number/fast_decimal.h"
 
 #include <cmath>
 #include <string>
@@ -29,11 +30,21 @@ long double finish(const Decimal14& result, std::string* text) {
 
 } // namespace
 
-complex Mathematics::complex_add(const complex& a, const complex& b) { return to_binary(number::add(to_decimal(a), to_decimal(b))); }
+// Sums and differences work part by part, and a product with a real factor is two real
+// products: those take the integer path, which gives the decimal type's answers exactly.
+complex Mathematics::complex_add(const complex& a, const complex& b) {
+    return {number::decimal_add(a.real(), b.real()), number::decimal_add(a.imag(), b.imag())};
+}
 
-complex Mathematics::complex_sub(const complex& a, const complex& b) { return to_binary(number::sub(to_decimal(a), to_decimal(b))); }
+complex Mathematics::complex_sub(const complex& a, const complex& b) {
+    return {number::decimal_sub(a.real(), b.real()), number::decimal_sub(a.imag(), b.imag())};
+}
 
-complex Mathematics::complex_mult(const complex& a, const complex& b) { return to_binary(number::mul(to_decimal(a), to_decimal(b))); }
+complex Mathematics::complex_mult(const complex& a, const complex& b) {
+    if (b.imag() == 0) return {number::decimal_mul(a.real(), b.real()), number::decimal_mul(a.imag(), b.real())};
+    if (a.imag() == 0) return {number::decimal_mul(a.real(), b.real()), number::decimal_mul(a.real(), b.imag())};
+    return to_binary(number::mul(to_decimal(a), to_decimal(b)));
+}
 
 complex Mathematics::complex_div(const complex& a, const complex& b) {
     const ComplexDecimal14 divisor = to_decimal(b);
