@@ -1,5 +1,6 @@
 #pragma once
 #include "decimal_text.h"
+#include "lift_digits.h"
 
 #include <boost/multiprecision/cpp_dec_float.hpp>
 
@@ -78,31 +79,11 @@ public:
     // user wrote, where a user wrote it), rounded half away from zero like every other rounding
     // of the engine, and they go straight into the mantissa: every operator pays for this twice.
     static Decimal lift(double x) {
-        if (!std::isfinite(x) || x == 0) return Decimal();
-        char text[32];
-        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific);
-        const char* p = text;
-        const bool negative = *p == '-';
-        if (negative) ++p;
-        long long mantissa = 0;
-        int digits = 0;
-        bool round_up = false;
-        for (; p < written.ptr && *p != 'e'; ++p) {
-            if (*p == '.') continue;
-            if (digits < 14) {
-                mantissa = mantissa * 10 + (*p - '0');
-                ++digits;
-            } else if (digits++ == 14) {
-                round_up = *p >= '5';
-            }
-        }
+        std::int64_t mantissa = 0;
         int exponent = 0;
-        const char* exponent_digits = p + 1 + (p[1] == '+'); // from_chars takes a minus sign, not a plus
-        std::from_chars(exponent_digits, written.ptr, exponent);
-        const int kept = digits < 14 ? digits : 14;
-        if (round_up) ++mantissa; // 99999999999999 + 1 is still exact: the scale below handles it
-        Value value(negative ? -mantissa : mantissa);
-        value *= power_of_ten(exponent - (kept - 1));
+        if (!lift_digits(x, mantissa, exponent)) return Decimal();
+        Value value(static_cast<long long>(mantissa));
+        value *= power_of_ten(exponent);
         return Decimal(std::move(value));
     }
     // A long double that holds a double's value lifts exactly as that double does (the engine's

@@ -1,5 +1,7 @@
 #include "fast_decimal.h"
 
+#include "lift_digits.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -19,33 +21,9 @@ struct Lifted {
     int exponent = 0;
 };
 
-// The digits of the shortest text that reads back as x, rounded half away from zero to 14.
 Lifted lift(double x) {
     Lifted out;
-    if (!std::isfinite(x) || x == 0) return out;
-    char text[32];
-    const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific);
-    const char* p = text;
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    std::int64_t mantissa = 0;
-    int digits = 0;
-    bool round_up = false;
-    for (; p < written.ptr && *p != 'e'; ++p) {
-        if (*p == '.') continue;
-        if (digits < 14) {
-            mantissa = mantissa * 10 + (*p - '0');
-            ++digits;
-        } else if (digits++ == 14) {
-            round_up = *p >= '5';
-        }
-    }
-    int exponent = 0;
-    std::from_chars(p + 1 + (p[1] == '+'), written.ptr, exponent);
-    const int kept = digits < 14 ? digits : 14;
-    if (round_up) ++mantissa;
-    out.mantissa = negative ? -mantissa : mantissa;
-    out.exponent = exponent - (kept - 1);
+    lift_digits(x, out.mantissa, out.exponent);
     return out;
 }
 

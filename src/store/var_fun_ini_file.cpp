@@ -144,26 +144,27 @@ int VarFunIniFile::GetStartOfDecs() {
     return static_cast<int>(start - m_dec_carriage_returns);
 }
 
+// The size of one declaration section at `own` given the other at `other`; the two sizes are
+// mirror images. The last case (this section behind the other with a SETUP present) gives 0: the
+// order of the tests makes it so, and it is kept.
+long VarFunIniFile::section_size(long own, long other, bool other_found, size_t other_flag_length) {
+    const bool setup = FindSetupFlag();
+    if (other_found && own < other) return other - own - static_cast<long>(other_flag_length);
+    if (!other_found && setup) return m_setup_pos - own;
+    if (!other_found || !setup) return m_file_size - own;
+    return 0;
+}
+
 int VarFunIniFile::SizeOfVarSection() {
     if (!FindVariableFlag()) return 0;
-    const long v = m_variable_pos, f = m_function_pos, s = m_setup_pos;
-    const bool functions = FindFunctionFlag(), setup = FindSetupFlag();
-    if (functions && v < f) return static_cast<int>(f - v - static_cast<long>(m_function_flag.size()));
-    if (!functions && setup) return static_cast<int>(s - v);
-    if (!functions) return static_cast<int>(m_file_size - v);
-    if (!setup) return static_cast<int>(m_file_size - v); // variables behind functions, no setup
-    return 0;                                              // kept as the order of the tests gives it
+    const bool functions = FindFunctionFlag();
+    return static_cast<int>(section_size(m_variable_pos, m_function_pos, functions, m_function_flag.size()));
 }
 
 int VarFunIniFile::SizeOfFunSection() {
     if (!FindFunctionFlag()) return 0;
-    const long v = m_variable_pos, f = m_function_pos, s = m_setup_pos;
-    const bool variables = FindVariableFlag(), setup = FindSetupFlag();
-    if (variables && f < v) return static_cast<int>(v - f - static_cast<long>(m_variable_flag.size()));
-    if (!variables && setup) return static_cast<int>(s - f);
-    if (!variables) return static_cast<int>(m_file_size - f);
-    if (!setup) return static_cast<int>(m_file_size - f);
-    return 0;
+    const bool variables = FindVariableFlag();
+    return static_cast<int>(section_size(m_function_pos, m_variable_pos, variables, m_variable_flag.size()));
 }
 
 int VarFunIniFile::GetNumVariables() {

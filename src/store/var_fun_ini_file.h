@@ -83,6 +83,7 @@ private:
     // Index of the line equal to the current function header, or -1.
     long function_header(const std::vector<RawLine>& lines) const;
     void invalidate_scans();
+    long section_size(long own, long other, bool other_found, size_t other_flag_length);
 
     ErrorSink m_sink;
     std::string m_error_text;
