@@ -14,6 +14,8 @@ public:
     int function_index(std::string_view name) const override;
     const char* function_name(int index) const override;
     engine::complex call(int index, engine::Parser& parser, std::ostringstream& out) const override;
+    bool run_instruction(int code, engine::Parser& parser, engine::MachineState& machine,
+                         std::vector<long double>& data) const override;
     int constant_index(std::string_view name) const override;
     const char* constant_name(int index) const override;
     long double constant_value(int index) const override;

@@ -7,6 +7,7 @@
 // standard deviation); given as numbers, both compute the same.
 #include "builtin_functions.h"
 #include "builtin_index.h"
+#include "builtin_kernels.h"
 #include "engine/parser.h"
 #include "statistics.h"
 
@@ -17,7 +18,6 @@ namespace quorvex::functions {
 
 namespace {
 
-using engine::complex;
 using engine::Parser;
 using Out = std::ostringstream;
 
@@ -51,14 +51,22 @@ void assign_limits(int row, const long double* values, Capability& c) {
     }
 }
 
+// The index of a row from its limits, mean and spread; the spread must be positive (code 55).
+complex index_value(Parser& p, int f, const Capability& c) {
+    if (c.sd <= 0) {
+        p.mathlib_exception(55, f);
+        return {0, 0};
+    }
+    return {static_cast<double>(index_of(cp_row(f), c)), 0};
+}
+
 complex capability(Parser& p, Out& out, int f) {
-    const int row = cp_row(f);
-    const int limits = limit_count(row);
-    Capability c;
+    const int limits = capability_limit_count(f);
     long double values[5] = {};
     const bool list_shape = p.token() == "{";
+    DataList list;
     if (list_shape) {
-        DataList list;
+        p.record_instruction(194);
         p.get_data(out, list, f);
         for (int i = 0; i < limits; ++i) {
             p.check_no_right_bracket(3, f);
@@ -72,30 +80,49 @@ complex capability(Parser& p, Out& out, int f) {
             values[i] = value.real();
         }
         if (list.empty()) return {0, 0};
-        c.mean = statistics::mean(list);
-        c.sd = f >= PP ? std::sqrt(statistics::svariance(list)) : statistics::ststdev(list);
     } else {
-        // The CP row itself has no mean: its numbers are two limits and the spread.
-        const int count = row == CP ? 3 : limits + 2;
+        const int count = capability_number_count(f);
         complex v[5];
         if (count == 3) p.get_three_real_pars(out, v[0], v[1], v[2], f);
         else if (count == 4) p.get_four_real_pars(out, v[0], v[1], v[2], v[3], f);
         else p.get_five_real_pars(out, v[0], v[1], v[2], v[3], v[4], f);
         for (int i = 0; i < count; ++i) values[i] = v[i].real();
-        c.sd = values[count - 1];
-        if (row != CP) c.mean = values[count - 2];
     }
-    assign_limits(row, values, c);
     p.check_no_other_parameter(8, f);
-    if (c.sd <= 0) {
-        p.mathlib_exception(55, f);
-        return {0, 0};
-    }
+    if (p.IsAnError()) return {0, 0}; // reported without unwinding
     p.record_instruction(169 + 2 * (f - CP) + (list_shape ? 1 : 0));
-    return {static_cast<double>(index_of(row, c)), 0};
+    const complex value = list_shape ? capability_from_list(p, f, list, values) : capability_from_numbers(p, f, values);
+    if (list_shape) p.record_instruction(195);
+    return value;
 }
 
 } // namespace
+
+// The CP row itself has no mean: its numbers are two limits and the spread.
+int capability_number_count(int function) {
+    const int row = cp_row(function);
+    return row == CP ? 3 : limit_count(row) + 2;
+}
+
+int capability_limit_count(int function) { return limit_count(cp_row(function)); }
+
+complex capability_from_numbers(Parser& p, int f, const long double* numbers) {
+    const int row = cp_row(f);
+    const int count = capability_number_count(f);
+    Capability c;
+    c.sd = numbers[count - 1];
+    if (row != CP) c.mean = numbers[count - 2];
+    assign_limits(row, numbers, c);
+    return index_value(p, f, c);
+}
+
+complex capability_from_list(Parser& p, int f, const DataList& list, const long double* limits) {
+    Capability c;
+    c.mean = statistics::mean(list);
+    c.sd = f >= PP ? std::sqrt(statistics::svariance(list)) : statistics::ststdev(list);
+    assign_limits(cp_row(f), limits, c);
+    return index_value(p, f, c);
+}
 
 Entry capability_entry(int function) { return function >= CP && function <= PPK ? capability : nullptr; }
 

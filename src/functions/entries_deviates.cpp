@@ -7,6 +7,7 @@
 //   LOGDEV[a, s] logistic   NCHIDEV[v, lambda] non-central chi-square
 #include "builtin_functions.h"
 #include "builtin_index.h"
+#include "builtin_kernels.h"
 #include "engine/parser.h"
 
 #include <cmath>
@@ -16,7 +17,6 @@ namespace quorvex::functions {
 
 namespace {
 
-using engine::complex;
 using engine::Parser;
 using Out = std::ostringstream;
 
@@ -100,31 +100,37 @@ constexpr long double k_standard[][2] = {{0, 1}, {0, 1}, {0, 1}, {0, 1.177410022
 
 complex deviate(Parser& p, Out& out, int f) {
     const bool has_empty_form = f >= RAND && f <= RAYDEV;
-    long double a = 0, b = 0;
-    int instruction = 0;
     if (has_empty_form && p.token() == "]") {
         // The empty form draws from the standard distribution of the family.
-        a = k_standard[f - RAND][0], b = k_standard[f - RAND][1];
-        instruction = k_first_instruction[f - RAND] + 1;
-    } else {
-        complex x, y;
-        if (f == BERDEV || f == CHIDEV) {
-            p.get_one_real_par(out, x, f);
-        } else {
-            p.get_two_real_pars(out, x, y, f);
-            p.check_no_other_parameter(8, f);
-        }
-        a = x.real(), b = y.real();
-        instruction = has_empty_form ? k_first_instruction[f - RAND] : 117 + (f - BERDEV);
-        if (const int code = broken_limit(f, a, b)) return limit(p, f, code);
-        if (f == EXPDEV && b == 0) return refuse(p, 0);
-        if (f == RAYDEV && a == b) return refuse(p, 1);
+        p.record_instruction(k_first_instruction[f - RAND] + 1);
+        return standard_deviate(p, f);
     }
-    p.record_instruction(instruction);
-    return {static_cast<double>(draw(f, a, b, p.random_engine())), 0};
+    complex x, y;
+    if (deviate_parameter_count(f) == 1) {
+        p.get_one_real_par(out, x, f);
+    } else {
+        p.get_two_real_pars(out, x, y, f);
+        p.check_no_other_parameter(8, f);
+    }
+    p.record_instruction(has_empty_form ? k_first_instruction[f - RAND] : 117 + (f - BERDEV));
+    return deviate_value(p, f, x.real(), y.real());
 }
 
 } // namespace
+
+int deviate_parameter_count(int function) { return function == BERDEV || function == CHIDEV ? 1 : 2; }
+
+complex deviate_value(Parser& p, int f, long double a, long double b) {
+    if (const int code = broken_limit(f, a, b)) return limit(p, f, code);
+    if (f == EXPDEV && b == 0) return refuse(p, 0);
+    if (f == RAYDEV && a == b) return refuse(p, 1);
+    return {static_cast<double>(draw(f, a, b, p.random_engine())), 0};
+}
+
+complex standard_deviate(Parser& p, int f) {
+    const long double* standard = k_standard[f - RAND];
+    return {static_cast<double>(draw(f, standard[0], standard[1], p.random_engine())), 0};
+}
 
 Entry deviate_entry(int function) { return function >= RAND && function <= NCHIDEV ? deviate : nullptr; }
 

@@ -2,17 +2,15 @@
 // branch that is not taken still ends the evaluation.
 #include "builtin_functions.h"
 #include "builtin_index.h"
+#include "builtin_kernels.h"
 #include "engine/parser.h"
 
 namespace quorvex::functions {
 
 namespace {
 
-using engine::complex;
 using engine::Parser;
 using Out = std::ostringstream;
-
-bool is_logical(const complex& z) { return z.imag() == 0 && (z.real() == 0 || z.real() == 1); }
 
 complex read_logical(Parser& p, Out& out, int f) {
     complex value;
@@ -64,6 +62,8 @@ complex logical_if(Parser& p, Out& out, int f) {
 }
 
 } // namespace
+
+bool is_logical(const complex& z) { return z.imag() == 0 && (z.real() == 0 || z.real() == 1); }
 
 Entry logic_entry(int function) {
     switch (function) {
