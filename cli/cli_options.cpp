@@ -1,12 +1,18 @@
 #include "cli_options.h"
 
+#include "commands.h"
+
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace quorvex::cli {
 
 const char* usage_text() {
     return "Usage: quorvex-cli [OPTIONS] [FILE...]\n"
+           "       quorvex-cli [OPTIONS] COMMAND ARGUMENTS...\n"
            "Evaluates lines of Quorvex expressions: the -e lines, then the files, then standard input\n"
            "when there is neither. All lines of one call share their variables.\n"
            "\n"
@@ -27,8 +33,58 @@ const char* usage_text() {
            "  -h, --help          show this text\n"
            "      --version       show the version\n"
            "\n"
-           "Exit status: 0 every line evaluated, 1 a line failed, 2 usage or file error.\n";
+           "Commands. The -e lines run first, quietly, so they can define the functions and\n"
+           "variables a command uses. EXPR is mapped once and then run at each point; VAR is its\n"
+           "variable, made for the run when it does not exist and put back afterwards. LOW, HIGH,\n"
+           "X, POINTS, STEPS, A, H and every coefficient or matrix cell are expressions. Numbers\n"
+           "are written as answers are, so --precision, --format and the like apply; integrate and\n"
+           "derive show 6 digits unless --precision is given, as their tolerance allows no more.\n"
+           "  map EXPR VAR LOW HIGH POINTS\n"
+           "                      one line \"x<TAB>value\" for each of POINTS points spread evenly\n"
+           "                      from LOW to HIGH, both included (POINTS 1: LOW only); a point\n"
+           "                      where EXPR fails shows \"error: MESSAGE\" as its value\n"
+           "  integrate EXPR VAR LOW HIGH [--accuracy A]\n"
+           "                      Romberg integral from LOW to HIGH (HIGH below LOW negates it);\n"
+           "                      A is the relative accuracy, default 1e-4\n"
+           "  derive EXPR VAR X [--order 1|2|3] [--step H]\n"
+           "                      derivative at X by Ridders' extrapolation of central differences\n"
+           "                      whose step starts at H and shrinks tenfold; defaults: order 1,\n"
+           "                      step 0.1, tolerance 1e-4\n"
+           "  roots EXPR VAR LOW HIGH STEPS\n"
+           "                      real roots of EXPR = 0, one line \"root<TAB>value\" each: STEPS\n"
+           "                      grid points from LOW to HIGH (at least 101 recommended), each\n"
+           "                      interval between neighbours searched to 1e-14 in at most 500\n"
+           "                      iterations; roots that print alike count once, and an expression\n"
+           "                      with an even root (x^0.5) is searched on its negative branch too;\n"
+           "                      when none is found, standard error says so\n"
+           "  polyroots C_n ... C_0\n"
+           "                      all roots of C_n x^n + ... + C_0, one a line, in the order they\n"
+           "                      are found: Jenkins-Traub for real coefficients, Laguerre when any\n"
+           "                      is complex; degree 1 to 99\n"
+           "  matrix OP A [B]     matrices written [[1,2],[3,4]], up to 10 by 10; OP is det, inv,\n"
+           "                      rank, trace, transpose, adjugate, cofactor, lu (L, U and P with\n"
+           "                      P A = L U), add, sub, mul (A B), solve (A x = B for the column\n"
+           "                      B) or scale (B a number)\n"
+           "The first argument that is no option and names a command starts it; write ./map to\n"
+           "read a file of that name. Behind the command an argument starting with '-' is its own\n"
+           "(\"-1\", \"-x^2\") unless it is a long option.\n"
+           "\n"
+           "Exit status: 0 every line or the command done, 1 a line or a calculation failed,\n"
+           "2 usage, file or input error.\n";
 }
+
+namespace {
+
+// The long options; behind a command only these are read as options.
+constexpr std::array<std::string_view, 16> k_long_options{
+    "--eval", "--answers",  "--angle",       "--precision", "--format",  "--fraction", "--zero",  "--point",
+    "--sign", "--data-dir", "--library-dir", "--help",      "--version", "--accuracy", "--order", "--step"};
+
+bool is_long_option(std::string_view arg) {
+    return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
+}
+
+} // namespace
 
 std::optional<CliOptions> parse_options(int argc, char** argv, std::string& error) {
     CliOptions options;
@@ -40,10 +96,18 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
         return argv[++i];
     };
     bool only_files = false;
+    bool only_arguments = false;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
-        if (only_files || arg.empty() || arg[0] != '-' || arg == "-") {
-            options.files.push_back(arg);
+        if (!options.command.empty() && !only_arguments && arg == "--") {
+            only_arguments = true;
+        } else if (!options.command.empty() && (only_arguments || !is_long_option(arg))) {
+            options.command_args.push_back(arg);
+        } else if (only_files || arg.empty() || arg[0] != '-' || arg == "-") {
+            if (!only_files && options.files.empty() && is_command(arg))
+                options.command = arg;
+            else
+                options.files.push_back(arg);
         } else if (arg == "--") {
             only_files = true;
         } else if (arg == "-e" || arg == "--eval") {
@@ -104,6 +168,18 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
                 return std::nullopt;
             }
             (arg == "--data-dir" ? options.data_dir : options.library_dir) = text;
+        } else if (arg == "--accuracy" || arg == "--step") {
+            const char* text = value_of(i, arg.c_str());
+            if (!text) return std::nullopt;
+            (arg == "--accuracy" ? options.accuracy : options.step) = text;
+        } else if (arg == "--order") {
+            const char* text = value_of(i, "--order");
+            if (!text) return std::nullopt;
+            if (std::strlen(text) != 1 || text[0] < '1' || text[0] > '3') {
+                error = "--order takes 1, 2 or 3";
+                return std::nullopt;
+            }
+            options.order = text[0] - '0';
         } else if (arg == "-h" || arg == "--help") {
             options.help = true;
         } else if (arg == "--version") {
@@ -112,6 +188,11 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             error = "unknown option " + arg;
             return std::nullopt;
         }
+    }
+    if (options.command.empty() && (options.accuracy || options.order || options.step)) {
+        error = options.accuracy ? "--accuracy belongs to the integrate command"
+                                 : "--order and --step belong to the derive command";
+        return std::nullopt;
     }
     return options;
 }

@@ -8,6 +8,11 @@ namespace quorvex::cli {
 struct CliOptions {
     std::vector<std::string> eval_lines; // -e TEXT, in order
     std::vector<std::string> files;
+    std::string command;                   // a command such as "map"; empty when lines are evaluated
+    std::vector<std::string> command_args; // the command's own arguments, in order
+    std::optional<std::string> accuracy;   // --accuracy A of integrate, an expression
+    std::optional<int> order;              // --order of derive: 1, 2 or 3
+    std::optional<std::string> step;       // --step H of derive, an expression
     bool answers = false;
     int angle_type = 0; // 0 degrees, 1 radians
     std::optional<int> precision;
@@ -22,7 +27,9 @@ struct CliOptions {
     bool version = false;
 };
 
-// Reads the command line; on a usage error returns nothing and fills `error`.
+// Reads the command line; on a usage error returns nothing and fills `error`. The first argument
+// that is no option and names a command starts the command: the arguments behind it are its own,
+// except the long options, so that "-1" or "-x^2" need no quoting.
 std::optional<CliOptions> parse_options(int argc, char** argv, std::string& error);
 
 const char* usage_text();

@@ -1,7 +1,9 @@
 // quorvex-cli: the command-line face of the engine, for batch and interactive use.
 #include "cli_options.h"
+#include "commands.h"
 #include "data_folders.h"
 #include "line_evaluator.h"
+#include "parser_setup.h"
 
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
@@ -80,12 +82,8 @@ int main(int argc, char** argv) {
     if (!data_dir.empty()) quorvex::store::ensure_user_library(data_dir);
     parser.set_library_dirs(options->library_dir.empty() ? quorvex::cli::default_library_dir() : options->library_dir,
                             data_dir);
-    parser.set_angle_type(options->angle_type);
-    parser.answer_format().format = options->format;
-    if (options->precision) parser.answer_format().precision = *options->precision;
-    if (options->zero_tolerance) parser.answer_format().zero_precision = *options->zero_tolerance;
-    parser.answer_format().dec_point = options->point;
-    parser.answer_format().lead_sign = options->sign;
+    quorvex::cli::apply_answer_options(parser, *options);
+    if (!options->command.empty()) return quorvex::cli::run_command(*options, parser, std::cout, std::cerr);
 
     quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);
     bool all_ok = true;
@@ -95,7 +93,10 @@ int main(int argc, char** argv) {
         std::ifstream file;
         if (path != "-") file.open(path, std::ios::binary);
         if (path != "-" && !file) {
-            std::cerr << "quorvex-cli: cannot open " << path << '\n';
+            // A bare word that opens nothing was most likely meant as a command.
+            const bool bare_word = path.find_first_of("/.") == std::string::npos;
+            std::cerr << "quorvex-cli: cannot open " << path
+                      << (bare_word ? " (nor is it a command, see --help)" : "") << '\n';
             return 2;
         }
         std::istream& in = path == "-" ? std::cin : file;

@@ -1,0 +1,177 @@
+// The commands that run a mapped expression: a table of values, an integral, a derivative and
+// the scan for real roots.
+#include "command_support.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorvex::cli {
+
+namespace {
+
+constexpr long k_most_points = 10'000'000;
+constexpr const char* k_default_accuracy = "1e-4";
+constexpr const char* k_default_step = "0.1";
+constexpr long double k_derivative_tolerance = 1e-4L;
+constexpr long double k_root_accuracy = 1e-14L;
+constexpr int k_root_iterations = 500;
+constexpr long k_recommended_steps = 101;
+constexpr double k_root_imaginary_tolerance = 1e-10;
+// Integrals and derivatives are found to a tolerance near 1e-4, so their last digits are noise:
+// like the integration and differentiation tools, they show 6 digits unless asked for more.
+constexpr int k_tool_digits = 6;
+
+void show_tool_digits(CommandContext& context) {
+    if (!context.options.precision) context.parser.answer_format().precision = k_tool_digits;
+}
+
+// The limits as the arguments at `first` and `first + 1` give them.
+struct Limits {
+    long double low;
+    long double high;
+};
+
+Limits read_limits(CommandContext& context, size_t first) {
+    const auto& args = context.options.command_args;
+    const std::string& variable = args[1];
+    refuse_variable_in(context, args[first], "LOW", variable);
+    refuse_variable_in(context, args[first + 1], "HIGH", variable);
+    return {evaluate_real(context, args[first], "LOW"), evaluate_real(context, args[first + 1], "HIGH")};
+}
+
+long double midpoint(long double low, long double high) {
+    return even_points(low, high, 3)[1];
+}
+
+// Negative square roots for the second pass of the root scan, and back to positive afterwards.
+class NegativeRoots {
+public:
+    explicit NegativeRoots(engine::Parser& parser) : m_parser(parser) { m_parser.set_neg_sqrt(true); }
+    ~NegativeRoots() { m_parser.set_neg_sqrt(false); }
+    NegativeRoots(const NegativeRoots&) = delete;
+    NegativeRoots& operator=(const NegativeRoots&) = delete;
+
+private:
+    engine::Parser& m_parser;
+};
+
+} // namespace
+
+int run_map(CommandContext& context) {
+    const auto& args = arguments(context, 5, 5);
+    refuse_options(context, false, false);
+    const Limits limits = read_limits(context, 2);
+    const long count = evaluate_count(context, args[4], "POINTS", 1, k_most_points);
+    RunVariable variable(context, args[1]);
+    const std::vector<long double> points = even_points(limits.low, limits.high, count);
+    const MappedEquation equation(context, args[0], variable,
+                                  {limits.low, midpoint(limits.low, limits.high), limits.high});
+
+    bool all_ok = true;
+    for (const long double x : points) {
+        variable.set(x);
+        const engine::complex value = context.parser.solve_equation(equation.number(), false, true);
+        context.out << format_answer(context, x) << '\t';
+        if (context.parser.IsAnError()) {
+            context.out << "error: " << last_error(context.parser) << '\n';
+            all_ok = false;
+        } else {
+            context.out << format_answer(context, value) << '\n';
+        }
+    }
+    return all_ok ? 0 : 1;
+}
+
+int run_integrate(CommandContext& context) {
+    const auto& args = arguments(context, 4, 4);
+    refuse_options(context, true, false);
+    const Limits limits = read_limits(context, 2);
+    const long double accuracy =
+        evaluate_real(context, context.options.accuracy.value_or(k_default_accuracy), "--accuracy");
+    // A value below the zero tolerance (1e-12 unless --zero says otherwise) evaluates to 0.
+    if (!(accuracy > 0 && accuracy < 1))
+        usage_failure("--accuracy must lie between 0 and 1, above the zero tolerance");
+    RunVariable variable(context, args[1]);
+    const MappedEquation equation(context, args[0], variable,
+                                  {limits.low, midpoint(limits.low, limits.high), limits.high});
+
+    const long double integral = context.parser.RombIntegrate(equation.number(), variable.name(), limits.low,
+                                                              limits.high, accuracy, true);
+    if (context.parser.IsAnError()) calculation_failure(last_error(context.parser));
+    show_tool_digits(context);
+    context.out << format_answer(context, integral) << '\n';
+    return 0;
+}
+
+int run_derive(CommandContext& context) {
+    const auto& args = arguments(context, 3, 3);
+    refuse_options(context, false, true);
+    refuse_variable_in(context, args[2], "X", args[1]);
+    const long double x = evaluate_real(context, args[2], "X");
+    const long double step = evaluate_real(context, context.options.step.value_or(k_default_step), "--step");
+    if (step == 0) usage_failure("--step must not be 0");
+    const int order = context.options.order.value_or(1);
+    RunVariable variable(context, args[1]);
+    const MappedEquation equation(context, args[0], variable, {x, x + step, x - step});
+
+    long double tolerance = k_derivative_tolerance;
+    const long double derivative =
+        context.parser.Derivative(equation.number(), variable.name(), x, step, order, tolerance, true);
+    if (context.parser.IsAnError()) calculation_failure(last_error(context.parser));
+    show_tool_digits(context);
+    context.out << format_answer(context, derivative) << '\n';
+    return 0;
+}
+
+int run_roots(CommandContext& context) {
+    const auto& args = arguments(context, 5, 5);
+    refuse_options(context, false, false);
+    Limits limits = read_limits(context, 2);
+    if (limits.low == limits.high) usage_failure("LOW and HIGH must differ");
+    if (limits.high < limits.low) std::swap(limits.low, limits.high);
+    const long steps = evaluate_count(context, args[4], "STEPS", 2, k_most_points);
+    if (steps < k_recommended_steps)
+        context.err << "quorvex-cli: roots: It is recommended that a minimum of 101 steps be used, a smaller "
+                       "number of increments could result in inaccurate results.\n";
+    RunVariable variable(context, args[1]);
+    const std::vector<long double> grid = even_points(limits.low, limits.high, steps);
+    const MappedEquation equation(context, args[0], variable,
+                                  {limits.low, midpoint(limits.low, limits.high), limits.high});
+    engine::Parser& parser = context.parser;
+
+    // A root on a grid point is found from both of its intervals; it is kept once because
+    // roots are told apart by their text, as printed.
+    std::vector<std::string> found;
+    const auto fail_at = [&](const std::string& where) {
+        calculation_failure("An error occured while computing the function at " +
+                            std::string(variable.name()) + " = " + where + " : " + last_error(parser));
+    };
+    const auto scan = [&] {
+        for (size_t i = 0; i + 1 < grid.size(); ++i) {
+            long double root = 0;
+            const bool has_root = parser.Root(equation.number(), variable.name(), grid[i], grid[i + 1],
+                                              k_root_accuracy, k_root_iterations, root, true);
+            if (parser.IsAnError()) fail_at(format_answer(context, grid[i]));
+            if (!has_root) continue;
+            const std::string text = format_answer(context, root);
+            if (std::find(found.begin(), found.end(), text) != found.end()) continue;
+            variable.set(root);
+            const engine::complex value = parser.solve_equation(equation.number(), false, true);
+            if (parser.IsAnError()) fail_at(text);
+            // A root of the real part alone is no root.
+            if (std::fabs(value.imag()) >= k_root_imaginary_tolerance) continue;
+            found.push_back(text);
+            context.out << text << '\t' << format_answer(context, value) << '\n';
+            context.out.flush();
+        }
+    };
+    scan();
+    if (equation.took_even_root()) {
+        const NegativeRoots negative(parser);
+        scan();
+    }
+    if (found.empty()) context.err << "Solution - 0 roots found\n";
+    return 0;
+}
+
+} // namespace quorvex::cli

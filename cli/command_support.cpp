@@ -1,0 +1,193 @@
+#include "command_support.h"
+
+#include "engine/evaluation_aborted.h"
+
+#include <cmath>
+#include <cstring>
+#include <sstream>
+
+namespace quorvex::cli {
+
+namespace {
+
+constexpr double k_imaginary_tolerance = 1e-14;
+
+bool is_blank(const std::string& text) {
+    return text.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+std::string quoted(std::string_view what, const std::string& text) {
+    return std::string(what) + " \"" + text + "\"";
+}
+
+} // namespace
+
+void usage_failure(std::string message) {
+    throw CommandFailure{2, std::move(message)};
+}
+
+void calculation_failure(std::string message) {
+    throw CommandFailure{1, std::move(message)};
+}
+
+const std::vector<std::string>& arguments(const CommandContext& context, size_t minimum, size_t maximum) {
+    const std::vector<std::string>& args = context.options.command_args;
+    if (args.size() < minimum || args.size() > maximum) {
+        const std::string wanted = minimum == maximum ? std::to_string(minimum)
+                                   : maximum == minimum + 1
+                                       ? std::to_string(minimum) + " or " + std::to_string(maximum)
+                                       : std::to_string(minimum) + " to " + std::to_string(maximum);
+        usage_failure("takes " + wanted + " arguments, not " + std::to_string(args.size()));
+    }
+    return args;
+}
+
+void refuse_options(const CommandContext& context, bool accuracy, bool order_or_step) {
+    if (!accuracy && context.options.accuracy) usage_failure("--accuracy is no option of this command");
+    if (!order_or_step && (context.options.order || context.options.step))
+        usage_failure("--order and --step are no options of this command");
+}
+
+engine::complex evaluate(CommandContext& context, const std::string& text, std::string_view what) {
+    if (is_blank(text)) usage_failure(std::string(what) + " is empty");
+    engine::complex value;
+    context.parser.eval_exp(text.c_str(), value, true, false, false);
+    if (context.parser.IsAnError()) usage_failure(quoted(what, text) + ": " + last_error(context.parser));
+    if (context.parser.func_declared())
+        usage_failure(quoted(what, text) + " declares a function, it has no value");
+    return value;
+}
+
+long double evaluate_real(CommandContext& context, const std::string& text, std::string_view what) {
+    const engine::complex value = evaluate(context, text, what);
+    if (std::fabs(value.imag()) > k_imaginary_tolerance)
+        usage_failure(quoted(what, text) + " must be a real number");
+    return value.real();
+}
+
+long evaluate_count(CommandContext& context, const std::string& text, std::string_view what, long minimum,
+                    long maximum) {
+    const long double value = evaluate_real(context, text, what);
+    if (!engine::Mathematics::is_integer(value) || value < minimum || value > maximum)
+        usage_failure(quoted(what, text) + " must be a whole number from " + std::to_string(minimum) +
+                      " to " + std::to_string(maximum));
+    return static_cast<long>(value);
+}
+
+void refuse_variable_in(CommandContext& context, const std::string& text, std::string_view what,
+                        const std::string& variable) {
+    if (context.parser.find_token(text.c_str(), variable.c_str()))
+        usage_failure(quoted(what, text) + " can not be a function of " + variable);
+}
+
+std::string format_answer(CommandContext& context, engine::complex value) {
+    engine::Parser& parser = context.parser;
+    // The stream settings the Parser gives the text of an answer.
+    const engine::PrecformType& format = parser.answer_format();
+    std::ostringstream out;
+    out.flags(std::ios::dec | std::ios::internal);
+    if (format.format == 1) out.setf(std::ios::scientific | std::ios::showbase);
+    if (format.dec_point) out.setf(std::ios::showpoint);
+    if (format.lead_sign) out.setf(std::ios::showpos);
+    out.precision(format.precision);
+    if (context.options.fraction) {
+        // A number without a near fraction is written in decimals, not refused.
+        parser.SetSilentMode(true);
+        try {
+            engine::complex copy = value;
+            parser.stream_answer(copy, out, -1, true);
+            return out.str();
+        } catch (const engine::EvaluationAborted&) {
+            parser.ClearLastError();
+            out.str("");
+        }
+    }
+    parser.stream_answer(value, out, -1, false);
+    return out.str();
+}
+
+std::string format_answer(CommandContext& context, long double value) {
+    return format_answer(context, engine::complex(static_cast<double>(value), 0));
+}
+
+std::string last_error(engine::Parser& parser) {
+    const char* message = parser.GetLastError();
+    std::string text = message && *message ? message : "evaluation failed";
+    for (char& c : text)
+        if (c == '\n' || c == '\r') c = ' ';
+    return text;
+}
+
+std::vector<long double> even_points(long double low, long double high, long count) {
+    if (count <= 1) return {low};
+    engine::Mathematics math;
+    math.set_silent(true);
+    math.set_solving_map(true);
+    const long double width = math.real_div(math.real_sub(high, low), static_cast<long double>(count - 1));
+    std::vector<long double> points;
+    points.reserve(static_cast<size_t>(count));
+    for (long i = 0; i + 1 < count; ++i)
+        points.push_back(math.real_add(low, math.real_mult(static_cast<long double>(i), width)));
+    points.push_back(high);
+    return points;
+}
+
+RunVariable::RunVariable(CommandContext& context, const std::string& name)
+    : m_parser(context.parser), m_name(name) {
+    std::string token;
+    char kind = 0;
+    const long behind = m_parser.get_token(name.c_str(), token, kind);
+    const bool one_name =
+        behind == static_cast<long>(name.size()) && kind == engine::VARIABLE && token == name;
+    if (!one_name || m_parser.is_constant(name.c_str()) || m_parser.is_internal_function(name.c_str()) ||
+        m_parser.is_function(name.c_str()))
+        usage_failure(quoted("VAR", name) + " is not a variable name");
+    if (m_parser.is_variable(name.c_str())) {
+        m_saved = m_parser.get_var_value(name.c_str());
+        return;
+    }
+    m_parser.eval_exp((name + " = 0").c_str(), true, false, false);
+    if (m_parser.IsAnError() || !m_parser.is_variable(name.c_str()))
+        usage_failure(quoted("VAR", name) + " is not a variable name: " + last_error(m_parser));
+    m_made = true;
+}
+
+RunVariable::~RunVariable() {
+    if (m_made) {
+        // Index -1 would mean the variable found last, whatever it is.
+        if (const int index = m_parser.find_variable(m_name.c_str()); index >= 0)
+            m_parser.delete_variable(index);
+    } else {
+        m_parser.set_var_value(m_saved, m_name.c_str());
+    }
+}
+
+void RunVariable::set(long double value) {
+    m_parser.set_var_value(engine::complex(static_cast<double>(value), 0), m_name.c_str());
+}
+
+MappedEquation::MappedEquation(CommandContext& context, const std::string& expression, RunVariable& variable,
+                               std::initializer_list<long double> at)
+    : m_parser(context.parser) {
+    if (is_blank(expression)) usage_failure("EXPR is empty");
+    std::string first_error;
+    for (const long double x : at) {
+        variable.set(x);
+        m_number = m_parser.map_expression(expression.c_str());
+        if (m_number != 0) {
+            m_even_root = m_parser.root_taken();
+            if (!m_parser.func_declared()) return;
+            m_parser.delete_equation(m_number);
+            m_number = 0;
+            usage_failure(quoted("EXPR", expression) + " declares a function; give the expression to run");
+        }
+        if (first_error.empty()) first_error = last_error(m_parser);
+    }
+    usage_failure(quoted("EXPR", expression) + " can not be mapped: " + first_error);
+}
+
+MappedEquation::~MappedEquation() {
+    if (m_number != 0) m_parser.delete_equation(m_number);
+}
+
+} // namespace quorvex::cli

@@ -1,0 +1,11 @@
+#pragma once
+#include "cli_options.h"
+
+#include "engine/parser.h"
+
+namespace quorvex::cli {
+
+// Gives the Parser the angle unit and the answer format that the options ask for.
+void apply_answer_options(engine::Parser& parser, const CliOptions& options);
+
+} // namespace quorvex::cli

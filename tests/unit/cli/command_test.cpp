@@ -1,0 +1,253 @@
+// The commands of quorvex-cli, run from argument vectors as the program gets them. Reference
+// values that are not exact by hand were computed once with python3 mpmath (25 digits) and are
+// written here rounded to the digits the answers show.
+#include "cli_options.h"
+#include "commands.h"
+#include "line_evaluator.h"
+#include "parser_setup.h"
+
+#include "functions/builtin_functions.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+using namespace quorvex::cli;
+
+namespace {
+
+struct Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+std::optional<CliOptions> parse(std::vector<const char*> args, std::string& error) {
+    args.insert(args.begin(), "quorvex-cli");
+    return parse_options(static_cast<int>(args.size()), const_cast<char**>(args.data()), error);
+}
+
+Outcome run(quorvex::engine::Parser& parser, const std::vector<const char*>& args) {
+    std::string error;
+    const auto options = parse(args, error);
+    if (!options || options->command.empty()) {
+        ADD_FAILURE() << "not a command line: " << error;
+        return {};
+    }
+    apply_answer_options(parser, *options);
+    std::ostringstream out, err;
+    const int status = run_command(*options, parser, out, err);
+    return {status, out.str(), err.str()};
+}
+
+Outcome run(const std::vector<const char*>& args) {
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    return run(parser, args);
+}
+
+} // namespace
+
+TEST(CommandLine, TheFirstPlainArgumentNamesTheCommandAndOwnsWhatFollows) {
+    std::string error;
+    const auto options =
+        parse({"-e", "a=1", "map", "-x", "x", "-1", "1", "3", "--precision", "5", "-e"}, error);
+    ASSERT_TRUE(options) << error;
+    EXPECT_EQ(options->command, "map");
+    EXPECT_EQ(options->command_args, (std::vector<std::string>{"-x", "x", "-1", "1", "3", "-e"}));
+    EXPECT_EQ(options->eval_lines, (std::vector<std::string>{"a=1"}));
+    EXPECT_EQ(options->precision, 5);
+
+    const auto order =
+        parse({"derive", "x", "x", "1", "--order", "3", "--step", "-0.5", "--", "--order"}, error);
+    ASSERT_TRUE(order) << error;
+    EXPECT_EQ(order->order, 3);
+    EXPECT_EQ(order->step, "-0.5");
+    EXPECT_EQ(order->command_args, (std::vector<std::string>{"x", "x", "1", "--order"}));
+
+    // A command's name after "--" or after a file is a file.
+    for (const std::vector<const char*>& files :
+         {std::vector<const char*>{"--", "map"}, {"lines.txt", "map"}}) {
+        const auto plain = parse(files, error);
+        ASSERT_TRUE(plain) << error;
+        EXPECT_TRUE(plain->command.empty());
+        EXPECT_EQ(plain->files.back(), "map");
+    }
+    EXPECT_FALSE(parse({"derive", "x", "x", "1", "--order", "4"}, error));
+    EXPECT_FALSE(parse({"--accuracy", "1e-6", "-e", "1"}, error));
+    EXPECT_FALSE(parse({"--step", "1", "a.txt"}, error));
+}
+
+TEST(MapCommand, PrintsEveryPointAndAnErrorRowWhereTheExpressionFails) {
+    // Mapping at -1 succeeds; the run at 0 fails on its own row only.
+    Outcome outcome = run({"map", "1/x", "x", "-1", "1", "3"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "-1\t-1\n0\terror: Division By Zero Encountered!\n1\t1\n");
+
+    // Undefined at LOW itself: the mapping moves on to another point.
+    outcome = run({"map", "1/x", "x", "0", "2", "3"});
+    EXPECT_EQ(outcome.out, "0\terror: Division By Zero Encountered!\n1\t1\n2\t0.5\n");
+
+    // The grid is decimal, so the middle of -0.3 .. 0.3 is 0 exactly and not a binary residue.
+    outcome = run({"map", "x^2", "x", "-0.3", "0.3", "7"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "-0.3\t0.09\n-0.2\t0.04\n-0.1\t0.01\n0\t0\n0.1\t0.01\n0.2\t0.04\n0.3\t0.09\n");
+
+    EXPECT_EQ(run({"map", "x^2", "x", "2", "5", "1"}).out, "2\t4\n");
+    EXPECT_EQ(run({"--fraction", "map", "1/x", "x", "1", "2", "3"}).out, "1\t1\n3/2\t2/3\n2\t1/2\n");
+    EXPECT_EQ(run({"-e", "a = 3", "-e", "f[t] = a*t", "map", "-f[x]", "x", "-1", "1", "2"}).out,
+              "-1\t3\n1\t-3\n");
+}
+
+TEST(MapCommand, AMappedChainComparesEveryLinkWithItsFirstOperand) {
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    EXPECT_EQ(run(parser, {"map", "3 > 2 > 2.5", "x", "0", "1", "1"}).out, "0\t1\n");
+    // The evaluator compares each link with the one before it: 3 > 2 is 1, and 1 > 2.5 is not.
+    CliOptions options;
+    options.answers = true;
+    std::ostringstream out, err;
+    LineEvaluator(options, parser, out, err).run("3 > 2 > 2.5");
+    EXPECT_EQ(out.str(), "0\n");
+}
+
+TEST(CalculusCommands, TheRunVariableIsMadeForTheRunOrPutBack) {
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    EXPECT_EQ(run(parser, {"integrate", "t", "t", "0", "1"}).out, "0.5\n");
+    EXPECT_FALSE(parser.is_variable("t"));
+    parser.eval_exp("t = 7", true, false, false);
+    EXPECT_EQ(run(parser, {"derive", "t^2", "t", "3"}).out, "6\n");
+    EXPECT_EQ(parser.get_var_value("t"), quorvex::engine::complex(7, 0));
+    // With t defined, a limit naming it would silently take its value.
+    const Outcome outcome = run(parser, {"integrate", "t", "t", "0", "t"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.err.find("can not be a function of t"), std::string::npos) << outcome.err;
+}
+
+TEST(CalculusCommands, IntegralsAndDerivativesOfMappedExpressions) {
+    EXPECT_EQ(run({"integrate", "x^3", "x", "-1", "1"}).out, "0\n");
+    EXPECT_EQ(run({"integrate", "x", "x", "1", "0"}).out, "-0.5\n");
+    // pi/4 = 0.78539816339744830962
+    EXPECT_EQ(run({"--precision", "10", "integrate", "1/(1+x^2)", "x", "0", "1", "--accuracy", "1e-12"}).out,
+              "0.7853981634\n");
+    EXPECT_EQ(run({"derive", "x^3", "x", "2"}).out, "12\n");
+    EXPECT_EQ(run({"derive", "x^3", "x", "2", "--order", "2"}).out, "12\n");
+    EXPECT_EQ(run({"derive", "x^3", "x", "2", "--order", "3"}).out, "6\n");
+    EXPECT_EQ(run({"derive", "1/(1+x^2)", "x", "1", "--step", "0.5"}).out, "-0.5\n");
+    EXPECT_EQ(run({"derive", "x^0.5", "x", "4"}).out, "0.25\n");
+}
+
+TEST(CalculusCommands, BuiltInFunctionsRunInsideMappedExpressions) {
+    // Six digits by default: the default accuracy leaves noise in the ninth.
+    EXPECT_EQ(run({"--angle", "rad", "integrate", "SIN(x)", "x", "0", "PI"}).out, "2\n");
+    EXPECT_NE(run({"--angle", "rad", "--precision", "14", "integrate", "SIN(x)", "x", "0", "PI"}).out, "2\n");
+    // e = 2.7182818284590452354
+    EXPECT_EQ(run({"--precision", "10", "derive", "EXP(x)", "x", "1"}).out, "2.718281828\n");
+    // pi/2, 3 pi/2, 5 pi/2 = 1.5707963268, 4.7123889804, 7.8539816340
+    EXPECT_EQ(run({"--angle", "rad", "--precision", "10", "roots", "COS(x)", "x", "0", "10", "1001"}).out,
+              "1.570796327\t0\n4.71238898\t0\n7.853981634\t0\n");
+}
+
+TEST(RootsCommand, ScansTheGridAndKeepsEachRootOnce) {
+    // Both roots lie on grid points, each the end of two intervals.
+    const Outcome on_grid = run({"roots", "x^2-1", "x", "-2", "2", "101"});
+    EXPECT_EQ(on_grid.status, 0);
+    EXPECT_EQ(on_grid.out, "-1\t0\n1\t0\n");
+    EXPECT_EQ(on_grid.err, "");
+    EXPECT_EQ(run({"roots", "x^2-1", "x", "2", "-2", "101"}).out, on_grid.out);
+    // sqrt(2) = 1.4142135623730950488
+    EXPECT_EQ(run({"roots", "x^2-2", "x", "-2", "2", "101"}).out,
+              "-1.4142135623731\t0\n1.4142135623731\t0\n");
+
+    const Outcome none = run({"roots", "x^2+1", "x", "-2", "2", "101"});
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out, "");
+    EXPECT_EQ(none.err, "Solution - 0 roots found\n");
+    const Outcome coarse = run({"roots", "x-0.5", "x", "0", "1", "11"});
+    EXPECT_EQ(coarse.out, "0.5\t0\n");
+    EXPECT_NE(coarse.err.find("minimum of 101 steps"), std::string::npos);
+}
+
+TEST(RootsCommand, AnEvenRootIsSearchedOnBothBranches) {
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    // sqrt(x) + 1 has no root; its negative branch -sqrt(x) + 1 has one at 1.
+    EXPECT_EQ(run(parser, {"roots", "x^0.5+1", "x", "0", "4", "101"}).out, "1\t0\n");
+    EXPECT_FALSE(parser.neg_sqrt());
+    EXPECT_EQ(run(parser, {"roots", "x^0.5-1", "x", "0", "4", "101"}).out, "1\t0\n");
+}
+
+TEST(PolyrootsCommand, FindsEveryRootInTheOrderOfTheMethod) {
+    EXPECT_EQ(run({"polyroots", "1", "0", "1"}).out, "i\n-i\n");
+    EXPECT_EQ(run({"polyroots", "1", "-6", "11", "-6"}).out, "1\n2\n3\n");
+    // x^3 - 8: 2 and -1 +- sqrt(3) i, sqrt(3) = 1.7320508075688772935
+    EXPECT_EQ(run({"polyroots", "1", "0", "0", "-8"}).out, "2\n-1+1.7320508075689i\n-1-1.7320508075689i\n");
+    EXPECT_EQ(run({"polyroots", "2", "0", "0"}).out, "0\n0\n");
+    // (x - 2)(x - i): a complex coefficient, so Laguerre's method.
+    EXPECT_EQ(run({"polyroots", "1", "-(2+i)", "2i"}).out, "2\ni\n");
+    EXPECT_EQ(run({"-e", "c = 4", "polyroots", "1", "-c"}).out, "4\n");
+}
+
+TEST(MatrixCommand, OperationsOnMatrixText) {
+    EXPECT_EQ(run({"matrix", "det", "[[1,2],[3,4]]"}).out, "-2\n");
+    EXPECT_EQ(run({"matrix", "inv", "[[1,2],[3,4]]"}).out, "[[-2,1],[1.5,-0.5]]\n");
+    // Cells are expressions: 2/3 - pi = -2.4749259869231265718
+    EXPECT_EQ(run({"matrix", "det", "[[1/3, PI],[1, 2]]"}).out, "-2.4749259869231\n");
+    EXPECT_EQ(run({"matrix", "solve", "[[2,1],[1,3]]", "[[3],[5]]"}).out, "[[0.8],[1.4]]\n");
+    EXPECT_EQ(run({"matrix", "mul", "[[1,2],[3,4]]", "[[0,1],[1,0]]"}).out, "[[2,1],[4,3]]\n");
+    EXPECT_EQ(run({"matrix", "sub", "[[1,2],[3,4]]", "[[1,1],[1,1]]"}).out, "[[0,1],[2,3]]\n");
+    EXPECT_EQ(run({"matrix", "scale", "[[1,2],[3,4]]", "-1/2"}).out, "[[-0.5,-1],[-1.5,-2]]\n");
+    EXPECT_EQ(run({"matrix", "transpose", "[[1,2,3]]"}).out, "[[1],[2],[3]]\n");
+    EXPECT_EQ(run({"matrix", "adjugate", "[[1,2],[3,4]]"}).out, "[[4,-2],[-3,1]]\n");
+    EXPECT_EQ(run({"matrix", "trace", "[[1,2],[3,4]]"}).out, "5\n");
+    EXPECT_EQ(run({"matrix", "rank", "[[1,2],[2,4]]"}).out, "1\n");
+
+    const Outcome singular = run({"matrix", "inv", "[[1,2],[2,4]]"});
+    EXPECT_EQ(singular.status, 1);
+    EXPECT_EQ(singular.out, "");
+    EXPECT_EQ(singular.err, "error: the matrix is singular: it has no inverse\n");
+    EXPECT_EQ(run({"matrix", "solve", "[[1,2],[2,4]]", "[[1],[2]]"}).status, 1);
+}
+
+TEST(MatrixCommand, TheDecompositionMultipliesBackToTheMatrix) {
+    const char* a = "[[1,2,3],[4,5,6]]";
+    std::istringstream lines(run({"matrix", "lu", a}).out);
+    std::string l, u, p;
+    ASSERT_TRUE(std::getline(lines, l) && std::getline(lines, u) && std::getline(lines, p));
+    ASSERT_TRUE(l.starts_with("L = ") && u.starts_with("U = ") && p.starts_with("P = "));
+    EXPECT_NE(p, "P = [[1,0],[0,1]]") << "the larger first cell of row 2 must be the pivot";
+    EXPECT_EQ(run({"matrix", "mul", p.c_str() + 4, a}).out,
+              run({"matrix", "mul", l.c_str() + 4, u.c_str() + 4}).out);
+}
+
+TEST(Commands, BadInputIsAUsageErrorAndAFailedLineStopsTheCommand) {
+    const std::vector<std::vector<const char*>> usage_errors{
+        {"map", "x", "x", "0", "1"},                      // an argument missing
+        {"map", "1+", "x", "0", "1", "3"},                // no expression
+        {"map", "y", "x", "0", "1", "3"},                 // an unknown name: nothing to map
+        {"map", "x", "PI", "0", "1", "3"},                // a constant is no variable
+        {"map", "x", "x", "0", "1", "2.5"},               // a point count must be whole
+        {"map", "x", "x", "0", "1/0", "3"},               // a limit that fails
+        {"integrate", "x", "x", "0", "1+i"},              // a limit that is not real
+        {"integrate", "x", "x", "0", "1", "--step", "1"}, // another command's option
+        {"derive", "x", "x", "1", "--step", "0"},
+        {"roots", "x", "x", "1", "1", "101"},
+        {"polyroots", "1"},
+        {"polyroots", "0", "1", "2"},
+        {"matrix", "frob", "[[1]]"},
+        {"matrix", "det", "[[1,2],[3]]"},
+        {"matrix", "det", "[[1,2,3],[4,5,6]]"},
+        {"matrix", "add", "[[1]]", "[[1,2]]"},
+        {"matrix", "inv", "[[1]]", "[[1]]"},
+        {"matrix", "det", "[[1,i]]"},
+    };
+    for (const auto& args : usage_errors) {
+        const Outcome outcome = run(args);
+        EXPECT_EQ(outcome.status, 2) << args[0] << ' ' << args[1];
+        EXPECT_TRUE(outcome.err.starts_with(std::string("quorvex-cli: ") + args[0] + ": ")) << outcome.err;
+        EXPECT_NE(outcome.err.find("\nUsage: quorvex-cli "), std::string::npos);
+    }
+
+    const Outcome failed_line = run({"-e", "1/0", "map", "x", "x", "0", "1", "2"});
+    EXPECT_EQ(failed_line.status, 1);
+    EXPECT_EQ(failed_line.out, "");
+    EXPECT_EQ(failed_line.err, "error: Division By Zero Encountered!\n");
+}
