@@ -36,9 +36,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             file.GetColor(section, key, 0, colour);
             std::string x, y, z;
             file.GetPoint(section, key, x, y, z);
-            // A value written back where it stands reads back the same.
+            // A value written back where it stands reads back the same, but for a lone CR that
+            // a file may hold inside a line: a written value never breaks its line.
             file.WriteString(section, key, value);
-            if (file.GetString(section, key) != value) __builtin_trap();
+            if (value.find('\r') == std::string::npos && file.GetString(section, key) != value) __builtin_trap();
         }
     }
     file.WriteString("NEW SECTION", "key=with=equals", "value");

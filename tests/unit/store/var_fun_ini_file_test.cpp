@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -133,4 +136,27 @@ TEST(UserLibrary, IsMadeOnceWithItsExampleOutOfUse) {
     ASSERT_TRUE(quorvex::store::read_whole_file((dir / "QuorvexUser.lib").string(), bytes));
     EXPECT_EQ(bytes, "[MINE]\r\n");
     fs::remove_all(dir.parent_path().parent_path());
+}
+
+// Found by fuzzing: a library whose value holds a lone CR inside its line. Reading keeps the CR;
+// writing the value back turns it into a blank, so that the written line stays one line, and
+// every other key keeps its value.
+TEST(VarFunIniFile, ALoneCarriageReturnInAValueIsWrittenAsABlank) {
+    std::ifstream in(QUORVEX_FIXTURES "fuzz/ini_lone_carriage_return.lib", std::ios::binary);
+    ASSERT_TRUE(in);
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    Scanned scanned(text);
+    int lone = 0;
+    for (const std::string& section : scanned.file.GetSectionNames()) {
+        for (const std::string& key : scanned.file.GetKeyNames(section)) {
+            std::string value = scanned.file.GetString(section, key);
+            scanned.file.WriteString(section, key, value);
+            if (value.find('\r') != std::string::npos) {
+                ++lone;
+                std::replace(value.begin(), value.end(), '\r', ' ');
+            }
+            EXPECT_EQ(scanned.file.GetString(section, key), value) << section << " " << key;
+        }
+    }
+    EXPECT_EQ(lone, 1);
 }
