@@ -47,6 +47,9 @@ complex Mathematics::complex_mult(const complex& a, const complex& b) {
 }
 
 complex Mathematics::complex_div(const complex& a, const complex& b) {
+    // A real quotient, exact on integers, is what the decimal formula gives for real operands.
+    if (a.imag() == 0 && b.imag() == 0 && b.real() != 0 && std::isfinite(a.real()) && std::isfinite(b.real()))
+        return {number::decimal_div(a.real(), b.real()), 0};
     const ComplexDecimal14 divisor = to_decimal(b);
     if (number::is0(divisor)) {
         math_exception(0);

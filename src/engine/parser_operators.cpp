@@ -3,6 +3,7 @@
 #include "parser.h"
 
 #include "decimal_round_trip.h"
+#include "number/fast_elementary.h"
 
 #include <cmath>
 
@@ -17,7 +18,11 @@ bool nearly_real(const complex& z) { return z.imag() == 0 || std::fabs(z.imag())
 
 ComplexDecimal21 lift21(const complex& z) { return lift(z); }
 
-complex exp21(const complex& z) { return land(number::exp(lift21(z))); }
+complex exp21(const complex& z) {
+    double value = 0;
+    if (z.imag() == 0 && number::fast_exp(z.real(), value)) return {value, 0};
+    return land(number::exp(lift21(z)));
+}
 
 complex negated(const complex& z) { return {0.0 - z.real(), 0.0 - z.imag()}; }
 
@@ -59,7 +64,11 @@ complex Parser::_pow(complex& z, complex& w) {
             result = exp21(m_math.complex_mult(w, logarithm));
             if (!Mathematics::is_even(w.real())) result = negated(result);
         } else {
-            result = land(ComplexDecimal21{number::pow(Decimal21::lift(z.real()), Decimal21::lift(w.real())), {}});
+            double power = 0;
+            if (w.real() >= 2 && w.real() <= 64 && number::fast_power(z.real(), static_cast<int>(w.real()), power))
+                result = {power, 0};
+            else
+                result = land(ComplexDecimal21{number::pow(Decimal21::lift(z.real()), Decimal21::lift(w.real())), {}});
         }
     } else {
         ComplexDecimal21 power;

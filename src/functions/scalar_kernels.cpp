@@ -1,6 +1,7 @@
 #include "scalar_kernels.h"
 
 #include "engine/decimal_round_trip.h"
+#include "number/fast_elementary.h"
 
 #include <cmath>
 
@@ -65,7 +66,11 @@ complex ScalarKernels::_logarithm(const complex& z, const complex& base, int fun
     return m_parser.mathematics().logarithm(z, base.real());
 }
 
-complex ScalarKernels::_exp(const complex& z) { return land(number::exp(lift(z))); }
+complex ScalarKernels::_exp(const complex& z) {
+    double value = 0;
+    if (z.imag() == 0 && number::fast_exp(z.real(), value)) return {value, 0};
+    return land(number::exp(lift(z)));
+}
 
 complex ScalarKernels::_abs(const complex& z) { return land(number::abs(lift(z))); }
 

@@ -3,6 +3,7 @@
 // exactly 0.5.
 #include "builtin_index.h"
 #include "engine/decimal_round_trip.h"
+#include "number/fast_elementary.h"
 #include "scalar_kernels.h"
 
 #include <cmath>
@@ -43,6 +44,11 @@ bool near(long double value, long double target) { return std::fabs(value - targ
 } // namespace
 
 complex ScalarKernels::_trig_func(const complex& z, int function) {
+    // A real sine or cosine whose rounding long double settles needs no decimal work.
+    if (z.imag() == 0 && (function == SIN || function == COS)) {
+        double value = 0;
+        if ((function == SIN ? number::fast_sin : number::fast_cos)(z.real(), degrees(), value)) return {value, 0};
+    }
     if (std::fabs(z.real()) > 1e80 && std::fabs(z.imag()) > 1e80) {
         m_parser.mathlib_exception(38, function);
         return {0, 0};

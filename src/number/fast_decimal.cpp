@@ -60,7 +60,18 @@ double to_double(Wide value, int exponent) {
         if (remainder * 2 >= divisor) ++magnitude;
         exponent += digits - 15;
     }
-    // At most 16 digits (after a carry), then the exponent: "-123e-45".
+    // At most 16 digits (after a carry), below 2^53: times or over an exact power of ten that is
+    // a single correctly rounded operation, as reading the text would be.
+    static constexpr double k_exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (exponent >= -22 && exponent <= 22) {
+        const double digits_value = static_cast<double>(static_cast<std::uint64_t>(magnitude));
+        const double result =
+            exponent >= 0 ? digits_value * k_exact_powers[exponent] : digits_value / k_exact_powers[-exponent];
+        return negative ? -result : result;
+    }
+    // Otherwise the text, "-123e-45".
     char text[48];
     char* out = text;
     if (negative) *out++ = '-';
@@ -108,6 +119,30 @@ double decimal_sub(double a, double b) {
 double decimal_mul(double a, double b) {
     const Lifted x = lift(a), y = lift(b);
     return to_double(static_cast<Wide>(x.mantissa) * y.mantissa, x.exponent + y.exponent);
+}
+
+double decimal_div(double a, double b) {
+    Lifted x = lift(a), y = lift(b);
+    if (x.mantissa == 0 || y.mantissa == 0) return 0.0;
+    // Both mantissas to 14 digits, then 17 more digits of quotient than needed: the quotient
+    // has 17 or 18 digits, of which the rounding drops 2 or 3. A dropped part of at least half
+    // a unit rounds up, and the remainder left over from the division can not change which side
+    // of the half it falls on, since the dropped digits are whole numbers below a power of ten.
+    const auto normalise = [](Lifted& value) {
+        const std::int64_t magnitude = value.mantissa < 0 ? -value.mantissa : value.mantissa;
+        const int missing = 14 - digit_count(magnitude);
+        if (missing < 0) { // 10^14, after a lift rounded up
+            value.mantissa /= 10;
+            value.exponent += 1;
+            return;
+        }
+        value.mantissa *= static_cast<std::int64_t>(power_of_ten(missing));
+        value.exponent -= missing;
+    };
+    normalise(x);
+    normalise(y);
+    const Wide quotient = static_cast<Wide>(x.mantissa) * power_of_ten(17) / y.mantissa;
+    return to_double(quotient, x.exponent - y.exponent - 17);
 }
 
 } // namespace quorvex::number

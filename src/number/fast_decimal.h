@@ -10,5 +10,7 @@ namespace quorvex::number {
 double decimal_add(double a, double b);
 double decimal_sub(double a, double b);
 double decimal_mul(double a, double b);
+// The exact quotient rounded likewise; 0 when either operand is 0 (the caller refuses a zero divisor).
+double decimal_div(double a, double b);
 
 } // namespace quorvex::number
