@@ -14,11 +14,21 @@ const char* usage_text() {
     return "Usage: quorvex-cli [OPTIONS] [FILE...]\n"
            "       quorvex-cli [OPTIONS] COMMAND ARGUMENTS...\n"
            "Evaluates lines of Quorvex expressions: the -e lines, then the files, then standard input\n"
-           "when there is neither. All lines of one call share their variables.\n"
+           "when there is neither (a terminal gets the interactive mode, :help tells more). All\n"
+           "lines of one call share their variables. Each line is printed as the math editor leaves\n"
+           "it when Enter is pressed: \"2+3\" as \"2+3 = 5\", an old answer replaced, statements cut\n"
+           "at ';' with the last one answered, a \"//\" comment kept behind the answer. A line that\n"
+           "fails is printed unchanged and its message goes to standard error as\n"
+           "\"SOURCE:LINE: error: MESSAGE\" (SOURCE is the file, \"-\" for standard input, -e).\n"
            "\n"
            "  -e, --eval TEXT     evaluate TEXT as one line (repeatable)\n"
-           "      --answers       print one line per input line: the answer, an empty line when the\n"
-           "                      line shows no answer, or \"error: MESSAGE\"\n"
+           "      --answers       print one line per input line, evaluated as one expression: the\n"
+           "                      answer, an empty line when it shows none, or \"error: MESSAGE\"\n"
+           "      --method 0|1|2  the editor's calculation method (default 1); with 2, \":=\" is an\n"
+           "                      assignment, as '=' then computes in the editor\n"
+           "  -i, --interactive   the prompt with its : commands, even when input is no terminal\n"
+           "      --in-place      write each FILE back as it stands after its lines are processed\n"
+           "                      (through a temporary file), printing nothing\n"
            "      --angle deg|rad angle unit of the trigonometric functions (default deg)\n"
            "      --precision N   significant digits of answers, 1 to 14 (default 14)\n"
            "      --format dec|sci  decimal or scientific notation (default dec)\n"
@@ -76,9 +86,10 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 16> k_long_options{
-    "--eval", "--answers",  "--angle",       "--precision", "--format",  "--fraction", "--zero",  "--point",
-    "--sign", "--data-dir", "--library-dir", "--help",      "--version", "--accuracy", "--order", "--step"};
+constexpr std::array<std::string_view, 19> k_long_options{
+    "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
+    "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
+    "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -146,6 +157,18 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             }
         } else if (arg == "--fraction") {
             options.fraction = true;
+        } else if (arg == "--method") {
+            const char* text = value_of(i, "--method");
+            if (!text) return std::nullopt;
+            if (std::strlen(text) != 1 || text[0] < '0' || text[0] > '2') {
+                error = "--method takes 0, 1 or 2";
+                return std::nullopt;
+            }
+            options.method = text[0] - '0';
+        } else if (arg == "--in-place") {
+            options.in_place = true;
+        } else if (arg == "-i" || arg == "--interactive") {
+            options.interactive = true;
         } else if (arg == "--zero") {
             const char* text = value_of(i, "--zero");
             if (!text) return std::nullopt;
@@ -188,6 +211,11 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             error = "unknown option " + arg;
             return std::nullopt;
         }
+    }
+    if (options.in_place && (options.files.empty() || options.answers || !options.command.empty() ||
+                             std::find(options.files.begin(), options.files.end(), "-") != options.files.end())) {
+        error = "--in-place needs files to write back, and no --answers or command";
+        return std::nullopt;
     }
     if (options.command.empty() && (options.accuracy || options.order || options.step)) {
         error = options.accuracy ? "--accuracy belongs to the integrate command"

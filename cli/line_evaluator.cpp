@@ -8,37 +8,50 @@ bool is_blank(const std::string& line) { return line.find_first_not_of(" \t\r\n\
 
 } // namespace
 
+std::string one_line(std::string text) {
+    for (char& c : text)
+        if (c == '\n' || c == '\r') c = ' ';
+    return text;
+}
+
 LineEvaluator::LineEvaluator(const CliOptions& options, engine::Parser& parser, std::ostream& out,
                              std::ostream& err)
-    : m_options(options), m_parser(parser), m_out(out), m_err(err) {}
+    : m_options(options), m_parser(parser), m_out(out), m_err(err),
+      m_lines(parser, {options.method, options.fraction}) {}
 
-bool LineEvaluator::run(const std::string& line) {
+bool LineEvaluator::run(const std::string& line, const std::string& where) {
+    const bool ok = m_options.answers ? run_as_expression(line) : run_as_editor_line(line, where);
+    m_out.flush();
+    return ok;
+}
+
+bool LineEvaluator::run_as_expression(const std::string& line) {
     // A blank line is no expression to evaluate: the editor leaves it alone, and so do we.
     if (is_blank(line)) {
-        m_out << (m_options.answers ? "" : line) << '\n';
+        m_out << '\n';
         return true;
     }
     const char* answer = m_parser.eval_exp(line.c_str(), true, true, m_options.fraction);
-    const bool failed = m_parser.IsAnError();
-    const char* message = failed ? m_parser.GetLastError() : nullptr;
-    std::string error_text = std::string("error: ") + (message ? message : "evaluation failed");
-    // One output line per input line: a message that spans lines is joined with a blank.
-    for (char& c : error_text)
-        if (c == '\n' || c == '\r') c = ' ';
-    if (m_options.answers) {
-        if (failed) {
-            m_out << error_text << '\n';
-        } else {
-            std::string text = answer ? answer : "";
-            if (text.rfind(" = ", 0) == 0) text.erase(0, 3);
-            m_out << text << '\n';
-        }
-    } else {
-        m_out << line << (failed ? "" : answer) << '\n';
-        if (failed) m_err << error_text << '\n';
+    if (m_parser.IsAnError()) {
+        const char* message = m_parser.GetLastError();
+        m_out << one_line(std::string("error: ") + (message ? message : "evaluation failed")) << '\n';
+        return false;
     }
-    m_out.flush();
-    return !failed;
+    std::string text = answer ? answer : "";
+    if (text.rfind(" = ", 0) == 0) text.erase(0, 3);
+    if (!text.empty()) m_last_answer = text;
+    m_out << text << '\n';
+    return true;
+}
+
+bool LineEvaluator::run_as_editor_line(const std::string& line, const std::string& where) {
+    const document::LineOutcome outcome = m_lines.process(line);
+    m_out << outcome.text << '\n';
+    if (outcome.answered) m_last_answer = m_lines.LastAnswer();
+    if (!outcome.error) return true;
+    m_out.flush(); // the line before its message, when both go to one terminal
+    m_err << (where.empty() ? "" : where + ": ") << "error: " << one_line(outcome.message) << '\n';
+    return false;
 }
 
 } // namespace quorvex::cli

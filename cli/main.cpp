@@ -2,18 +2,17 @@
 #include "cli_options.h"
 #include "commands.h"
 #include "data_folders.h"
+#include "interactive.h"
 #include "line_evaluator.h"
 #include "parser_setup.h"
 
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
+#include "store/atomic_write.h"
 #include "store/user_library.h"
 
-#include <editline/readline.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -30,28 +29,58 @@ public:
     }
 };
 
-// Splits text into lines; a CR before the LF belongs to the line end, not to the line.
+// Splits text into lines; a CR before the LF belongs to the line end, not to the line. Each
+// line goes to `handle` with its number, counted from 1.
 template <typename Handler>
 bool for_each_line(std::istream& in, Handler&& handle) {
     bool all_ok = true;
     std::string line;
-    while (std::getline(in, line)) {
+    for (long number = 1; std::getline(in, line); ++number) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
-        all_ok = handle(line) && all_ok;
+        all_ok = handle(line, number) && all_ok;
     }
     return all_ok;
 }
 
-bool run_interactive(quorvex::cli::LineEvaluator& evaluator) {
-    std::cout << k_version << ": type an expression and press Enter; :quit or Ctrl-D ends.\n";
-    bool all_ok = true;
-    while (char* raw = readline("> ")) {
-        std::string line(raw);
-        std::free(raw);
-        if (line == ":quit" || line == ":q") break;
-        if (line.find_first_not_of(" \t") == std::string::npos) continue;
-        add_history(line.c_str());
-        all_ok = evaluator.run(line) && all_ok;
+// Every line of `in` through the evaluator, its errors named "SOURCE:LINE".
+bool run_lines(quorvex::cli::LineEvaluator& evaluator, std::istream& in, const std::string& source) {
+    return for_each_line(in, [&](const std::string& line, long number) {
+        return evaluator.run(line, source + ":" + std::to_string(number));
+    });
+}
+
+// A file processed line by line and written back as it stands afterwards: the lines as the
+// editor leaves them, the file's own line ends kept (CR LF when its first line has one).
+bool process_in_place(const quorvex::cli::CliOptions& options, quorvex::engine::Parser& parser,
+                      const std::string& path, int& status) {
+    std::string bytes;
+    if (!quorvex::store::read_whole_file(path, bytes)) {
+        std::cerr << "quorvex-cli: cannot open " << path << '\n';
+        status = 2;
+        return false;
+    }
+    const size_t first_feed = bytes.find('\n');
+    const bool crlf = first_feed != std::string::npos && first_feed > 0 && bytes[first_feed - 1] == '\r';
+    const bool final_line_end = !bytes.empty() && bytes.back() == '\n';
+    std::istringstream in(bytes);
+    std::ostringstream out;
+    quorvex::cli::LineEvaluator evaluator(options, parser, out, std::cerr);
+    const bool all_ok = run_lines(evaluator, in, path);
+    std::string text = out.str();
+    if (!final_line_end && !text.empty()) text.pop_back();
+    if (crlf) {
+        std::string with_cr;
+        for (const char c : text) {
+            if (c == '\n') with_cr += '\r';
+            with_cr += c;
+        }
+        text.swap(with_cr);
+    }
+    std::string error;
+    if (text != bytes && !quorvex::store::write_file_atomically(path, text, &error)) {
+        std::cerr << "quorvex-cli: " << path << ": " << error << '\n';
+        status = 2;
+        return false;
     }
     return all_ok;
 }
@@ -87,9 +116,16 @@ int main(int argc, char** argv) {
 
     quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);
     bool all_ok = true;
-    for (const auto& line : options->eval_lines) all_ok = evaluator.run(line) && all_ok;
+    for (size_t i = 0; i < options->eval_lines.size(); ++i)
+        all_ok = evaluator.run(options->eval_lines[i], "-e:" + std::to_string(i + 1)) && all_ok;
 
+    int status = 0;
     for (const auto& path : options->files) {
+        if (options->in_place) {
+            all_ok = process_in_place(*options, parser, path, status) && all_ok;
+            if (status != 0) return status;
+            continue;
+        }
         std::ifstream file;
         if (path != "-") file.open(path, std::ios::binary);
         if (path != "-" && !file) {
@@ -99,15 +135,14 @@ int main(int argc, char** argv) {
                       << (bare_word ? " (nor is it a command, see --help)" : "") << '\n';
             return 2;
         }
-        std::istream& in = path == "-" ? std::cin : file;
-        all_ok = for_each_line(in, [&](const std::string& line) { return evaluator.run(line); }) && all_ok;
+        all_ok = run_lines(evaluator, path == "-" ? std::cin : file, path) && all_ok;
     }
 
-    if (options->eval_lines.empty() && options->files.empty()) {
-        if (isatty(STDIN_FILENO))
-            all_ok = run_interactive(evaluator) && all_ok;
+    if (options->interactive || (options->eval_lines.empty() && options->files.empty())) {
+        if (options->interactive || isatty(STDIN_FILENO))
+            all_ok = quorvex::cli::run_interactive(evaluator, parser, k_version) && all_ok;
         else
-            all_ok = for_each_line(std::cin, [&](const std::string& line) { return evaluator.run(line); }) && all_ok;
+            all_ok = run_lines(evaluator, std::cin, "-") && all_ok;
     }
     return all_ok ? 0 : 1;
 }

@@ -1,4 +1,5 @@
 #include "cli_options.h"
+#include "interactive.h"
 #include "line_evaluator.h"
 
 #include "functions/builtin_functions.h"
@@ -68,7 +69,62 @@ TEST(LineEvaluator, EditorModeKeepsTheLineAndSendsErrorsAside) {
     LineEvaluator evaluator(options, parser, out, err);
     evaluator.run("2+3");
     evaluator.run("y = 1");
-    evaluator.run("2+");
-    EXPECT_EQ(out.str(), "2+3 = 5\ny = 1\n2+\n");
-    EXPECT_EQ(err.str(), "error: Number or expression expected with operator!\n");
+    evaluator.run("2+", "notes.txt:3");
+    evaluator.run("4*2 = 9 // old answer");
+    EXPECT_EQ(out.str(), "2+3 = 5\ny = 1\n2+\n4*2 = 8 // old answer\n");
+    EXPECT_EQ(err.str(), "notes.txt:3: error: Number or expression expected with operator!\n");
+    EXPECT_EQ(evaluator.last_answer(), "8");
+
+    // ":=" assigns only in the third calculation method.
+    options.method = 2;
+    std::ostringstream assigned;
+    LineEvaluator(options, parser, assigned, err).run("z := 4; z+1");
+    EXPECT_EQ(assigned.str(), "z := 4; z+1 = 5\n");
+    options.method = 1;
+    std::ostringstream refused;
+    // Otherwise "= 4" reads as an old answer of "q :", which is removed, and "q :" fails.
+    EXPECT_FALSE(LineEvaluator(options, parser, refused, err).run("q := 4"));
+    EXPECT_EQ(refused.str(), "q :\n");
+    EXPECT_FALSE(parser.is_variable("q"));
+}
+
+TEST(InteractiveSession, CommandsListTheStateAndRecallTheLastAnswer) {
+    CliOptions options;
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    std::ostringstream out, err;
+    LineEvaluator evaluator(options, parser, out, err);
+    InteractiveSession session(evaluator, parser, out);
+    std::string recall;
+    const auto type = [&](const std::string& line) {
+        out.str("");
+        return session.handle(line, recall);
+    };
+
+    type(":vars");
+    EXPECT_EQ(out.str(), "No variables yet.\n");
+    type(":last");
+    EXPECT_EQ(recall, "");
+    EXPECT_NE(out.str().find("no answer yet"), std::string::npos);
+
+    type("x = 3");
+    type("f[t] = t^2");
+    type("f[x]+1");
+    EXPECT_EQ(out.str(), "f[x]+1 = 10\n");
+    type(":vars");
+    EXPECT_EQ(out.str(), "x = 3\n");
+    type(":funcs");
+    EXPECT_EQ(out.str(), "f[t] = t^2\n");
+    type(":last");
+    EXPECT_EQ(recall, "10");
+    EXPECT_EQ(out.str(), "");
+    type(":history");
+    EXPECT_EQ(out.str(), "1  x = 3\n2  f[t] = t^2\n3  f[x]+1\n");
+    type(":nonsense");
+    EXPECT_NE(out.str().find("Unknown command :nonsense"), std::string::npos);
+    EXPECT_TRUE(session.all_ok());
+
+    type("1/0");
+    EXPECT_NE(err.str().find("line 4: error: Division By Zero"), std::string::npos) << err.str();
+    EXPECT_FALSE(session.all_ok());
+    EXPECT_EQ(type("  :quit "), InteractiveSession::Next::quit);
 }
