@@ -212,6 +212,8 @@ bool IniFile::WriteString(std::string_view section_name, std::string_view key, s
     const auto found = section->keys.find(lower_case(mapped));
     if (found != section->keys.end()) {
         section->lines[found->second].text = std::move(text);
+        // A key that held a lone CR is written with a blank in its place: it is another key now.
+        if (mapped.find('\r') != std::string::npos) index_section(*section);
     } else {
         // A new key follows the last line of the section that is not blank.
         size_t at = section->lines.size();

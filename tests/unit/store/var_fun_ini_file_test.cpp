@@ -160,3 +160,14 @@ TEST(VarFunIniFile, ALoneCarriageReturnInAValueIsWrittenAsABlank) {
     }
     EXPECT_EQ(lone, 1);
 }
+
+// Found by fuzzing too: a key that holds a lone CR is written as the key with a blank, and is
+// found under that name afterwards.
+TEST(VarFunIniFile, AKeyWithALoneCarriageReturnIsFoundAfterItIsWritten) {
+    Scanned scanned("[S]\r\nk\rx=1\r\nother=2\r\n");
+    scanned.file.WriteString("S", "k\rx", "1");
+    EXPECT_EQ(scanned.file.GetString("S", "k x"), "1");
+    EXPECT_EQ(scanned.file.GetString("S", "other"), "2");
+    EXPECT_EQ(scanned.file.GetKeyNames("S"), (std::vector<std::string>{"k x", "other"}));
+    EXPECT_EQ(scanned.file.Text(), "[S]\r\nk x=1\r\nother=2\r\n");
+}
