@@ -1,0 +1,103 @@
+#include "graph_data.h"
+
+#include <algorithm>
+
+namespace quorvex::graph {
+
+namespace {
+
+bool is_label(const GraphNote& item) {
+    return !item.IsNote;
+}
+
+} // namespace
+
+GraphNote& GraphData::SetNote(const char* text, int x, int y, int index, bool is_note) {
+    return Notes.emplace_back(text, x, y, index, is_note);
+}
+
+GraphNote& GraphData::SetNote(const GraphNote& note) {
+    GraphNote& added = Notes.emplace_back(note);
+    added.SetNote(note.Text.c_str());
+    return added;
+}
+
+void GraphData::SetNoteIndex(int x, int y, bool is_note, int index) {
+    for (GraphNote& item : Notes)
+        if (item.IsNote == is_note && item.PosX == x && item.PosY == y) item.Index = index;
+}
+
+bool GraphData::IsNoteIndex(int index) const {
+    return std::any_of(Notes.begin(), Notes.end(),
+                       [index](const GraphNote& item) { return item.IsNote && item.Index == index; });
+}
+
+bool GraphData::IsLabelIndex(int index) const {
+    return std::any_of(Notes.begin(), Notes.end(),
+                       [index](const GraphNote& item) { return is_label(item) && item.Index == index; });
+}
+
+bool GraphData::DeleteNote(int index) {
+    const auto found = std::find_if(Notes.begin(), Notes.end(),
+                                    [index](const GraphNote& item) { return item.Index == index; });
+    const bool removed = found != Notes.end();
+    if (removed) Notes.erase(found);
+    DecrementNoteIndexes(index);
+    return removed;
+}
+
+void GraphData::ResetNoteIndexes() {
+    int index = 0;
+    for (GraphNote& item : Notes)
+        item.Index = index++;
+}
+
+void GraphData::DecrementNoteIndexes(int index) {
+    for (GraphNote& item : Notes)
+        if (item.Index > index) --item.Index;
+}
+
+int GraphData::GetNumNotes() const {
+    return static_cast<int>(
+        std::count_if(Notes.begin(), Notes.end(), [](const GraphNote& item) { return item.IsNote; }));
+}
+
+int GraphData::GetNumLabels(int set) const {
+    return static_cast<int>(std::count_if(Notes.begin(), Notes.end(), [set](const GraphNote& item) {
+        return is_label(item) && (set == -1 || item.PosX == set);
+    }));
+}
+
+int GraphData::GetNumLabels(int first_set, int last_set) const {
+    return static_cast<int>(std::count_if(Notes.begin(), Notes.end(), [=](const GraphNote& item) {
+        return is_label(item) && item.PosX >= first_set && item.PosX <= last_set;
+    }));
+}
+
+GraphNote* GraphData::GetLabel(int set, int point) {
+    for (GraphNote& item : Notes)
+        if (is_label(item) && item.PosX == set && item.PosY == point) return &item;
+    return nullptr;
+}
+
+void GraphData::IncrementLabelSets(int limit) {
+    for (GraphNote& item : Notes)
+        if (is_label(item) && item.PosX < limit) ++item.PosX;
+}
+
+void GraphData::RemoveLabelSet(int index, bool is_function) {
+    const int series = is_function ? index : index + static_cast<int>(Functions.size());
+    Notes.remove_if([series](const GraphNote& item) { return is_label(item) && item.PosX == series; });
+    for (GraphNote& item : Notes)
+        if (is_label(item) && item.PosX > series) --item.PosX;
+}
+
+void GraphData::FlushNotes() {
+    Notes.remove_if([](const GraphNote& item) { return item.IsNote; });
+}
+
+void GraphData::FlushLabels() {
+    Notes.remove_if(is_label);
+}
+
+} // namespace quorvex::graph
