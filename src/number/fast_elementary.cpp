@@ -191,15 +191,45 @@ bool radians(double x, bool degrees, Pair& angle) {
     return true;
 }
 
+// The angle less k quarter turns, |r| <= pi/4 or a little more, for angles below 2^20: pi/2 in
+// three parts, the first two short enough that their products with k are exact, so that the
+// remainder keeps its digits even next to a multiple of pi/2. The library's own reduction of
+// larger arguments is exact too, but slow.
+bool reduce_quarter_turns(const Pair& angle, Pair& rest, long long& quarter) {
+    if (!(std::fabs(angle.hi) < 1048576.0L)) return false;
+    constexpr long double two_over_pi = 0x517cc1b727220a95p-63L;
+    constexpr long double pi_half_1 = 0x6487ed5110bp-42L;  // 43 bits
+    constexpr long double pi_half_2 = 0x4611a626331p-86L;  // the next 43 bits
+    constexpr long double pi_half_3 = 0x45c06e0e68948127p-150L;
+    const long double k = std::nearbyint(angle.hi * two_over_pi);
+    const long double r = (angle.hi - k * pi_half_1) - k * pi_half_2; // exact: Sterbenz and short parts
+    const long double correction = angle.lo - k * pi_half_3;
+    rest.hi = r + correction;
+    rest.lo = correction - (rest.hi - r);
+    quarter = static_cast<long long>(k);
+    return true;
+}
+
 // sin or cos of hi + lo from those of hi: f(hi) + f'(hi) lo, the square of lo being far below
-// anything that counts. The error: the library's on both terms, the pair's, the final sum.
+// anything that counts. The error: the library's on both terms, the pair's and the reduction's,
+// the final sum.
 bool trig_land(bool sine, const Pair& angle, double& result) {
+    Pair rest = angle;
+    long long quarter = 0;
+    const bool reduced = reduce_quarter_turns(angle, rest, quarter);
+    // sin(r + k pi/2) is sin r, cos r, -sin r, -cos r for k = 0, 1, 2, 3 (mod 4); cos likewise from 1.
+    const int phase = static_cast<int>(((quarter % 4) + 4 + (sine ? 0 : 1)) % 4);
     long double sin_hi = 0, cos_hi = 0;
-    ::sincosl(angle.hi, &sin_hi, &cos_hi);
-    const long double correction = (sine ? cos_hi : -sin_hi) * angle.lo;
-    const long double r = (sine ? sin_hi : cos_hi) + correction;
-    const long double error = (std::fabs(sine ? sin_hi : cos_hi) + std::fabs(correction)) * k_library_error +
-                              std::fabs(angle.hi) * k_pair_error + std::fabs(r) * k_unit;
+    ::sincosl(rest.hi, &sin_hi, &cos_hi);
+    const bool use_cos = phase == 1 || phase == 3;
+    const bool negate = phase >= 2;
+    const long double value = use_cos ? cos_hi : sin_hi;
+    const long double correction = (use_cos ? -sin_hi : cos_hi) * rest.lo;
+    long double r = value + correction;
+    if (negate) r = -r;
+    // The reduced angle itself may be a unit off in its last place, which moves f by as much.
+    const long double error = (std::fabs(value) + std::fabs(correction)) * (k_library_error + 2 * k_unit) +
+                              std::fabs(angle.hi) * k_pair_error * (reduced ? 2 : 1) + std::fabs(r) * k_unit;
     return land(r, error, result);
 }
 
