@@ -15,7 +15,7 @@ constexpr const char* k_help =
     "\"//\" is a comment. The line is shown as the math editor leaves it, with its answer.\n"
     "  :vars     the variables and their values\n"
     "  :funcs    the functions\n"
-    "  :last     the last answer, placed on the next line to edit\n"
+    "  :last     the last answer, shown and put in the history: Up edits it\n"
     "  :history  the lines of this session (Up and Down recall them too)\n"
     "  :help     this text\n"
     "  :quit     end the session (also Ctrl-D)\n";
@@ -86,13 +86,11 @@ void InteractiveSession::list_history() {
 
 namespace {
 
-// The text :last recalls, typed into the next prompt before the user sees it.
-std::string g_recall;
-
-int insert_recall() {
-    if (!g_recall.empty()) rl_insert_text(g_recall.c_str());
-    g_recall.clear();
-    return 0;
+// The recalled text becomes the newest history entry: Up brings it to the line to edit.
+void recall_into_history(const std::string& text) {
+    if (text.empty()) return;
+    add_history(text.c_str());
+    std::cout << text << "   (Up edits it)\n";
 }
 
 } // namespace
@@ -100,14 +98,14 @@ int insert_recall() {
 bool run_interactive(LineEvaluator& evaluator, engine::Parser& parser, const char* version) {
     std::cout << version << ": type an expression and press Enter; :help lists the commands, :quit ends.\n";
     InteractiveSession session(evaluator, parser, std::cout);
-    rl_startup_hook = insert_recall;
+    std::string recall;
     while (char* raw = readline("> ")) {
         const std::string line(raw);
         std::free(raw);
         if (!is_blank(line)) add_history(line.c_str());
-        if (session.handle(line, g_recall) == InteractiveSession::Next::quit) break;
+        if (session.handle(line, recall) == InteractiveSession::Next::quit) break;
+        recall_into_history(recall);
     }
-    rl_startup_hook = nullptr;
     return session.all_ok();
 }
 

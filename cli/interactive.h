@@ -16,7 +16,7 @@ public:
     InteractiveSession(LineEvaluator& evaluator, engine::Parser& parser, std::ostream& out);
 
     enum class Next { more, quit };
-    // Handles one typed line; `recall` receives a text to place on the next prompt (":last").
+    // Handles one typed line; `recall` receives a text for the user to edit next (":last").
     Next handle(const std::string& line, std::string& recall);
     // False once a line of the session failed.
     bool all_ok() const { return m_all_ok; }
