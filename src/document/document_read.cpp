@@ -1,0 +1,157 @@
+// Loading: the text up to the first declaration header, then each section in turn into the
+// engine and the document.
+#include "document.h"
+
+#include "store/atomic_write.h"
+#include "store/ini_file.h"
+
+#include <cmath>
+#include <cstdlib>
+
+namespace quorvex::document {
+
+namespace {
+
+constexpr const char* k_setup = "SETUP";
+constexpr const char* k_font = "FONT";
+
+// A zero precision as text; a value that is no positive number keeps the default.
+float read_zero_precision(const store::IniFile& ini, const char* key) {
+    const std::string text = ini.GetString(k_setup, key, "1.0e-12");
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    return end != text.c_str() && std::isfinite(value) && value >= 0 && value < 1 ? static_cast<float>(value)
+                                                                                    : 1.0e-12f;
+}
+
+// An engine setting outside what the engine can show is left at its default.
+int read_bounded(const store::IniFile& ini, const char* key, int fallback, int low, int high) {
+    const int value = ini.GetInt(k_setup, key, fallback);
+    return value < low || value > high ? fallback : value;
+}
+
+} // namespace
+
+bool Document::Read(const std::string& path) {
+    std::string bytes;
+    if (!store::read_whole_file(path, bytes)) {
+        report("File \" " + path + " \" Could Not Be Opened!", "File Access");
+        return false;
+    }
+    return ReadText(bytes);
+}
+
+bool Document::ReadText(std::string_view bytes) {
+    Clear();
+    m_parser.delete_all_vars();
+    m_parser.delete_all_funcs();
+    if (!step("Opening File...", 0)) return false;
+
+    const size_t start = start_of_declarations(bytes);
+    // The sections are read from behind the text only, so that text resembling a section
+    // can not stand in for one.
+    store::IniFile ini(".");
+    ini.SetText(bytes.substr(start));
+
+    const bool loaded = ReadVariables(ini) && step("Opening File...", 15) && ReadFunctions(ini) &&
+                        step("Opening File...", 25);
+    if (!loaded) return false;
+    ReadSettings(ini);
+    if (!step("Opening File...", 35)) return false;
+    ReadFont(ini);
+    if (!step("Opening File...", 45)) return false;
+    ReadCalculusParameters(ini);
+    if (!step("Opening File...", 55)) return false;
+    ReadMathUtilityParameters(ini);
+    if (!step("Opening File...", 65)) return false;
+    if (!ReadGraphs(ini) || !step("Opening File...", 75)) return false;
+
+    Lines = split_lines(bytes.substr(0, start));
+    return step("Opening File...", 100);
+}
+
+bool Document::ReadVariables(const store::IniFile& ini) {
+    constexpr const char* section = "DECLARED VARIABLES";
+    const std::vector<std::string> names = ini.GetKeyNames(section);
+    if (names.empty()) return true;
+    if (!step("Reading And Declaring Variables", 0)) return false;
+    // A variable saved without a value is declared by its bare name.
+    m_parser.set_auto_declare(true);
+    bool completed = true;
+    for (const std::string& name : names) {
+        if (cancelled()) {
+            completed = false;
+            break;
+        }
+        std::string value = ini.GetString(section, name, "?");
+        bool ok = true;
+        if (value.find('(') != std::string::npos) {
+            // "value (low,high,points,increment)": the range first, then the present value.
+            std::string text = value;
+            const char* range = engine::Parser::get_var_dec_value(text.data());
+            const size_t at = static_cast<size_t>(range - text.data());
+            ok = evaluate(name + "=" + range);
+            value = value.substr(0, at >= 2 ? at - 2 : 0);
+        }
+        if (ok) ok = evaluate(value == "?" ? name : name + "=" + value);
+        if (!ok)
+            report("Variable '" + name + "' could not be loaded!", "Variable Manager");
+    }
+    m_parser.set_auto_declare(m_auto_declare);
+    m_parser.set_vars_saved(true);
+    return completed;
+}
+
+bool Document::ReadFunctions(const store::IniFile& ini) {
+    constexpr const char* section = "DECLARED FUNCTIONS";
+    const std::vector<std::string> names = ini.GetKeyNames(section);
+    if (names.empty()) return true;
+    if (!step("Reading And Declaring Functions", 0)) return false;
+    for (const std::string& name : names) {
+        if (cancelled()) return false;
+        const std::string value = ini.GetString(section, name);
+        // A definition is what the user typed: the engine checks it as it would a typed line.
+        if (value.empty() || name.find('[') == std::string::npos || !evaluate(name + "=" + value))
+            report("Function '" + name + "' could not be loaded!", "Function Manager");
+    }
+    m_parser.set_funcs_saved(true);
+    return true;
+}
+
+void Document::ReadSettings(const store::IniFile& ini) {
+    step("Reading And Setting Up Predefined Configuration", 0);
+    engine::PrecformType& answer = m_parser.answer_format();
+    engine::PrecformType& variable = m_parser.variable_format();
+    answer.zero_precision = read_zero_precision(ini, "AnsZeroPrecision");
+    variable.zero_precision = read_zero_precision(ini, "VarZeroPrecision");
+    answer.precision = read_bounded(ini, "AnsPrecision", 14, 1, 30);
+    variable.precision = read_bounded(ini, "VarPrecision", 14, 1, 30);
+    answer.format = read_bounded(ini, "AnsFormat", 0, 0, 1);
+    variable.format = read_bounded(ini, "VarFormat", 0, 0, 1);
+    answer.dec_point = ini.GetInt(k_setup, "AnsDecPoint", 0) != 0;
+    variable.dec_point = ini.GetInt(k_setup, "VarDecPoint", 0) != 0;
+    answer.lead_sign = ini.GetInt(k_setup, "AnsLeadSign", 0) != 0;
+    variable.lead_sign = ini.GetInt(k_setup, "VarLeadSign", 0) != 0;
+    m_parser.set_angle_type(ini.GetInt(k_setup, "AngleType", 0));
+}
+
+void Document::ReadFont(const store::IniFile& ini) {
+    step("Read The Font Settings", 0);
+    Font.FaceName = ini.GetString(k_font, "FaceName", "Arial").substr(0, FontRecord::MaxFaceName);
+    Font.Height = ini.GetInt(k_font, "Height", 13);
+    Font.Width = ini.GetInt(k_font, "Width", 0);
+    Font.Escapement = ini.GetInt(k_font, "Escapement", 0);
+    Font.Orientation = ini.GetInt(k_font, "Orientation", 0);
+    Font.Weight = ini.GetInt(k_font, "Weight", 700);
+    Font.Italic = ini.GetInt(k_font, "Italic", 0);
+    Font.Underline = ini.GetInt(k_font, "Underline", 0);
+    Font.StrikeOut = ini.GetInt(k_font, "StrikeOut", 0);
+    Font.CharSet = ini.GetInt(k_font, "CharSet", 0);
+    Font.OutPrecision = ini.GetInt(k_font, "OutPrecision", 3);
+    Font.ClipPrecision = ini.GetInt(k_font, "ClipPrecision", 2);
+    Font.Quality = ini.GetInt(k_font, "Quality", 1);
+    Font.PitchAndFamily = ini.GetInt(k_font, "PitchAndFamily", 34);
+    ini.GetColor(k_font, "Color", 0, Font.Color);
+}
+
+} // namespace quorvex::document

@@ -1,0 +1,34 @@
+#pragma once
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace quorvex::document {
+
+// Builds the sections of a document as text, one section after the other, with the rules of the
+// profile writes the format is defined by: a key written twice in one section keeps its first
+// place and takes the last value, keys are matched ignoring case, '=' in a key becomes '|', and
+// every line ends in CR LF. Building the whole text first lets a save write the file once.
+class SectionWriter {
+public:
+    explicit SectionWriter(std::string text = {}) : m_text(std::move(text)) {}
+
+    void Begin(std::string_view section);
+    void Put(std::string_view key, std::string_view value);
+    void PutInt(std::string_view key, long value);
+    // Ends the open section and gives the whole text.
+    std::string Finish();
+
+private:
+    void flush();
+
+    std::string m_text;
+    std::string m_section;
+    bool m_open = false;
+    std::vector<std::pair<std::string, std::string>> m_entries;
+    std::unordered_map<std::string, size_t> m_index; // lower-case key -> entry
+};
+
+} // namespace quorvex::document
