@@ -1,6 +1,7 @@
 #include "cli_options.h"
 
 #include "commands.h"
+#include "document_files.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +15,9 @@ const char* usage_text() {
     return "Usage: quorvex-cli [OPTIONS] [FILE...]\n"
            "       quorvex-cli [OPTIONS] COMMAND ARGUMENTS...\n"
            "Evaluates lines of Quorvex expressions: the -e lines, then the files, then standard input\n"
-           "when there is neither (a terminal gets the interactive mode, :help tells more). All\n"
+           "when there is neither (a terminal gets the interactive mode, :help tells more). A FILE\n"
+           "ending in .qvx is a document: its settings, variables and functions are loaded, each\n"
+           "line of its text is processed, and the whole document is printed (or saved). All\n"
            "lines of one call share their variables. Each line is printed as the math editor leaves\n"
            "it when Enter is pressed: \"2+3\" as \"2+3 = 5\", an old answer replaced, statements cut\n"
            "at ';' with the last one answered, a \"//\" comment kept behind the answer. A line that\n"
@@ -27,6 +30,10 @@ const char* usage_text() {
            "      --method 0|1|2  the editor's calculation method (default 1); with 2, \":=\" is an\n"
            "                      assignment, as '=' then computes in the editor\n"
            "  -i, --interactive   the prompt with its : commands, even when input is no terminal\n"
+           "  -o, --output OUT    save the processed document (a .qvx FILE) as OUT\n"
+           "      --dump FILE.qvx print a summary of a document: text, variables, functions,\n"
+           "                      settings, graphs with their functions and data sets, matrices,\n"
+           "                      the math tools' fields; nothing is computed\n"
            "      --in-place      write each FILE back as it stands after its lines are processed\n"
            "                      (through a temporary file), printing nothing\n"
            "      --angle deg|rad angle unit of the trigonometric functions (default deg)\n"
@@ -86,10 +93,11 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 19> k_long_options{
+constexpr std::array<std::string_view, 21> k_long_options{
     "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
     "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
-    "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive"};
+    "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive",
+    "--output",  "--dump"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -167,6 +175,14 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             options.method = text[0] - '0';
         } else if (arg == "--in-place") {
             options.in_place = true;
+        } else if (arg == "-o" || arg == "--output" || arg == "--dump") {
+            const char* text = value_of(i, arg.c_str());
+            if (!text) return std::nullopt;
+            if (!*text) {
+                error = arg + " needs a file";
+                return std::nullopt;
+            }
+            (arg == "--dump" ? options.dump : options.output) = text;
         } else if (arg == "-i" || arg == "--interactive") {
             options.interactive = true;
         } else if (arg == "--zero") {
@@ -215,6 +231,11 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
     if (options.in_place && (options.files.empty() || options.answers || !options.command.empty() ||
                              std::find(options.files.begin(), options.files.end(), "-") != options.files.end())) {
         error = "--in-place needs files to write back, and no --answers or command";
+        return std::nullopt;
+    }
+    if (!options.output.empty() &&
+        (options.in_place || options.files.size() != 1 || !is_document_path(options.files.front()))) {
+        error = "--output saves one processed .qvx document, without --in-place";
         return std::nullopt;
     }
     if (options.command.empty() && (options.accuracy || options.order || options.step)) {

@@ -16,7 +16,9 @@ struct CliOptions {
     bool answers = false;
     int method = 1;          // --method: 0 Enter never computes, 1 it does, 2 ':=' assigns too
     bool in_place = false;
-    bool interactive = false; // -i: the prompt even when standard input is no terminal   // --in-place: each FILE is written back as it stands afterwards
+    bool interactive = false;
+    std::string output;      // -o OUT.qvx: where a processed document is saved
+    std::string dump;        // --dump FILE.qvx: a summary of the document, nothing computed // -i: the prompt even when standard input is no terminal   // --in-place: each FILE is written back as it stands afterwards
     int angle_type = 0; // 0 degrees, 1 radians
     std::optional<int> precision;
     int format = 0; // 0 decimal, 1 scientific

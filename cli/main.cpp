@@ -2,6 +2,7 @@
 #include "cli_options.h"
 #include "commands.h"
 #include "data_folders.h"
+#include "document_files.h"
 #include "interactive.h"
 #include "line_evaluator.h"
 #include "parser_setup.h"
@@ -113,6 +114,7 @@ int main(int argc, char** argv) {
                             data_dir);
     quorvex::cli::apply_answer_options(parser, *options);
     if (!options->command.empty()) return quorvex::cli::run_command(*options, parser, std::cout, std::cerr);
+    if (!options->dump.empty()) return quorvex::cli::dump_document(parser, reporter, options->dump, std::cout, std::cerr);
 
     quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);
     bool all_ok = true;
@@ -121,6 +123,13 @@ int main(int argc, char** argv) {
 
     int status = 0;
     for (const auto& path : options->files) {
+        if (quorvex::cli::is_document_path(path) && !options->answers) {
+            const int document_status =
+                quorvex::cli::process_document(*options, parser, reporter, path, std::cout, std::cerr);
+            if (document_status == 2) return 2;
+            all_ok = document_status == 0 && all_ok;
+            continue;
+        }
         if (options->in_place) {
             all_ok = process_in_place(*options, parser, path, status) && all_ok;
             if (status != 0) return status;
