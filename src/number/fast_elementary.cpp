@@ -69,7 +69,7 @@ bool land(long double r, long double error, double& result) {
     // Beyond the normal doubles the decimal path decides (saturation, underflow).
     if (!(magnitude >= 1e-300L && magnitude <= 1e300L)) return false;
     // floor(log2 |r| log10 2): the decimal exponent or one below it.
-    int top = (std::ilogb(static_cast<double>(magnitude)) * 78913) >> 18;
+    int top = (detail::binary_exponent(static_cast<double>(magnitude)) * 78913) >> 18;
     // The 15 digits as the whole part of `scaled`, 10^14 <= scaled < 10^15 once `top` is right.
     long double scaled = 0;
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -89,10 +89,12 @@ bool land(long double r, long double error, double& result) {
     // before. Both round as the digits here do, to 10^15 or 10^14 units, as long as the bound
     // is far below the finer grid of the decade before.
     if (bound >= 0.04L) return false;
-    const auto truncated = static_cast<std::uint64_t>(scaled);
-    const long double fraction = scaled - static_cast<long double>(truncated); // exact: one binade
-    if (std::fabs(fraction - 0.5L) <= bound) return false;
-    const std::uint64_t digits = truncated + (fraction > 0.5L ? 1 : 0);
+    // The nearest integer without a conversion that would switch the x87 rounding mode.
+    const long double nearest = (scaled + 0x1p63L) - 0x1p63L;
+    const long double fraction = scaled - nearest; // -0.5 to 0.5, exact
+    if (0.5L - std::fabs(fraction) <= bound) return false;
+    // Away from a half the nearest integer is the rounding half away from zero; below 2^53.
+    const auto digits = static_cast<std::uint64_t>(static_cast<double>(nearest));
     const int exponent = top - 14;
     double value = 0;
     if (exponent >= -k_exact_double_power && exponent <= k_exact_double_power) {
@@ -201,12 +203,13 @@ bool reduce_quarter_turns(const Pair& angle, Pair& rest, long long& quarter) {
     constexpr long double pi_half_1 = 0x6487ed5110bp-42L;  // 43 bits
     constexpr long double pi_half_2 = 0x4611a626331p-86L;  // the next 43 bits
     constexpr long double pi_half_3 = 0x45c06e0e68948127p-150L;
-    const long double k = std::nearbyint(angle.hi * two_over_pi);
+    // The nearest whole number: 1.5 2^63 plus anything below 2^62 holds no fraction.
+    const long double k = (angle.hi * two_over_pi + 0x1.8p63L) - 0x1.8p63L;
     const long double r = (angle.hi - k * pi_half_1) - k * pi_half_2; // exact: Sterbenz and short parts
     const long double correction = angle.lo - k * pi_half_3;
     rest.hi = r + correction;
     rest.lo = correction - (rest.hi - r);
-    quarter = static_cast<long long>(k);
+    quarter = static_cast<long long>(static_cast<double>(k)); // through double: no x87 mode switch
     return true;
 }
 

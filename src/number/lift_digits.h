@@ -1,4 +1,5 @@
 #pragma once
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -39,6 +40,12 @@ inline bool lift_digits_by_text(double x, std::int64_t& mantissa, int& exponent)
 
 namespace detail {
 
+// The binary exponent of a normal double, read from its bits (a library call costs more than
+// the rest of a lift); -1023 for zero and subnormal numbers.
+inline int binary_exponent(double x) {
+    return static_cast<int>((std::bit_cast<std::uint64_t>(x) >> 52) & 0x7FF) - 1023;
+}
+
 // 10^0 to 10^27, all exact in long double (5^27 < 2^64).
 inline constexpr auto k_long_powers_of_ten = [] {
     struct Table {
@@ -60,7 +67,8 @@ inline bool lift_digits(double x, std::int64_t& mantissa, int& exponent) {
     if (!std::isfinite(x) || x == 0) return false;
     const double magnitude = std::fabs(x);
     // floor(log2 |x| log10 2), which is the decimal exponent or one below it.
-    const int binary = std::ilogb(magnitude);
+    const int binary = detail::binary_exponent(magnitude);
+    if (binary == -1023) return lift_digits_by_text(x, mantissa, exponent); // subnormal
     int top = (binary * 78913) >> 18;
     long double scaled = 0;
     for (int attempt = 0; attempt < 3; ++attempt) {
@@ -77,10 +85,14 @@ inline bool lift_digits(double x, std::int64_t& mantissa, int& exponent) {
         }
     }
     if (scaled < 1e13L || scaled >= 1e14L) return lift_digits_by_text(x, mantissa, exponent);
-    const auto whole = static_cast<std::int64_t>(scaled);
-    const long double fraction = scaled - static_cast<long double>(whole);
-    if (std::fabs(fraction - 0.5L) < 0.05L) return lift_digits_by_text(x, mantissa, exponent);
-    const std::int64_t digits = whole + (fraction > 0.5L ? 1 : 0);
+    // The nearest integer by adding and taking away 2^63, where a long double holds no fraction:
+    // a direct conversion would switch the rounding mode of the x87 unit, which stalls it.
+    const long double nearest = (scaled + 0x1p63L) - 0x1p63L;
+    const long double fraction = scaled - nearest; // -0.5 to 0.5, exact
+    if (0.5L - std::fabs(fraction) < 0.05L) return lift_digits_by_text(x, mantissa, exponent);
+    // Away from a half, the nearest integer is the rounding half away from zero; below 2^47,
+    // it converts through double exactly.
+    const auto digits = static_cast<std::int64_t>(static_cast<double>(nearest));
     mantissa = x < 0 ? -digits : digits;
     exponent = top - 13;
     return true;
