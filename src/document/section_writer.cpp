@@ -4,20 +4,33 @@
 
 namespace quorvex::document {
 
+namespace {
+
+// A name or value as it will read back: a line break inside would split its line, so it becomes
+// a blank, and blanks at either end are not read, so they are not written.
+std::string as_read_back(std::string_view text) {
+    std::string line(text);
+    for (char& c : line)
+        if (c == '\r' || c == '\n') c = ' ';
+    return std::string(store::trim_blanks(line));
+}
+
+} // namespace
+
 void SectionWriter::Begin(std::string_view section) {
     flush();
-    m_section = section;
+    m_section = as_read_back(section);
     m_open = true;
 }
 
 void SectionWriter::Put(std::string_view key, std::string_view value) {
-    std::string name(key);
+    std::string name = as_read_back(key);
     store::IniFile::ReplaceChar(name, '=');
     auto [at, added] = m_index.try_emplace(store::lower_case(name), m_entries.size());
     if (added)
-        m_entries.emplace_back(std::move(name), std::string(value));
+        m_entries.emplace_back(std::move(name), as_read_back(value));
     else
-        m_entries[at->second].second = value;
+        m_entries[at->second].second = as_read_back(value);
 }
 
 void SectionWriter::PutInt(std::string_view key, long value) { Put(key, std::to_string(value)); }

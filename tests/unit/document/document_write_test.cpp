@@ -196,3 +196,20 @@ TEST(DocumentWrite, SaveIntoAReadOnlyFolderLeavesTheOldFileWhole) {
     EXPECT_TRUE(e.reporter.said("File was not saved!"));
     EXPECT_EQ(file_bytes(path), old);
 }
+
+// Found by fuzzing: a name or value that holds a line break or ends in blanks is written as it
+// reads back, so that a saved document reads back to itself.
+TEST(DocumentWrite, NamesAndValuesAreWrittenAsTheyReadBack) {
+    Editor first;
+    ASSERT_TRUE(first.doc.Read(std::string(QUORVEX_FIXTURES) + "fuzz/document_value_with_cr.qvx"));
+    std::string once, twice, thrice;
+    ASSERT_TRUE(first.doc.Compose(once));
+    Editor second;
+    second.doc.ReadText(once);
+    second.doc.Compose(twice);
+    Editor third;
+    third.doc.ReadText(twice);
+    third.doc.Compose(thrice);
+    EXPECT_EQ(thrice, twice);
+    EXPECT_EQ(twice.find("\r\r"), std::string::npos);
+}
