@@ -19,9 +19,9 @@ struct CliOptions {
     bool interactive = false;
     std::string output;      // -o OUT.qvx: where a processed document is saved
     std::string dump;        // --dump FILE.qvx: a summary of the document, nothing computed // -i: the prompt even when standard input is no terminal   // --in-place: each FILE is written back as it stands afterwards
-    int angle_type = 0; // 0 degrees, 1 radians
+    std::optional<int> angle_type; // 0 degrees, 1 radians; none: the settings decide
     std::optional<int> precision;
-    int format = 0; // 0 decimal, 1 scientific
+    std::optional<int> format; // 0 decimal, 1 scientific; none: the settings decide
     bool fraction = false;
     std::optional<float> zero_tolerance; // answer parts below it show as 0
     bool point = false;                  // always show the decimal point

@@ -9,7 +9,9 @@
 
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
+#include "document/app_settings.h"
 #include "store/atomic_write.h"
+#include "store/ini_file.h"
 #include "store/user_library.h"
 
 #include <unistd.h>
@@ -112,6 +114,12 @@ int main(int argc, char** argv) {
     if (!data_dir.empty()) quorvex::store::ensure_user_library(data_dir);
     parser.set_library_dirs(options->library_dir.empty() ? quorvex::cli::default_library_dir() : options->library_dir,
                             data_dir);
+    // The user's settings first (a missing file gives the defaults), the command line over them.
+    if (!data_dir.empty()) {
+        const quorvex::store::IniFile settings(quorvex::document::settings_path(data_dir));
+        quorvex::document::ApplyToNewParser(quorvex::document::ReadAppSettings(settings), parser);
+        quorvex::document::ReadGlobalSettings(settings, parser);
+    }
     quorvex::cli::apply_answer_options(parser, *options);
     if (!options->command.empty()) return quorvex::cli::run_command(*options, parser, std::cout, std::cerr);
     if (!options->dump.empty()) return quorvex::cli::dump_document(parser, reporter, options->dump, std::cout, std::cerr);

@@ -3,13 +3,14 @@
 namespace quorvex::cli {
 
 void apply_answer_options(engine::Parser& parser, const CliOptions& options) {
-    parser.set_angle_type(options.angle_type);
+    // What the command line gives overrides the settings file; what it leaves out does not.
+    if (options.angle_type) parser.set_angle_type(*options.angle_type);
     engine::PrecformType& format = parser.answer_format();
-    format.format = options.format;
+    if (options.format) format.format = *options.format;
     if (options.precision) format.precision = *options.precision;
     if (options.zero_tolerance) format.zero_precision = *options.zero_tolerance;
-    format.dec_point = options.point;
-    format.lead_sign = options.sign;
+    if (options.point) format.dec_point = true;
+    if (options.sign) format.lead_sign = true;
 }
 
 } // namespace quorvex::cli

@@ -1,6 +1,7 @@
 // Loading: the text up to the first declaration header, then each section in turn into the
 // engine and the document.
 #include "document.h"
+#include "number_settings.h"
 
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
@@ -15,19 +16,18 @@ namespace {
 constexpr const char* k_setup = "SETUP";
 constexpr const char* k_font = "FONT";
 
-// A zero precision as text; a value that is no positive number keeps the default.
-float read_zero_precision(const store::IniFile& ini, const char* key) {
-    const std::string text = ini.GetString(k_setup, key, "1.0e-12");
-    char* end = nullptr;
-    const double value = std::strtod(text.c_str(), &end);
-    return end != text.c_str() && std::isfinite(value) && value >= 0 && value < 1 ? static_cast<float>(value)
-                                                                                    : 1.0e-12f;
-}
-
-// An engine setting outside what the engine can show is left at its default.
-int read_bounded(const store::IniFile& ini, const char* key, int fallback, int low, int high) {
-    const int value = ini.GetInt(k_setup, key, fallback);
-    return value < low || value > high ? fallback : value;
+// A range saved with leading signs shown ("+1,+10,+25") as the declaration takes it: a '+' in
+// front of a limit or the point count says nothing, and the declaration refuses it.
+std::string without_plus_signs(std::string_view range) {
+    std::string text;
+    bool field_start = true;
+    for (const char c : range) {
+        if (field_start && c == '+') continue;
+        text += c;
+        if (c == ',') field_start = true;
+        else if (c != ' ') field_start = false;
+    }
+    return text;
 }
 
 } // namespace
@@ -90,7 +90,7 @@ bool Document::ReadVariables(const store::IniFile& ini) {
             std::string text = value;
             const char* range = engine::Parser::get_var_dec_value(text.data());
             const size_t at = static_cast<size_t>(range - text.data());
-            ok = evaluate(name + "=" + range);
+            ok = evaluate(name + "=" + without_plus_signs(range));
             value = value.substr(0, at >= 2 ? at - 2 : 0);
         }
         if (ok) ok = evaluate(value == "?" ? name : name + "=" + value);
@@ -120,19 +120,7 @@ bool Document::ReadFunctions(const store::IniFile& ini) {
 
 void Document::ReadSettings(const store::IniFile& ini) {
     step("Reading And Setting Up Predefined Configuration", 0);
-    engine::PrecformType& answer = m_parser.answer_format();
-    engine::PrecformType& variable = m_parser.variable_format();
-    answer.zero_precision = read_zero_precision(ini, "AnsZeroPrecision");
-    variable.zero_precision = read_zero_precision(ini, "VarZeroPrecision");
-    answer.precision = read_bounded(ini, "AnsPrecision", 14, 1, 30);
-    variable.precision = read_bounded(ini, "VarPrecision", 14, 1, 30);
-    answer.format = read_bounded(ini, "AnsFormat", 0, 0, 1);
-    variable.format = read_bounded(ini, "VarFormat", 0, 0, 1);
-    answer.dec_point = ini.GetInt(k_setup, "AnsDecPoint", 0) != 0;
-    variable.dec_point = ini.GetInt(k_setup, "VarDecPoint", 0) != 0;
-    answer.lead_sign = ini.GetInt(k_setup, "AnsLeadSign", 0) != 0;
-    variable.lead_sign = ini.GetInt(k_setup, "VarLeadSign", 0) != 0;
-    m_parser.set_angle_type(ini.GetInt(k_setup, "AngleType", 0));
+    ReadNumberSettings(ini, k_setup, m_parser);
 }
 
 void Document::ReadFont(const store::IniFile& ini) {

@@ -1,0 +1,33 @@
+#pragma once
+#include "engine/parser.h"
+#include "store/ini_file.h"
+
+#include <string>
+
+namespace quorvex::document {
+
+// The program's options from the [OPTIONS] section of Quorvex.ini in the user's data folder. A
+// missing key takes the default shown.
+struct AppSettings {
+    bool Sound = true;
+    bool IncrementalVariables = true;
+    bool FlatButtons = false;
+    int CalculationMethod = 1; // 0 Shift+Enter computes, 1 Enter, 2 Enter or the '=' key
+    bool UseSquareFunctionBrackets = false;
+    bool PlayedWelcomeTutorial = false;
+    int AutoCheckVersion = -1; // -1 ask once, 1 check, 0 never
+    int AutoCheckDays = 7;
+};
+
+// The settings file of a data folder.
+std::string settings_path(const std::string& data_dir);
+
+AppSettings ReadAppSettings(const store::IniFile& ini);
+
+// A new document's engine: the two options every editor copies from the program, then the
+// number formats and angle type of [PARSER OPTIONS]. A document's [SETUP] overrides the latter
+// when it is read.
+void ApplyToNewParser(const AppSettings& settings, engine::Parser& parser);
+void ReadGlobalSettings(const store::IniFile& ini, engine::Parser& parser);
+
+} // namespace quorvex::document
