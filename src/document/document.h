@@ -117,6 +117,8 @@ private:
     void ReadMathUtilityParameters(const store::IniFile& ini);
     bool ReadGraphs(const store::IniFile& ini);
     void ReadGraph(const store::IniFile& ini, const std::string& section, DocumentGraph& graph);
+    void read_tool_data_set(graph::StrDataPnts& set, const store::IniFile& ini, const char* section,
+                            const char* title);
     // False (after the message) for a set without a name.
     bool ReadDataSet(graph::StrDataPnts& set, const store::IniFile& ini, const std::string& section,
                      const std::string& title, int index);

@@ -167,6 +167,17 @@ void Document::WriteMathUtilityParameters(SectionWriter& out) {
     }
 }
 
+// A tool's data set is saved only when it has a name, so a document whose tool was never used
+// holds no data-set keys: that is no damage and is read without a word. A set whose keys are
+// there but whose name is not is reported as damaged.
+void Document::read_tool_data_set(graph::StrDataPnts& set, const store::IniFile& ini, const char* section,
+                                  const char* title) {
+    bool has_keys = false;
+    for (const std::string& key : ini.GetKeyNames(section))
+        has_keys = has_keys || key.rfind("DataSet", 0) == 0 || key.rfind("DataLabel", 0) == 0;
+    if (has_keys) ReadDataSet(set, ini, section, title, 1);
+}
+
 void Document::ReadMathUtilityParameters(const store::IniFile& ini) {
     RootFinderParameters& r = Tools.RootFinder;
     r.RootFinderFunc = ini.GetString(k_root_finder, "RootFinderFunc");
@@ -194,7 +205,7 @@ void Document::ReadMathUtilityParameters(const store::IniFile& ini) {
     c.CurveFittingNumCoefficients = ini.GetInt(k_curve_fitting, "CurveFittingNumCoefficients", 2);
     c.CurveFittingSmoothGraph = ini.GetInt(k_curve_fitting, "CurveFittingSmoothGraph", 0);
     c.DataSet = {};
-    ReadDataSet(c.DataSet, ini, k_curve_fitting, "Curve Fitting Data", 1);
+    read_tool_data_set(c.DataSet, ini, k_curve_fitting, "Curve Fitting Data");
 
     StatPlottingParameters& s = Tools.StatPlotting;
     s.StatPlottingPrecision = ini.GetInt(k_stat_plotting, "StatPlottingPrecision", 14);
@@ -204,7 +215,7 @@ void Document::ReadMathUtilityParameters(const store::IniFile& ini) {
     s.StatPlottingAutoCompute = ini.GetInt(k_stat_plotting, "StatPlottingAutoCompute", 0);
     s.StatPlottingAutoGraph = ini.GetInt(k_stat_plotting, "StatPlottingAutoGraph", 0);
     s.DataSet = {};
-    ReadDataSet(s.DataSet, ini, k_stat_plotting, "Stat Plotting Data", 1);
+    read_tool_data_set(s.DataSet, ini, k_stat_plotting, "Stat Plotting Data");
 
     QuickGraphParameters& g = Tools.QuickGraph;
     for (const QuickGraphField& field : k_quick_graph_fields)
