@@ -459,6 +459,7 @@ private:
     bool m_func_declared = false;
     bool m_mapping = false;
     std::vector<std::unique_ptr<Equation>> m_equations;
+    std::vector<complex> m_machine_stack; // the storage of solve_equation's stack between runs
     Equation* m_current_equation = nullptr;
     int m_max_stack_depth = 0;
     bool m_quiet = false;

@@ -55,7 +55,15 @@ const std::string& Parser::next_name(Equation& equation) {
 }
 
 complex Parser::solve_equation(int equation, bool reset, bool quiet, bool) {
+    // The operand stack keeps its storage from run to run: a run per point should not allocate.
     MachineState machine;
+    machine.stack.swap(m_machine_stack);
+    machine.stack.clear();
+    struct GiveBack {
+        std::vector<complex>& kept;
+        std::vector<complex>& used;
+        ~GiveBack() { kept.swap(used); }
+    } give_back{m_machine_stack, machine.stack};
     m_root_taken = false;
     m_quiet = quiet;
     ClearLastError();
