@@ -20,6 +20,106 @@ constexpr const char* k_stat_plotting = "STAT PLOTTING PARAMETERS";
 constexpr const char* k_quick_graph = "QUICK GRAPH PARAMETERS";
 constexpr const char* k_matrices = "MATRIX PARAMETERS";
 
+// One saved key of a tool's section and the member it holds: a text or a whole number. Keys
+// are written in the order of their table; a number missing from the file reads as the
+// member's default.
+template <class Tool>
+struct ToolField {
+    const char* key;
+    std::string Tool::*text = nullptr;
+    int Tool::*number = nullptr;
+};
+template <class Tool>
+constexpr ToolField<Tool> text(const char* key, std::string Tool::*member) {
+    return {key, member, nullptr};
+}
+template <class Tool>
+constexpr ToolField<Tool> number(const char* key, int Tool::*member) {
+    return {key, nullptr, member};
+}
+
+template <class Tool, size_t N>
+void put_fields(SectionWriter& out, const Tool& tool, const ToolField<Tool> (&fields)[N]) {
+    for (const ToolField<Tool>& field : fields) {
+        if (field.text)
+            out.Put(field.key, tool.*field.text);
+        else
+            out.PutInt(field.key, tool.*field.number);
+    }
+}
+
+template <class Tool, size_t N>
+void get_fields(const store::IniFile& ini, const char* section, Tool& tool, const ToolField<Tool> (&fields)[N]) {
+    const Tool defaults{};
+    for (const ToolField<Tool>& field : fields) {
+        if (field.text)
+            tool.*field.text = ini.GetString(section, field.key);
+        else
+            tool.*field.number = ini.GetInt(section, field.key, defaults.*field.number);
+    }
+}
+
+using Int = IntegrationParameters;
+constexpr ToolField<Int> k_integration_fields[] = {
+    number("IntType", &Int::IntType),          number("IntPrecision", &Int::IntPrecision),
+    number("IntAccuracy", &Int::IntAccuracy),  text("IntFunc", &Int::IntFunc),
+    text("IntXParam", &Int::IntXParam),        text("IntXLoLimit", &Int::IntXLoLimit),
+    text("IntXHiLimit", &Int::IntXHiLimit),    text("IntYParam", &Int::IntYParam),
+    text("IntYLoLimit", &Int::IntYLoLimit),    text("IntYHiLimit", &Int::IntYHiLimit),
+    text("IntZParam", &Int::IntZParam),        text("IntZLoLimit", &Int::IntZLoLimit),
+    text("IntZHiLimit", &Int::IntZHiLimit),
+};
+
+using Diff = DifferentiationParameters;
+constexpr ToolField<Diff> k_differentiation_fields[] = {
+    text("DiffFunc", &Diff::DiffFunc),
+    text("DiffVar", &Diff::DiffVar),
+    text("DiffXo", &Diff::DiffXo),
+    text("DiffXn", &Diff::DiffXn),
+    text("DiffIn", &Diff::DiffIn),
+    number("DiffPrecision", &Diff::DiffPrecision),
+    number("DiffDispFunc", &Diff::DiffDispFunc),
+    number("DiffDispFirstDir", &Diff::DiffDispFirstDir),
+    number("DiffDispSecondDir", &Diff::DiffDispSecondDir),
+    number("DiffDispThirdDir", &Diff::DiffDispThirdDir),
+};
+
+using Root = RootFinderParameters;
+constexpr ToolField<Root> k_root_finder_fields[] = {
+    text("RootFinderFunc", &Root::RootFinderFunc), text("RootFinderVar", &Root::RootFinderVar),
+    text("RootFinderXo", &Root::RootFinderXo),     text("RootFinderXn", &Root::RootFinderXn),
+    text("RootFinderIn", &Root::RootFinderIn),     number("RootFinderPrecision", &Root::RootFinderPrecision),
+};
+
+// The precision is not in the table: it is saved under the root finder's key and read under
+// its own (see QuickCalcParameters).
+using Quick = QuickCalcParameters;
+constexpr ToolField<Quick> k_quick_calc_fields[] = {
+    text("QuickCalcFunc", &Quick::QuickCalcFunc), text("QuickCalcVar", &Quick::QuickCalcVar),
+    text("QuickCalcXo", &Quick::QuickCalcXo),     text("QuickCalcXn", &Quick::QuickCalcXn),
+    text("QuickCalcIn", &Quick::QuickCalcIn),
+};
+
+using Fit = CurveFittingParameters;
+constexpr ToolField<Fit> k_curve_fitting_fields[] = {
+    text("CurveFittingCorrCoeff", &Fit::CurveFittingCorrCoeff),
+    text("CurveFittingPolynomial", &Fit::CurveFittingPolynomial),
+    text("CurveFittingFuncName", &Fit::CurveFittingFuncName),
+    number("CurveFittingPrecision", &Fit::CurveFittingPrecision),
+    number("CurveFittingNumCoefficients", &Fit::CurveFittingNumCoefficients),
+    number("CurveFittingSmoothGraph", &Fit::CurveFittingSmoothGraph),
+};
+
+using Stat = StatPlottingParameters;
+constexpr ToolField<Stat> k_stat_plotting_fields[] = {
+    number("StatPlottingPrecision", &Stat::StatPlottingPrecision),
+    number("StatPlottingNumIntervals", &Stat::StatPlottingNumIntervals),
+    number("StatPlottingSetIntervals", &Stat::StatPlottingSetIntervals),
+    number("StatPlottingHystogramPlot", &Stat::StatPlottingHystogramPlot),
+    number("StatPlottingAutoCompute", &Stat::StatPlottingAutoCompute),
+    number("StatPlottingAutoGraph", &Stat::StatPlottingAutoGraph),
+};
+
 // The key suffixes of a quick-graph function, in saved order.
 struct QuickGraphField {
     const char* suffix;
@@ -40,107 +140,37 @@ std::string cell_key(int row, int column) {
 
 void Document::WriteCalculusParameters(SectionWriter& out) {
     step("Writing The Integration Parameters", 0);
-    const IntegrationParameters& in = Tools.Integration;
     out.Begin(k_integration);
-    out.PutInt("IntType", in.IntType);
-    out.PutInt("IntPrecision", in.IntPrecision);
-    out.PutInt("IntAccuracy", in.IntAccuracy);
-    out.Put("IntFunc", in.IntFunc);
-    out.Put("IntXParam", in.IntXParam);
-    out.Put("IntXLoLimit", in.IntXLoLimit);
-    out.Put("IntXHiLimit", in.IntXHiLimit);
-    out.Put("IntYParam", in.IntYParam);
-    out.Put("IntYLoLimit", in.IntYLoLimit);
-    out.Put("IntYHiLimit", in.IntYHiLimit);
-    out.Put("IntZParam", in.IntZParam);
-    out.Put("IntZLoLimit", in.IntZLoLimit);
-    out.Put("IntZHiLimit", in.IntZHiLimit);
-
-    const DifferentiationParameters& d = Tools.Differentiation;
+    put_fields(out, Tools.Integration, k_integration_fields);
     out.Begin(k_differentiation);
-    out.Put("DiffFunc", d.DiffFunc);
-    out.Put("DiffVar", d.DiffVar);
-    out.Put("DiffXo", d.DiffXo);
-    out.Put("DiffXn", d.DiffXn);
-    out.Put("DiffIn", d.DiffIn);
-    out.PutInt("DiffPrecision", d.DiffPrecision);
-    out.PutInt("DiffDispFunc", d.DiffDispFunc);
-    out.PutInt("DiffDispFirstDir", d.DiffDispFirstDir);
-    out.PutInt("DiffDispSecondDir", d.DiffDispSecondDir);
-    out.PutInt("DiffDispThirdDir", d.DiffDispThirdDir);
+    put_fields(out, Tools.Differentiation, k_differentiation_fields);
 }
 
 void Document::ReadCalculusParameters(const store::IniFile& ini) {
-    IntegrationParameters& in = Tools.Integration;
-    in.IntType = ini.GetInt(k_integration, "IntType", 1);
-    in.IntPrecision = ini.GetInt(k_integration, "IntPrecision", 14);
-    in.IntAccuracy = ini.GetInt(k_integration, "IntAccuracy", 20);
-    in.IntFunc = ini.GetString(k_integration, "IntFunc");
-    in.IntXParam = ini.GetString(k_integration, "IntXParam");
-    in.IntXLoLimit = ini.GetString(k_integration, "IntXLoLimit");
-    in.IntXHiLimit = ini.GetString(k_integration, "IntXHiLimit");
-    in.IntYParam = ini.GetString(k_integration, "IntYParam");
-    in.IntYLoLimit = ini.GetString(k_integration, "IntYLoLimit");
-    in.IntYHiLimit = ini.GetString(k_integration, "IntYHiLimit");
-    in.IntZParam = ini.GetString(k_integration, "IntZParam");
-    in.IntZLoLimit = ini.GetString(k_integration, "IntZLoLimit");
-    in.IntZHiLimit = ini.GetString(k_integration, "IntZHiLimit");
-
-    DifferentiationParameters& d = Tools.Differentiation;
-    d.DiffFunc = ini.GetString(k_differentiation, "DiffFunc");
-    d.DiffVar = ini.GetString(k_differentiation, "DiffVar");
-    d.DiffXo = ini.GetString(k_differentiation, "DiffXo");
-    d.DiffXn = ini.GetString(k_differentiation, "DiffXn");
-    d.DiffIn = ini.GetString(k_differentiation, "DiffIn");
-    d.DiffPrecision = ini.GetInt(k_differentiation, "DiffPrecision", 14);
-    d.DiffDispFunc = ini.GetInt(k_differentiation, "DiffDispFunc", 1);
-    d.DiffDispFirstDir = ini.GetInt(k_differentiation, "DiffDispFirstDir", 1);
-    d.DiffDispSecondDir = ini.GetInt(k_differentiation, "DiffDispSecondDir", 1);
-    d.DiffDispThirdDir = ini.GetInt(k_differentiation, "DiffDispThirdDir", 1);
+    get_fields(ini, k_integration, Tools.Integration, k_integration_fields);
+    get_fields(ini, k_differentiation, Tools.Differentiation, k_differentiation_fields);
 }
 
 void Document::WriteMathUtilityParameters(SectionWriter& out) {
     step("Writing The Math Utility Parameters", 0);
     const RootFinderParameters& r = Tools.RootFinder;
     out.Begin(k_root_finder);
-    out.Put("RootFinderFunc", r.RootFinderFunc);
-    out.Put("RootFinderVar", r.RootFinderVar);
-    out.Put("RootFinderXo", r.RootFinderXo);
-    out.Put("RootFinderXn", r.RootFinderXn);
-    out.Put("RootFinderIn", r.RootFinderIn);
-    out.PutInt("RootFinderPrecision", r.RootFinderPrecision);
+    put_fields(out, r, k_root_finder_fields);
     for (int i = 0; i < RootFinderParameters::NumPoints; ++i)
         if (!r.RootFinderXp[static_cast<size_t>(i)].empty())
             out.Put("RootFinderXp" + std::to_string(i), r.RootFinderXp[static_cast<size_t>(i)]);
 
-    const QuickCalcParameters& q = Tools.QuickCalc;
     out.Begin(k_quick_calc);
-    out.Put("QuickCalcFunc", q.QuickCalcFunc);
-    out.Put("QuickCalcVar", q.QuickCalcVar);
-    out.Put("QuickCalcXo", q.QuickCalcXo);
-    out.Put("QuickCalcXn", q.QuickCalcXn);
-    out.Put("QuickCalcIn", q.QuickCalcIn);
-    out.PutInt("RootFinderPrecision", q.QuickCalcPrecision); // the saved form; never read back
+    put_fields(out, Tools.QuickCalc, k_quick_calc_fields);
+    out.PutInt("RootFinderPrecision", Tools.QuickCalc.QuickCalcPrecision); // the saved form; never read back
 
-    const CurveFittingParameters& c = Tools.CurveFitting;
     out.Begin(k_curve_fitting);
-    out.Put("CurveFittingCorrCoeff", c.CurveFittingCorrCoeff);
-    out.Put("CurveFittingPolynomial", c.CurveFittingPolynomial);
-    out.Put("CurveFittingFuncName", c.CurveFittingFuncName);
-    out.PutInt("CurveFittingPrecision", c.CurveFittingPrecision);
-    out.PutInt("CurveFittingNumCoefficients", c.CurveFittingNumCoefficients);
-    out.PutInt("CurveFittingSmoothGraph", c.CurveFittingSmoothGraph);
-    WriteDataSet(out, c.DataSet, 1);
+    put_fields(out, Tools.CurveFitting, k_curve_fitting_fields);
+    WriteDataSet(out, Tools.CurveFitting.DataSet, 1);
 
-    const StatPlottingParameters& s = Tools.StatPlotting;
     out.Begin(k_stat_plotting);
-    out.PutInt("StatPlottingPrecision", s.StatPlottingPrecision);
-    out.PutInt("StatPlottingNumIntervals", s.StatPlottingNumIntervals);
-    out.PutInt("StatPlottingSetIntervals", s.StatPlottingSetIntervals);
-    out.PutInt("StatPlottingHystogramPlot", s.StatPlottingHystogramPlot);
-    out.PutInt("StatPlottingAutoCompute", s.StatPlottingAutoCompute);
-    out.PutInt("StatPlottingAutoGraph", s.StatPlottingAutoGraph);
-    WriteDataSet(out, s.DataSet, 1);
+    put_fields(out, Tools.StatPlotting, k_stat_plotting_fields);
+    WriteDataSet(out, Tools.StatPlotting.DataSet, 1);
 
     const QuickGraphParameters& g = Tools.QuickGraph;
     out.Begin(k_quick_graph);
@@ -180,42 +210,20 @@ void Document::read_tool_data_set(graph::StrDataPnts& set, const store::IniFile&
 
 void Document::ReadMathUtilityParameters(const store::IniFile& ini) {
     RootFinderParameters& r = Tools.RootFinder;
-    r.RootFinderFunc = ini.GetString(k_root_finder, "RootFinderFunc");
-    r.RootFinderVar = ini.GetString(k_root_finder, "RootFinderVar");
-    r.RootFinderXo = ini.GetString(k_root_finder, "RootFinderXo");
-    r.RootFinderXn = ini.GetString(k_root_finder, "RootFinderXn");
-    r.RootFinderIn = ini.GetString(k_root_finder, "RootFinderIn");
-    r.RootFinderPrecision = ini.GetInt(k_root_finder, "RootFinderPrecision", 14);
+    get_fields(ini, k_root_finder, r, k_root_finder_fields);
     for (int i = 0; i < RootFinderParameters::NumPoints; ++i)
         r.RootFinderXp[static_cast<size_t>(i)] = ini.GetString(k_root_finder, "RootFinderXp" + std::to_string(i));
 
-    QuickCalcParameters& q = Tools.QuickCalc;
-    q.QuickCalcFunc = ini.GetString(k_quick_calc, "QuickCalcFunc");
-    q.QuickCalcVar = ini.GetString(k_quick_calc, "QuickCalcVar");
-    q.QuickCalcXo = ini.GetString(k_quick_calc, "QuickCalcXo");
-    q.QuickCalcXn = ini.GetString(k_quick_calc, "QuickCalcXn");
-    q.QuickCalcIn = ini.GetString(k_quick_calc, "QuickCalcIn");
-    q.QuickCalcPrecision = ini.GetInt(k_quick_calc, "QuickCalcPrecision", 14);
+    get_fields(ini, k_quick_calc, Tools.QuickCalc, k_quick_calc_fields);
+    Tools.QuickCalc.QuickCalcPrecision = ini.GetInt(k_quick_calc, "QuickCalcPrecision", 14);
 
-    CurveFittingParameters& c = Tools.CurveFitting;
-    c.CurveFittingCorrCoeff = ini.GetString(k_curve_fitting, "CurveFittingCorrCoeff");
-    c.CurveFittingPolynomial = ini.GetString(k_curve_fitting, "CurveFittingPolynomial");
-    c.CurveFittingFuncName = ini.GetString(k_curve_fitting, "CurveFittingFuncName");
-    c.CurveFittingPrecision = ini.GetInt(k_curve_fitting, "CurveFittingPrecision", 14);
-    c.CurveFittingNumCoefficients = ini.GetInt(k_curve_fitting, "CurveFittingNumCoefficients", 2);
-    c.CurveFittingSmoothGraph = ini.GetInt(k_curve_fitting, "CurveFittingSmoothGraph", 0);
-    c.DataSet = {};
-    read_tool_data_set(c.DataSet, ini, k_curve_fitting, "Curve Fitting Data");
+    get_fields(ini, k_curve_fitting, Tools.CurveFitting, k_curve_fitting_fields);
+    Tools.CurveFitting.DataSet = {};
+    read_tool_data_set(Tools.CurveFitting.DataSet, ini, k_curve_fitting, "Curve Fitting Data");
 
-    StatPlottingParameters& s = Tools.StatPlotting;
-    s.StatPlottingPrecision = ini.GetInt(k_stat_plotting, "StatPlottingPrecision", 14);
-    s.StatPlottingNumIntervals = ini.GetInt(k_stat_plotting, "StatPlottingNumIntervals", 10);
-    s.StatPlottingSetIntervals = ini.GetInt(k_stat_plotting, "StatPlottingSetIntervals", 0);
-    s.StatPlottingHystogramPlot = ini.GetInt(k_stat_plotting, "StatPlottingHystogramPlot", 1);
-    s.StatPlottingAutoCompute = ini.GetInt(k_stat_plotting, "StatPlottingAutoCompute", 0);
-    s.StatPlottingAutoGraph = ini.GetInt(k_stat_plotting, "StatPlottingAutoGraph", 0);
-    s.DataSet = {};
-    read_tool_data_set(s.DataSet, ini, k_stat_plotting, "Stat Plotting Data");
+    get_fields(ini, k_stat_plotting, Tools.StatPlotting, k_stat_plotting_fields);
+    Tools.StatPlotting.DataSet = {};
+    read_tool_data_set(Tools.StatPlotting.DataSet, ini, k_stat_plotting, "Stat Plotting Data");
 
     QuickGraphParameters& g = Tools.QuickGraph;
     for (const QuickGraphField& field : k_quick_graph_fields)
