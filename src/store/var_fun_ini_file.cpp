@@ -60,19 +60,25 @@ void VarFunIniFile::invalidate_scans() {
     m_scanned_revision = Revision();
 }
 
-std::vector<VarFunIniFile::RawLine> VarFunIniFile::raw_lines() const {
+// Every scan walks the lines of the text; they are split once per revision of it, as the raw
+// scans run on each name an evaluation checks against a library.
+const std::vector<VarFunIniFile::RawLine>& VarFunIniFile::raw_lines() const {
+    // A copy of the store shares the revision but not the text the views point into.
     const std::string& text = Text();
-    std::vector<RawLine> lines;
+    if (m_lines_revision == Revision() && m_lines_text == text.data()) return m_lines;
+    m_lines.clear();
     size_t start = 0;
     while (start < text.size()) {
-        size_t end = text.find_first_of("\r\n", start);
-        if (end == std::string::npos) end = text.size();
-        lines.push_back({start, std::string_view(text).substr(start, end - start)});
+        size_t end = start;
+        while (end < text.size() && text[end] != '\r' && text[end] != '\n') ++end;
+        m_lines.push_back({start, std::string_view(text).substr(start, end - start)});
         start = end;
         if (start < text.size() && text[start] == '\r') ++start;
         if (start < text.size() && text[start] == '\n') ++start;
     }
-    return lines;
+    m_lines_revision = Revision();
+    m_lines_text = text.data();
+    return m_lines;
 }
 
 void VarFunIniFile::find_flags() {
@@ -219,7 +225,7 @@ long VarFunIniFile::function_header(const std::vector<RawLine>& lines) const {
 bool VarFunIniFile::GetFunctionNames(std::vector<std::string>& names, std::string_view category) {
     names.clear();
     if (!select_category(category) || !readable()) return false;
-    const std::vector<RawLine> lines = raw_lines();
+    const std::vector<RawLine>& lines = raw_lines();
     const long header = function_header(lines);
     if (header < 0) return false;
     for (size_t i = static_cast<size_t>(header) + 1; i < lines.size(); ++i) {
@@ -241,7 +247,7 @@ int VarFunIniFile::SizeOfFunctionNames(std::string_view category) {
 bool VarFunIniFile::GetFunctionValue(std::string_view key, std::string& value, std::string_view category) {
     value.clear();
     if (!select_category(category) || !readable()) return false;
-    const std::vector<RawLine> lines = raw_lines();
+    const std::vector<RawLine>& lines = raw_lines();
     const long header = function_header(lines);
     if (header < 0) return false;
     // The search runs on to the end of the file, past the end of the section.

@@ -77,7 +77,7 @@ private:
     };
     // False, after reporting, when there is no text to scan.
     bool readable();
-    std::vector<RawLine> raw_lines() const;
+    const std::vector<RawLine>& raw_lines() const;
     void find_flags();
     bool select_category(std::string_view category);
     // Index of the line equal to the current function header, or -1.
@@ -97,6 +97,9 @@ private:
     long m_setup_pos = -1;
     long m_file_size = -1;
     size_t m_scanned_revision = 0;
+    mutable std::vector<RawLine> m_lines;
+    mutable size_t m_lines_revision = 0; // the text's revision that m_lines was split from
+    mutable const char* m_lines_text = nullptr;
 };
 
 } // namespace quorvex::store
