@@ -19,6 +19,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quorvex::engine {
@@ -447,6 +448,12 @@ private:
     bool m_vars_saved = true;
     bool m_funcs_saved = true;
     std::vector<std::unique_ptr<Variable>> m_variables;
+    // Name to position in m_variables, the first of a name winning as a scan would; rebuilt after
+    // the table is reordered or shrunk. Documents hold thousands of variables, looked up by name
+    // at every use.
+    std::unordered_map<std::string, int> m_variable_index;
+    bool m_variable_index_valid = false;
+    void invalidate_variable_index() { m_variable_index_valid = false; }
     int m_current_variable = -1;
     std::vector<std::unique_ptr<Function>> m_functions;
     int m_current_function = -1;

@@ -63,9 +63,15 @@ long Parser::get_var_numpoints(int index) {
     return v ? v->num_points() : 0;
 }
 
-void Parser::switch_vars(int first, int second) { switch_entries(m_variables, first, second); }
+void Parser::switch_vars(int first, int second) {
+    switch_entries(m_variables, first, second);
+    invalidate_variable_index();
+}
 
-void Parser::move_var(int from, int to) { move_entry(m_variables, from, to); }
+void Parser::move_var(int from, int to) {
+    move_entry(m_variables, from, to);
+    invalidate_variable_index();
+}
 
 void Parser::init_variable_stream(std::ostringstream& out) {
     m_variable_text.clear();

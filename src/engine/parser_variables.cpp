@@ -7,14 +7,16 @@ namespace quorvex::engine {
 
 int Parser::find_variable(const char* name) {
     if (!name || !*name) return -1;
-    for (size_t i = 0; i < m_variables.size(); ++i) {
-        if (m_variables[i]->name() == name) {
-            // The entry found stays current, so the -1 forms reach it afterwards.
-            m_current_variable = static_cast<int>(i);
-            return m_current_variable;
-        }
+    if (!m_variable_index_valid) {
+        m_variable_index.clear();
+        for (size_t i = 0; i < m_variables.size(); ++i) m_variable_index.emplace(m_variables[i]->name(), static_cast<int>(i));
+        m_variable_index_valid = true;
     }
-    return -1;
+    const auto found = m_variable_index.find(name);
+    if (found == m_variable_index.end()) return -1;
+    // The entry found stays current, so the -1 forms reach it afterwards.
+    m_current_variable = found->second;
+    return m_current_variable;
 }
 
 Variable* Parser::find_var(const char* name) {
@@ -49,6 +51,7 @@ bool Parser::var_incremented(const char* name) {
 void Parser::add_variable(const std::string& name) {
     m_variables.push_back(std::make_unique<Variable>(name, complex(0, 0), false));
     m_current_variable = variable_count() - 1;
+    if (m_variable_index_valid) m_variable_index.emplace(m_variables.back()->name(), m_current_variable);
 }
 
 complex Parser::get_var_value(const char* name) {
@@ -87,6 +90,7 @@ void Parser::delete_variable(int index) {
     if (index == -1) index = m_current_variable;
     if (index < 0 || index >= variable_count()) return;
     m_variables.erase(m_variables.begin() + index);
+    invalidate_variable_index();
     m_current_variable = -1;
     m_vars_saved = false;
     if (m_beep && m_reporter) m_reporter->beep();
@@ -94,6 +98,7 @@ void Parser::delete_variable(int index) {
 
 void Parser::delete_all_vars() {
     m_variables.clear();
+    invalidate_variable_index();
     m_current_variable = -1;
     m_vars_saved = false;
     if (m_beep && m_reporter) m_reporter->beep();

@@ -70,6 +70,12 @@ TEST(ParserVariables, LookupIsExactAndRemembersTheLastHit) {
     parser.delete_variable(0);
     EXPECT_EQ(parser.variable_count(), 2);
     EXPECT_EQ(parser.variable_at(0)->name(), "Alpha");
+    EXPECT_EQ(parser.find_variable("Alpha"), 0); // lookups by name follow the shrunk table
+    EXPECT_EQ(parser.find_variable("alphabet"), 1);
+    parser.delete_all_vars();
+    EXPECT_EQ(parser.find_variable("Alpha"), -1);
+    parser.eval_exp("alphabet = 4", true, true, false);
+    EXPECT_EQ(parser.find_variable("alphabet"), 0);
 }
 
 TEST(VariableText, PlainRangedAndUnassignedForms) {
@@ -104,10 +110,14 @@ TEST(ParserVariables, ReorderingKeepsEveryEntry) {
     parser.switch_vars(0, 2);
     EXPECT_STREQ(parser.get_var_name(0), "ccc");
     EXPECT_STREQ(parser.get_var_name(2), "a");
+    EXPECT_EQ(parser.find_variable("ccc"), 0);
+    EXPECT_EQ(parser.find_variable("a"), 2);
     parser.move_var(0, 2); // ccc to the end: bb, a, ccc
     EXPECT_STREQ(parser.get_var_name(0), "bb");
     EXPECT_STREQ(parser.get_var_name(1), "a");
     EXPECT_STREQ(parser.get_var_name(2), "ccc");
+    EXPECT_EQ(parser.find_variable("ccc"), 2);
+    EXPECT_EQ(parser.get_var_value("a"), complex(1, 0));
     parser.move_var(1, -1);
     EXPECT_STREQ(parser.get_var_name(1), "a");
     EXPECT_EQ(parser.get_var_numpoints("a"), 1);
