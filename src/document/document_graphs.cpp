@@ -183,6 +183,8 @@ bool Document::ReadGraphs(const store::IniFile& ini) {
     int percent = 10;
     for (const std::string& key : keys) {
         if (cancelled()) return false;
+        // The key names the graph's section: a line "=" of a damaged list names none.
+        if (key.empty()) continue;
         DocumentGraph graph;
         const std::string name = ini.GetString(k_graphs, key);
         graph.Data.SetName(name.empty() ? key.c_str() : name.c_str());
