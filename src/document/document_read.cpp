@@ -1,6 +1,7 @@
 // Loading: the text up to the first declaration header, then each section in turn into the
 // engine and the document.
 #include "document.h"
+#include "section_writer.h"
 #include "number_settings.h"
 
 #include "store/atomic_write.h"
@@ -78,12 +79,15 @@ bool Document::ReadVariables(const store::IniFile& ini) {
     // A variable saved without a value is declared by its bare name.
     m_parser.set_auto_declare(true);
     bool completed = true;
-    for (const std::string& name : names) {
+    for (const std::string& read : names) {
+        // A CR inside a line would be a blank after the next save, so it is one from the start:
+        // what loads is what the document will write.
+        const std::string name = as_read_back(read);
         if (cancelled()) {
             completed = false;
             break;
         }
-        std::string value = ini.GetString(section, name, "?");
+        std::string value = as_read_back(ini.GetString(section, read, "?"));
         bool ok = true;
         if (value.find('(') != std::string::npos) {
             // "value (low,high,points,increment)": the range first, then the present value.
@@ -107,9 +111,10 @@ bool Document::ReadFunctions(const store::IniFile& ini) {
     const std::vector<std::string> names = ini.GetKeyNames(section);
     if (names.empty()) return true;
     if (!step("Reading And Declaring Functions", 0)) return false;
-    for (const std::string& name : names) {
+    for (const std::string& read : names) {
         if (cancelled()) return false;
-        const std::string value = ini.GetString(section, name);
+        const std::string name = as_read_back(read);
+        const std::string value = as_read_back(ini.GetString(section, read));
         // A definition is what the user typed: the engine checks it as it would a typed line.
         if (value.empty() || name.find('[') == std::string::npos || !evaluate(name + "=" + value))
             report("Function '" + name + "' could not be loaded!", "Function Manager");

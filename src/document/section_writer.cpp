@@ -4,18 +4,12 @@
 
 namespace quorvex::document {
 
-namespace {
-
-// A name or value as it will read back: a line break inside would split its line, so it becomes
-// a blank, and blanks at either end are not read, so they are not written.
 std::string as_read_back(std::string_view text) {
     std::string line(text);
     for (char& c : line)
         if (c == '\r' || c == '\n') c = ' ';
     return std::string(store::trim_blanks(line));
 }
-
-} // namespace
 
 void SectionWriter::Begin(std::string_view section) {
     flush();

@@ -7,6 +7,10 @@
 
 namespace quorvex::document {
 
+// A name or value as a save writes it: a line break inside would split its line, so it becomes a
+// blank, and blanks at either end are not read, so they are not written.
+std::string as_read_back(std::string_view text);
+
 // Builds the sections of a document as text, one section after the other, with the rules of the
 // profile writes the format is defined by: a key written twice in one section keeps its first
 // place and takes the last value, keys are matched ignoring case, '=' in a key becomes '|', and
