@@ -2,6 +2,7 @@
 
 #include "lift_digits.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -40,11 +41,27 @@ const Wide* powers_of_ten() {
 
 Wide power_of_ten(int n) { return powers_of_ten()[n]; }
 
+// The count from the bit length, floor(bits log10 2), which is the count or one below it: a loop
+// over 128-bit comparisons cost more than the arithmetic it served.
 int digit_count(Wide magnitude) {
-    const Wide* powers = powers_of_ten();
-    int count = 1;
-    while (count < 39 && magnitude >= powers[count]) ++count;
-    return count;
+    if (magnitude <= 0) return 1;
+    const auto high = static_cast<std::uint64_t>(magnitude >> 64);
+    const int bits = high != 0 ? 128 - std::countl_zero(high) : 64 - std::countl_zero(static_cast<std::uint64_t>(magnitude));
+    const int below = (bits * 1233) >> 12;
+    return below + (magnitude >= power_of_ten(below) ? 1 : 0);
+}
+
+// magnitude / divisor and its remainder, in 64 bits when both fit: a 128-bit division is a
+// library call several times slower.
+Wide divide(Wide magnitude, Wide divisor, Wide& remainder) {
+    constexpr Wide k_fits = static_cast<Wide>(1) << 64;
+    if (magnitude < k_fits) {
+        const auto m = static_cast<std::uint64_t>(magnitude), d = static_cast<std::uint64_t>(divisor);
+        remainder = m % d;
+        return m / d;
+    }
+    remainder = magnitude % divisor;
+    return magnitude / divisor;
 }
 
 // value * 10^exponent rounded half away from zero to 15 significant digits, as the nearest double.
@@ -55,8 +72,8 @@ double to_double(Wide value, int exponent) {
     const int digits = digit_count(magnitude);
     if (digits > 15) {
         const Wide divisor = power_of_ten(digits - 15);
-        const Wide remainder = magnitude % divisor;
-        magnitude /= divisor;
+        Wide remainder = 0;
+        magnitude = divide(magnitude, divisor, remainder);
         if (remainder * 2 >= divisor) ++magnitude;
         exponent += digits - 15;
     }
