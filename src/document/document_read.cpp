@@ -131,19 +131,9 @@ void Document::ReadSettings(const store::IniFile& ini) {
 void Document::ReadFont(const store::IniFile& ini) {
     step("Read The Font Settings", 0);
     Font.FaceName = ini.GetString(k_font, "FaceName", "Arial").substr(0, FontRecord::MaxFaceName);
-    Font.Height = ini.GetInt(k_font, "Height", 13);
-    Font.Width = ini.GetInt(k_font, "Width", 0);
-    Font.Escapement = ini.GetInt(k_font, "Escapement", 0);
-    Font.Orientation = ini.GetInt(k_font, "Orientation", 0);
-    Font.Weight = ini.GetInt(k_font, "Weight", 700);
-    Font.Italic = ini.GetInt(k_font, "Italic", 0);
-    Font.Underline = ini.GetInt(k_font, "Underline", 0);
-    Font.StrikeOut = ini.GetInt(k_font, "StrikeOut", 0);
-    Font.CharSet = ini.GetInt(k_font, "CharSet", 0);
-    Font.OutPrecision = ini.GetInt(k_font, "OutPrecision", 3);
-    Font.ClipPrecision = ini.GetInt(k_font, "ClipPrecision", 2);
-    Font.Quality = ini.GetInt(k_font, "Quality", 1);
-    Font.PitchAndFamily = ini.GetInt(k_font, "PitchAndFamily", 34);
+    const FontRecord defaults;
+    for (const FontField& field : k_font_fields)
+        Font.*field.member = ini.GetInt(k_font, field.key, defaults.*field.member);
     ini.GetColor(k_font, "Color", 0, Font.Color);
 }
 

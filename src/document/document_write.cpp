@@ -145,19 +145,7 @@ void Document::WriteFont(SectionWriter& out) {
     step("Writing The Font Settings", 0);
     out.Begin("FONT");
     out.Put("FaceName", Font.FaceName.substr(0, FontRecord::MaxFaceName));
-    out.PutInt("Height", Font.Height);
-    out.PutInt("Width", Font.Width);
-    out.PutInt("Escapement", Font.Escapement);
-    out.PutInt("Orientation", Font.Orientation);
-    out.PutInt("Weight", Font.Weight);
-    out.PutInt("Italic", Font.Italic);
-    out.PutInt("Underline", Font.Underline);
-    out.PutInt("StrikeOut", Font.StrikeOut);
-    out.PutInt("CharSet", Font.CharSet);
-    out.PutInt("OutPrecision", Font.OutPrecision);
-    out.PutInt("ClipPrecision", Font.ClipPrecision);
-    out.PutInt("Quality", Font.Quality);
-    out.PutInt("PitchAndFamily", Font.PitchAndFamily);
+    for (const FontField& field : k_font_fields) out.PutInt(field.key, Font.*field.member);
     out.Put("Color", graph::color_text(Font.Color));
 }
 

@@ -149,14 +149,29 @@ TEST(DocumentWrite, TextLineEqualToAHeaderIsWarnedAbout) {
     EXPECT_EQ(fine_back.doc.Font, fine.doc.Font);
 }
 
-TEST(DocumentWrite, FailedOrCancelledSaveLeavesTheOldFileWhole) {
+namespace {
+
+// A document saved once as "old text" whose editor now holds "new text": what a failed save must
+// leave on disk is `old`.
+struct SavedOnce {
     TempDir dir;
     const std::string path = dir.file("doc.qvx");
     Editor e;
-    e.doc.Lines = {"old text"};
-    ASSERT_TRUE(e.doc.Write(path));
-    const std::string old = file_bytes(path);
-    e.doc.Lines = {"new text"};
+    std::string old;
+
+    SavedOnce() {
+        e.doc.Lines = {"old text"};
+        EXPECT_TRUE(e.doc.Write(path));
+        old = file_bytes(path);
+        e.doc.Lines = {"new text"};
+    }
+};
+
+} // namespace
+
+TEST(DocumentWrite, FailedOrCancelledSaveLeavesTheOldFileWhole) {
+    SavedOnce saved;
+    auto& [dir, path, e, old] = saved;
 
     struct Stop : quorvex::engine::Host {
         bool aborted() const override { return true; }
@@ -184,13 +199,8 @@ TEST(DocumentWrite, FailedOrCancelledSaveLeavesTheOldFileWhole) {
 
 TEST(DocumentWrite, SaveIntoAReadOnlyFolderLeavesTheOldFileWhole) {
     if (geteuid() == 0) GTEST_SKIP() << "the superuser writes into read-only folders";
-    TempDir dir;
-    const std::string path = dir.file("doc.qvx");
-    Editor e;
-    e.doc.Lines = {"old text"};
-    ASSERT_TRUE(e.doc.Write(path));
-    const std::string old = file_bytes(path);
-    e.doc.Lines = {"new text"};
+    SavedOnce saved;
+    auto& [dir, path, e, old] = saved;
     std::filesystem::permissions(dir.path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     EXPECT_FALSE(e.doc.Write(path));
     EXPECT_TRUE(e.reporter.said("File was not saved!"));
