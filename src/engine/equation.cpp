@@ -12,7 +12,10 @@ bool keeps_name(int code) { return (code >= 0 && code <= 4) || (code >= 6 && cod
 void Equation::set_instruction(int code, complex value, const char* text) {
     if (code != 11) instructions.push_back(code);
     if (code == 12) constants.push_back(value);
-    if (text && keeps_name(code)) names.emplace_back(text);
+    if (text && keeps_name(code)) {
+        names.emplace_back(text);
+        variable_slots.clear();
+    }
 }
 
 void Equation::clear_instructions() {
@@ -20,6 +23,7 @@ void Equation::clear_instructions() {
     instructions.clear();
     constants.clear();
     names.clear();
+    variable_slots.clear();
 }
 
 void Equation::clear_data() {

@@ -36,6 +36,10 @@ public:
     std::vector<complex> constants;
     std::vector<std::string> names;
     std::vector<InstReset> resets;
+    // Per entry of `names`, where the Parser found that variable, valid while its table keeps the
+    // layout counted in `variable_layout`; -1 where not looked up or not found.
+    std::vector<int> variable_slots;
+    unsigned variable_layout = 0;
     // Cursors of a run, walked in step.
     size_t instruction_cursor = 0;
     size_t constant_cursor = 0;

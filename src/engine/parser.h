@@ -359,6 +359,9 @@ private:
     // One step of a mapped run; false ends the run at once (after an error was raised).
     bool run_step(int code, Equation& equation, MachineState& machine);
     const std::string& next_name(Equation& equation);
+    // The variable named next in a mapped program, by the position cached for that name while the
+    // table keeps its layout; null when no variable has the name (now).
+    const Variable* next_variable(Equation& equation);
     bool text_holds_name(const std::string& text, const std::string& name);
 
     // The levels of the descent.
@@ -453,7 +456,13 @@ private:
     // at every use.
     std::unordered_map<std::string, int> m_variable_index;
     bool m_variable_index_valid = false;
-    void invalidate_variable_index() { m_variable_index_valid = false; }
+    // Counts the reorderings and deletions of the table: positions cached under an older count
+    // may name another variable now.
+    unsigned m_variable_layout = 0;
+    void invalidate_variable_index() {
+        m_variable_index_valid = false;
+        ++m_variable_layout;
+    }
     int m_current_variable = -1;
     std::vector<std::unique_ptr<Function>> m_functions;
     int m_current_function = -1;

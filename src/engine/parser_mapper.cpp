@@ -54,6 +54,22 @@ const std::string& Parser::next_name(Equation& equation) {
     return equation.names[equation.name_cursor++];
 }
 
+const Variable* Parser::next_variable(Equation& equation) {
+    const size_t at = equation.name_cursor;
+    const std::string& name = next_name(equation);
+    if (at >= equation.names.size()) return nullptr;
+    if (equation.variable_layout != m_variable_layout || equation.variable_slots.size() != equation.names.size()) {
+        equation.variable_slots.assign(equation.names.size(), -1);
+        equation.variable_layout = m_variable_layout;
+    }
+    int& slot = equation.variable_slots[at];
+    // A name not found is looked up again on each run: the variable may be created later.
+    if (slot < 0) return (slot = find_variable(name.c_str())) < 0 ? nullptr : m_variables[static_cast<size_t>(slot)].get();
+    // What a lookup by name does besides: the variable becomes the current one.
+    m_current_variable = slot;
+    return m_variables[static_cast<size_t>(slot)].get();
+}
+
 complex Parser::solve_equation(int equation, bool reset, bool quiet, bool) {
     // The operand stack keeps its storage from run to run: a run per point should not allocate.
     MachineState machine;
@@ -142,7 +158,7 @@ bool Parser::run_step(int code, Equation& program, MachineState& machine) {
     case 5: machine.push(complex(find_variable(next_name(program).c_str()), 0)); return true;
     case LOAD_VARIABLE: {
         // A variable deleted since the mapping reads as 0, with no error.
-        const Variable* variable = find_var(next_name(program).c_str());
+        const Variable* variable = next_variable(program);
         machine.push(variable ? variable->value() : complex(0, 0));
         return true;
     }

@@ -134,6 +134,9 @@ double decimal_sub(double a, double b) {
 }
 
 double decimal_mul(double a, double b) {
+    // A zero factor (the imaginary part of most products) gives +0 whatever the other is, as the
+    // lifted product would: no lift needed.
+    if (a == 0 || b == 0) return 0.0;
     const Lifted x = lift(a), y = lift(b);
     return to_double(static_cast<Wide>(x.mantissa) * y.mantissa, x.exponent + y.exponent);
 }

@@ -42,6 +42,30 @@ TEST(Mapper, RunsFollowTheVariablesAndRepeatAssignments) {
     parser.delete_variable(parser.find_variable("x"));
     EXPECT_EQ(parser.solve_equation(square, false, true), complex(-1, 0));
     EXPECT_FALSE(parser.IsAnError());
+    // Created again, it is found again.
+    evaluate(parser, "x = 1");
+    EXPECT_EQ(parser.solve_equation(square, false, true), complex(3, 0));
+}
+
+// A run finds its variables by where they stood on the last run, so it must notice the table
+// being reordered or shrunk between runs.
+TEST(Mapper, RunsFindTheirVariablesAfterTheTableChanges) {
+    Parser parser;
+    evaluate(parser, "a = 10");
+    evaluate(parser, "b = 3");
+    evaluate(parser, "c = 100");
+    const int difference = parser.map_expression("a-b");
+    EXPECT_EQ(parser.solve_equation(difference, false, true), complex(7, 0));
+    parser.switch_vars(parser.find_variable("a"), parser.find_variable("b"));
+    EXPECT_EQ(parser.solve_equation(difference, false, true), complex(7, 0));
+    parser.move_var(parser.find_variable("c"), 0);
+    EXPECT_EQ(parser.solve_equation(difference, false, true), complex(7, 0));
+    parser.delete_variable(parser.find_variable("c"));
+    EXPECT_EQ(parser.solve_equation(difference, false, true), complex(7, 0));
+    parser.delete_all_vars();
+    evaluate(parser, "b = 1");
+    evaluate(parser, "a = 2");
+    EXPECT_EQ(parser.solve_equation(difference, false, true), complex(1, 0));
 }
 
 TEST(Mapper, ComparisonChainsCompareEveryLinkWithTheFirstOperandWhenRun) {
