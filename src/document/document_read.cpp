@@ -1,6 +1,7 @@
 // Loading: the text up to the first declaration header, then each section in turn into the
 // engine and the document.
 #include "document.h"
+#include "font_fields.h"
 #include "section_writer.h"
 #include "number_settings.h"
 
@@ -131,9 +132,7 @@ void Document::ReadSettings(const store::IniFile& ini) {
 void Document::ReadFont(const store::IniFile& ini) {
     step("Read The Font Settings", 0);
     Font.FaceName = ini.GetString(k_font, "FaceName", "Arial").substr(0, FontRecord::MaxFaceName);
-    const FontRecord defaults;
-    for (const FontField& field : k_font_fields)
-        Font.*field.member = ini.GetInt(k_font, field.key, defaults.*field.member);
+    get_fields(ini, k_font, Font, k_font_fields);
     ini.GetColor(k_font, "Color", 0, Font.Color);
 }
 

@@ -1,5 +1,6 @@
 // Saving: the text, then the sections in their fixed order, written to the file in one step.
 #include "document.h"
+#include "font_fields.h"
 #include "section_writer.h"
 
 #include "graph/graph_colors.h"
@@ -145,7 +146,7 @@ void Document::WriteFont(SectionWriter& out) {
     step("Writing The Font Settings", 0);
     out.Begin("FONT");
     out.Put("FaceName", Font.FaceName.substr(0, FontRecord::MaxFaceName));
-    for (const FontField& field : k_font_fields) out.PutInt(field.key, Font.*field.member);
+    put_fields(out, Font, k_font_fields);
     out.Put("Color", graph::color_text(Font.Color));
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 #include "store/ini_file.h"
 
-#include <array>
 #include <string>
 
 namespace quorvex::document {
@@ -29,27 +28,5 @@ struct FontRecord {
 
     bool operator==(const FontRecord&) const = default;
 };
-
-// The whole-number fields under their keys, in the order a save writes them (between the face
-// name and the colour); a missing key reads as the field's default above.
-struct FontField {
-    const char* key;
-    int FontRecord::*member;
-};
-inline constexpr std::array<FontField, 13> k_font_fields{{
-    {"Height", &FontRecord::Height},
-    {"Width", &FontRecord::Width},
-    {"Escapement", &FontRecord::Escapement},
-    {"Orientation", &FontRecord::Orientation},
-    {"Weight", &FontRecord::Weight},
-    {"Italic", &FontRecord::Italic},
-    {"Underline", &FontRecord::Underline},
-    {"StrikeOut", &FontRecord::StrikeOut},
-    {"CharSet", &FontRecord::CharSet},
-    {"OutPrecision", &FontRecord::OutPrecision},
-    {"ClipPrecision", &FontRecord::ClipPrecision},
-    {"Quality", &FontRecord::Quality},
-    {"PitchAndFamily", &FontRecord::PitchAndFamily},
-}};
 
 } // namespace quorvex::document

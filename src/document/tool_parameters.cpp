@@ -1,5 +1,6 @@
 // The math tools' sections and the matrices: written and read field by field, in saved order.
 #include "document.h"
+#include "section_fields.h"
 #include "section_writer.h"
 
 #include "graph/graph_colors.h"
@@ -20,47 +21,8 @@ constexpr const char* k_stat_plotting = "STAT PLOTTING PARAMETERS";
 constexpr const char* k_quick_graph = "QUICK GRAPH PARAMETERS";
 constexpr const char* k_matrices = "MATRIX PARAMETERS";
 
-// One saved key of a tool's section and the member it holds: a text or a whole number. Keys
-// are written in the order of their table; a number missing from the file reads as the
-// member's default.
-template <class Tool>
-struct ToolField {
-    const char* key;
-    std::string Tool::*text = nullptr;
-    int Tool::*number = nullptr;
-};
-template <class Tool>
-constexpr ToolField<Tool> text(const char* key, std::string Tool::*member) {
-    return {key, member, nullptr};
-}
-template <class Tool>
-constexpr ToolField<Tool> number(const char* key, int Tool::*member) {
-    return {key, nullptr, member};
-}
-
-template <class Tool, size_t N>
-void put_fields(SectionWriter& out, const Tool& tool, const ToolField<Tool> (&fields)[N]) {
-    for (const ToolField<Tool>& field : fields) {
-        if (field.text)
-            out.Put(field.key, tool.*field.text);
-        else
-            out.PutInt(field.key, tool.*field.number);
-    }
-}
-
-template <class Tool, size_t N>
-void get_fields(const store::IniFile& ini, const char* section, Tool& tool, const ToolField<Tool> (&fields)[N]) {
-    const Tool defaults{};
-    for (const ToolField<Tool>& field : fields) {
-        if (field.text)
-            tool.*field.text = ini.GetString(section, field.key);
-        else
-            tool.*field.number = ini.GetInt(section, field.key, defaults.*field.number);
-    }
-}
-
 using Int = IntegrationParameters;
-constexpr ToolField<Int> k_integration_fields[] = {
+constexpr SectionField<Int> k_integration_fields[] = {
     number("IntType", &Int::IntType),          number("IntPrecision", &Int::IntPrecision),
     number("IntAccuracy", &Int::IntAccuracy),  text("IntFunc", &Int::IntFunc),
     text("IntXParam", &Int::IntXParam),        text("IntXLoLimit", &Int::IntXLoLimit),
@@ -71,7 +33,7 @@ constexpr ToolField<Int> k_integration_fields[] = {
 };
 
 using Diff = DifferentiationParameters;
-constexpr ToolField<Diff> k_differentiation_fields[] = {
+constexpr SectionField<Diff> k_differentiation_fields[] = {
     text("DiffFunc", &Diff::DiffFunc),
     text("DiffVar", &Diff::DiffVar),
     text("DiffXo", &Diff::DiffXo),
@@ -85,7 +47,7 @@ constexpr ToolField<Diff> k_differentiation_fields[] = {
 };
 
 using Root = RootFinderParameters;
-constexpr ToolField<Root> k_root_finder_fields[] = {
+constexpr SectionField<Root> k_root_finder_fields[] = {
     text("RootFinderFunc", &Root::RootFinderFunc), text("RootFinderVar", &Root::RootFinderVar),
     text("RootFinderXo", &Root::RootFinderXo),     text("RootFinderXn", &Root::RootFinderXn),
     text("RootFinderIn", &Root::RootFinderIn),     number("RootFinderPrecision", &Root::RootFinderPrecision),
@@ -94,14 +56,14 @@ constexpr ToolField<Root> k_root_finder_fields[] = {
 // The precision is not in the table: it is saved under the root finder's key and read under
 // its own (see QuickCalcParameters).
 using Quick = QuickCalcParameters;
-constexpr ToolField<Quick> k_quick_calc_fields[] = {
+constexpr SectionField<Quick> k_quick_calc_fields[] = {
     text("QuickCalcFunc", &Quick::QuickCalcFunc), text("QuickCalcVar", &Quick::QuickCalcVar),
     text("QuickCalcXo", &Quick::QuickCalcXo),     text("QuickCalcXn", &Quick::QuickCalcXn),
     text("QuickCalcIn", &Quick::QuickCalcIn),
 };
 
 using Fit = CurveFittingParameters;
-constexpr ToolField<Fit> k_curve_fitting_fields[] = {
+constexpr SectionField<Fit> k_curve_fitting_fields[] = {
     text("CurveFittingCorrCoeff", &Fit::CurveFittingCorrCoeff),
     text("CurveFittingPolynomial", &Fit::CurveFittingPolynomial),
     text("CurveFittingFuncName", &Fit::CurveFittingFuncName),
@@ -111,7 +73,7 @@ constexpr ToolField<Fit> k_curve_fitting_fields[] = {
 };
 
 using Stat = StatPlottingParameters;
-constexpr ToolField<Stat> k_stat_plotting_fields[] = {
+constexpr SectionField<Stat> k_stat_plotting_fields[] = {
     number("StatPlottingPrecision", &Stat::StatPlottingPrecision),
     number("StatPlottingNumIntervals", &Stat::StatPlottingNumIntervals),
     number("StatPlottingSetIntervals", &Stat::StatPlottingSetIntervals),
