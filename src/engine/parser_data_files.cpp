@@ -4,6 +4,7 @@
 #include "evaluation_aborted.h"
 #include "text_format.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -15,9 +16,12 @@ namespace quorvex::engine {
 
 namespace {
 
-constexpr size_t k_max_points = 32766;
+constexpr size_t k_max_points = 32767;
 constexpr size_t k_max_token = 511;
 constexpr std::uintmax_t k_max_file_bytes = 32u * 1024u * 1024u;
+// Data files whose points read further data files: deeper chains than this are refused long
+// before they could exhaust the stack.
+constexpr size_t k_max_data_file_depth = 32;
 
 bool is_separator(char c) { return c == ' ' || c == ',' || c == '\r' || c == '\n' || c == '\t'; }
 bool is_line_end(char c) { return c == '\r' || c == '\n'; }
@@ -25,6 +29,21 @@ bool is_line_end(char c) { return c == '\r' || c == '\n'; }
 // "12)" numbers a line and is no data.
 bool is_label(const std::string& token) {
     return !token.empty() && token.back() == ')' && token.find('(') == std::string::npos;
+}
+
+// Why `name` can not be read as a data file, in the words of the file messages; empty when it can.
+// Only a regular file is data: a device or a pipe could be read for ever.
+std::string unreadable_reason(const char* name) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_status status = fs::status(name, error);
+    if (!fs::exists(status)) return format_text("Data File ' %s ' Could Not Be Located!", name);
+    if (fs::is_directory(status)) return format_text("Data File ' %s ' Is A Folder, Not A File Of Data!", name);
+    if (!fs::is_regular_file(status))
+        return format_text("Data File ' %s ' Is A Device Or A Pipe, Not A File Of Data!", name);
+    if (!std::ifstream(name, std::ios::binary))
+        return format_text("Data File ' %s ' Could Not Be Opened, Reading It Is Not Permitted!", name);
+    return {};
 }
 
 } // namespace
@@ -41,13 +60,12 @@ bool Parser::report_file_error(const std::string& message, int function, int cod
 }
 
 bool Parser::read_data_text(const char* name, int function, std::string& text, size_t& pos) {
-    // Only a regular file is data: a device or a pipe could be read for ever.
     std::error_code error;
-    const bool regular = std::filesystem::is_regular_file(name, error);
-    std::ifstream in;
-    if (regular) in.open(name, std::ios::binary);
-    if (!regular || !in)
-        return report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), function, 15, name);
+    if (const std::string reason = unreadable_reason(name); !reason.empty()) {
+        const bool missing = !std::filesystem::exists(name, error);
+        return report_file_error(reason, missing ? function : -1, 15, name);
+    }
+    std::ifstream in(name, std::ios::binary);
     // Even the longest file of points, 32766 tokens of 511 characters, is far below this.
     if (std::filesystem::file_size(name, error) > k_max_file_bytes)
         return report_file_error(
@@ -113,6 +131,22 @@ int Parser::get_file_data(std::vector<std::string>& list, const char* file, int 
 
 bool Parser::get_file_data(std::vector<long double>& list, const char* file, int function) {
     list.clear();
+    const char* name = file ? file : "";
+    // The same file reached through other names (links, "./", "..") is still the same file.
+    std::error_code error;
+    std::string identity = std::filesystem::weakly_canonical(name, error).string();
+    if (error || identity.empty()) identity = name;
+    const auto refuse_chain = [&](const std::string& message) {
+        m_data_chain_refused = true;
+        return report_file_error(message, -1, 0, name);
+    };
+    if (std::find(m_data_file_chain.begin(), m_data_file_chain.end(), identity) != m_data_file_chain.end())
+        return refuse_chain(format_text("The data file ' %s ' reads itself through its own data points, directly or "
+                                        "through other data files!",
+                                        name));
+    if (m_data_file_chain.size() >= k_max_data_file_depth)
+        return refuse_chain(format_text("Data files that read other data files are nested more than %d deep at ' %s '!",
+                                        static_cast<int>(k_max_data_file_depth), name));
     std::vector<std::string> tokens;
     if (get_file_data(tokens, file, -1) == 0) return false;
     (void)function; // the numeric reader speaks as a loading dialog, whoever calls it
@@ -120,10 +154,17 @@ bool Parser::get_file_data(std::vector<long double>& list, const char* file, int
     // of the document.
     Parser reader(m_builtins, m_system_dir);
     reader.share_libraries(*this);
+    reader.m_data_file_chain = m_data_file_chain;
+    reader.m_data_file_chain.push_back(identity);
     for (size_t i = 0; i < tokens.size(); ++i) {
         complex value;
-        reader.eval_exp(tokens[i].c_str(), value, true, false, false);
+        reader.eval_exp(tokens[i], value, true, false, false);
         std::string message;
+        // A refused chain is told as it is, not wrapped once for every file of the chain.
+        if (reader.IsAnError() && reader.m_data_chain_refused) {
+            list.clear();
+            return refuse_chain(reader.GetLastError() ? reader.GetLastError() : "");
+        }
         if (reader.IsAnError())
             message = format_text("The Following Error Occured While Loading Data Point %d In File %s : %s",
                                   static_cast<int>(i), file, reader.GetLastError() ? reader.GetLastError() : "");
@@ -156,10 +197,9 @@ bool Parser::get_file_points(std::vector<StrPoint>& list, const char* file, int 
                              bool single) {
     (void)function; // points are read by dialogs, which speak for themselves
     const char* name = file ? file : "";
-    std::error_code error;
-    std::ifstream in;
-    if (std::filesystem::is_regular_file(name, error)) in.open(name, std::ios::binary);
-    if (!in) return report_file_error(format_text("Data File ' %s ' Could Not Be Located!", name), -1, 0, name);
+    if (const std::string reason = unreadable_reason(name); !reason.empty())
+        return report_file_error(reason, -1, 0, name);
+    std::ifstream in(name, std::ios::binary);
     const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     // One value to a point reads commas as part of nothing: they end no token.
     const auto separates = [single](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || (!single && c == ','); };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -51,7 +53,12 @@ TEST(DataFiles, MissingAndEmptyFilesAreReported) {
     EXPECT_EQ(std::string(parser.GetLastError()), "Data File ' " + fixture("missing.txt") + " ' Could Not Be Located!");
     // A device is no data file, however much it would give.
     EXPECT_EQ(parser.get_file_data(tokens, "/dev/zero", -1), 0);
-    EXPECT_STREQ(parser.GetLastError(), "Data File ' /dev/zero ' Could Not Be Located!");
+    EXPECT_STREQ(parser.GetLastError(), "Data File ' /dev/zero ' Is A Device Or A Pipe, Not A File Of Data!");
+    EXPECT_EQ(parser.get_file_data(tokens, QUORVEX_FIXTURES, -1), 0);
+    EXPECT_EQ(std::string(parser.GetLastError()), "Data File ' " QUORVEX_FIXTURES " ' Is A Folder, Not A File Of Data!");
+    std::vector<quorvex::engine::Point> points;
+    EXPECT_FALSE(parser.get_file_points(points, "/dev/zero", -1));
+    EXPECT_STREQ(parser.GetLastError(), "Data File ' /dev/zero ' Is A Device Or A Pipe, Not A File Of Data!");
     EXPECT_EQ(parser.get_file_data(tokens, fixture("blank.txt").c_str(), -1), 0);
     EXPECT_EQ(std::string(parser.GetLastError()), "No Data Found In The ' " + fixture("blank.txt") + " ' Data File!");
 }
@@ -117,4 +124,31 @@ TEST(DataFiles, NumericPointsTakeUpToThreeSignedNumbersALine) {
     sum += Point{complex(1, 1), std::nullopt, complex(9, 0)};
     ++sum;
     EXPECT_EQ(sum, (Point{complex(3, 2), complex(3, 1), std::nullopt}));
+}
+
+TEST(DataFiles, ANulByteIsAnIllegalCharacterNotTheEndOfTheLine) {
+    Parser parser;
+    parser.eval_exp(std::string("1+2\0+3", 6), true, true, false);
+    EXPECT_TRUE(parser.IsAnError());
+    EXPECT_STREQ(parser.GetLastError(), "' NUL ' is not a legitimate mathematical character!");
+    EXPECT_STREQ(parser.eval_exp(std::string("1+2+3"), true, false, false), "6");
+}
+
+TEST(DataFiles, ThePointLimitIsTheOneTheMessageNames) {
+    const std::string path = testing::TempDir() + "quorvex-limit-points.txt";
+    const auto write_points = [&](int count) {
+        std::ofstream out(path, std::ios::binary);
+        for (int i = 0; i < count; ++i) out << i << '\n';
+    };
+    Parser parser;
+    std::vector<std::string> tokens;
+    write_points(32767);
+    EXPECT_EQ(parser.get_file_data(tokens, path.c_str(), -1), 1);
+    EXPECT_EQ(tokens.size(), 32767u);
+    write_points(32768);
+    tokens.clear();
+    EXPECT_EQ(parser.get_file_data(tokens, path.c_str(), -1), 0);
+    EXPECT_EQ(std::string(parser.GetLastError()),
+              "Too Many Data Points Found In The ' " + path + " ' Data File, Limit Is 32767 Points!");
+    std::remove(path.c_str());
 }
