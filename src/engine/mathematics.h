@@ -56,9 +56,13 @@ public:
     // Logarithm of z to a real base: log10(z) / log10(base), both parts.
     complex logarithm(const complex& z, long double base);
     complex modulus(const complex& a, const complex& b);
-    // On the values truncated to 32 bits, as the integer functions of the language define them.
+    // The integer functions work on integers below 10^15 in magnitude, whose every digit the
+    // 15-digit rule keeps; their callers refuse larger operands.
+    static constexpr long double k_exact_integer_limit = 1e15L;
+    static bool is_exact_integer(long double x);
     static long double gcd(long double a, long double b);
-    static long double lcm(long double a, long double b);
+    // The least common multiple as decimal digits: it may need up to 30.
+    static std::string lcm(long double a, long double b);
     // Digits of x in `base` (2 to 16), at least one digit; also stored in `text` when given.
     static std::string basecon(long double x, long double base, std::string* text = nullptr);
     // x as it enters the decimal layer, written with `digits` digits after the point.

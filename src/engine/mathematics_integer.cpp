@@ -10,28 +10,33 @@ namespace quorvex::engine {
 
 namespace {
 
-namespace {
+__extension__ typedef unsigned __int128 WideUnsigned;
 
-// Truncates to 32 bits without undefined behaviour for values out of range.
-std::int64_t to_int32(long double x) {
-    long double t = std::trunc(x);
-    if (!(t >= -2147483648.0L)) return -2147483648LL;
-    if (t > 2147483647.0L) return 2147483647LL;
-    return static_cast<std::int64_t>(t);
-}
-
-} // namespace
-
-std::int64_t euclid(std::int64_t a, std::int64_t b) {
-    a = std::llabs(a), b = std::llabs(b);
+std::uint64_t euclid(std::uint64_t a, std::uint64_t b) {
     while (b != 0) {
-        const std::int64_t r = a % b;
+        const std::uint64_t r = a % b;
         a = b, b = r;
     }
     return a;
 }
 
+std::uint64_t magnitude(long double x) { return static_cast<std::uint64_t>(std::fabs(std::trunc(x))); }
+
+std::string to_digits(WideUnsigned value, unsigned radix) {
+    static const char digits[] = "0123456789ABCDEF";
+    std::string reversed;
+    do {
+        reversed += digits[static_cast<unsigned>(value % radix)];
+        value /= radix;
+    } while (value > 0);
+    return std::string(reversed.rbegin(), reversed.rend());
+}
+
 } // namespace
+
+bool Mathematics::is_exact_integer(long double x) {
+    return is_integer(x) && std::fabs(x) < k_exact_integer_limit;
+}
 
 complex Mathematics::modulus(const complex& a, const complex& b) {
     if (a.imag() != 0 || b.imag() != 0) {
@@ -42,32 +47,31 @@ complex Mathematics::modulus(const complex& a, const complex& b) {
         math_exception(2);
         return {0, 0};
     }
-    std::int64_t divisor = to_int32(b.real());
-    if (divisor == 0) return {0, 0}; // the evaluator refuses a zero divisor before it gets here
-    return {static_cast<double>(to_int32(a.real()) % divisor), 0};
+    // Beyond 15 digits the operands are no longer the integers the user wrote.
+    if (!is_exact_integer(a.real()) || !is_exact_integer(b.real())) {
+        math_exception(6);
+        return {0, 0};
+    }
+    const auto x = static_cast<std::int64_t>(a.real()), y = static_cast<std::int64_t>(b.real());
+    if (y == 0) return {0, 0}; // the evaluator refuses a zero divisor before it gets here
+    return {static_cast<double>(x % y), 0};
 }
 
 long double Mathematics::gcd(long double a, long double b) {
-    return static_cast<long double>(euclid(to_int32(a), to_int32(b)));
+    return static_cast<long double>(euclid(magnitude(a), magnitude(b)));
 }
 
-long double Mathematics::lcm(long double a, long double b) {
-    const std::int64_t x = to_int32(a), y = to_int32(b);
-    const std::int64_t divisor = euclid(x, y);
-    return divisor == 0 ? 0.0L : static_cast<long double>(std::llabs(x / divisor * y));
+std::string Mathematics::lcm(long double a, long double b) {
+    const std::uint64_t x = magnitude(a), y = magnitude(b);
+    const std::uint64_t divisor = euclid(x, y);
+    // Two 15-digit operands have a multiple of up to 30 digits: exact in 128 bits.
+    return divisor == 0 ? "0" : to_digits(static_cast<WideUnsigned>(x / divisor) * y, 10);
 }
 
 std::string Mathematics::basecon(long double x, long double base, std::string* text) {
-    static const char digits[] = "0123456789ABCDEF";
-    std::int64_t value = std::llabs(to_int32(x));
-    std::int64_t radix = to_int32(base);
+    unsigned radix = static_cast<unsigned>(std::trunc(base));
     if (radix < 2 || radix > 16) radix = 10;
-    std::string reversed;
-    do {
-        reversed += digits[value % radix];
-        value /= radix;
-    } while (value > 0);
-    std::string result(reversed.rbegin(), reversed.rend());
+    const std::string result = to_digits(magnitude(x), radix);
     if (text) *text = result;
     return result;
 }

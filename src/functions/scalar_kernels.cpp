@@ -1,6 +1,7 @@
 #include "scalar_kernels.h"
 
 #include "engine/decimal_round_trip.h"
+#include "engine/error_tables.h"
 #include "number/fast_elementary.h"
 
 #include <cmath>
@@ -96,6 +97,12 @@ complex ScalarKernels::_ceil(const complex& z, int function) {
 }
 
 complex ScalarKernels::_fmod(const complex& z, const complex& w, int function) {
+    // The parts are rounded to integers first; beyond 15 digits they are no longer exact.
+    for (const double part : {z.real(), z.imag(), w.real(), w.imag()})
+        if (!(std::fabs(std::round(part)) < engine::Mathematics::k_exact_integer_limit)) {
+            m_parser.mathlib_exception(engine::k_mathlib_integer_too_large, function);
+            return {0, 0};
+        }
     ComplexDecimal21 result;
     if (w == complex(0, 0) || number::mod(result, lift(z), lift(w)) != 0) {
         m_parser.mathlib_exception(21, function);
@@ -104,16 +111,25 @@ complex ScalarKernels::_fmod(const complex& z, const complex& w, int function) {
     return land(result);
 }
 
+bool ScalarKernels::refuse_inexact_integers(const complex& a, const complex& b, int function) {
+    if (engine::Mathematics::is_exact_integer(a.real()) && engine::Mathematics::is_exact_integer(b.real())) return false;
+    m_parser.mathlib_exception(engine::k_mathlib_integer_too_large, function);
+    return true;
+}
+
 complex ScalarKernels::_gcd(const complex& a, const complex& b, int function) {
-    if (m_parser.check_no_imag_compnts(13, function, a, b) || m_parser.check_pos_integers(function, a, b))
+    if (m_parser.check_no_imag_compnts(13, function, a, b) || m_parser.check_pos_integers(function, a, b) ||
+        refuse_inexact_integers(a, b, function))
         return {0, 0};
     return {static_cast<double>(engine::Mathematics::gcd(a.real(), b.real())), 0};
 }
 
 complex ScalarKernels::_lcm(const complex& a, const complex& b, int function) {
-    if (m_parser.check_no_imag_compnts(13, function, a, b) || m_parser.check_pos_integers(function, a, b))
+    if (m_parser.check_no_imag_compnts(13, function, a, b) || m_parser.check_pos_integers(function, a, b) ||
+        refuse_inexact_integers(a, b, function))
         return {0, 0};
-    return {static_cast<double>(engine::Mathematics::lcm(a.real(), b.real())), 0};
+    // Up to 30 digits, rounded to 15 like every other answer.
+    return land(Decimal21::from_text(engine::Mathematics::lcm(a.real(), b.real())));
 }
 
 complex ScalarKernels::_hypot(const complex& x, const complex& y, int function) {
@@ -171,6 +187,7 @@ complex ScalarKernels::_basecon(const complex& z, const complex& w, int function
         m_parser.mathlib_exception(25, function);
         return {0, 0};
     }
+    if (refuse_inexact_integers(z, w, function)) return {0, 0};
     const std::string digits = engine::Mathematics::basecon(z.real(), w.real());
     if (text) {
         *text = digits;

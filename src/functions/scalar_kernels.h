@@ -47,6 +47,8 @@ public:
 
 private:
     bool degrees() const { return m_parser.angle_type() == 0; }
+    // True, after the message, when an operand of an integer function has more than 15 digits.
+    bool refuse_inexact_integers(const complex& a, const complex& b, int function);
     engine::Parser& m_parser;
 };
 

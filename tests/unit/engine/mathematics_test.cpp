@@ -63,7 +63,11 @@ TEST(Mathematics, IntegerFunctions) {
     Mathematics math;
     math.set_silent(true);
     EXPECT_EQ(Mathematics::gcd(12, 18), 6);
-    EXPECT_EQ(Mathematics::lcm(4, 6), 12);
+    EXPECT_EQ(Mathematics::lcm(4, 6), "12");
+    // 15-digit operands: exact well past 32 and 64 bits.
+    EXPECT_EQ(Mathematics::gcd(999999999999998, 499999999999999), 499999999999999);
+    EXPECT_EQ(Mathematics::lcm(999999999999989, 999999999999947), "999999999999936000000000000583");
+    EXPECT_EQ(Mathematics::basecon(1099511627776, 16), "10000000000");
     EXPECT_EQ(Mathematics::gcd(0, 0), 0);
     EXPECT_EQ(Mathematics::basecon(255, 16), "FF");
     EXPECT_EQ(Mathematics::basecon(0, 2), "0");
@@ -74,6 +78,9 @@ TEST(Mathematics, IntegerFunctions) {
     EXPECT_STREQ(math.GetLastError(), "Modulus Arguments Must Be Integers!");
     math.modulus(complex(7, 1), complex(2, 0));
     EXPECT_STREQ(math.GetLastError(), "Modulus Operator ' % ' Can Not Be Used With Complex Numbers!");
+    EXPECT_EQ(math.modulus(complex(999999999999999, 0), complex(1000, 0)), complex(999, 0));
+    math.modulus(complex(1e15, 0), complex(7, 0));
+    EXPECT_STREQ(math.GetLastError(), "Modulus Arguments Must Be Integers Of At Most 15 Digits!");
 }
 
 TEST(Mathematics, DecimalRoundTripsHandBackTheirText) {
