@@ -18,42 +18,19 @@ namespace {
 
 constexpr const char* k_save_caption = "Save File";
 
-std::string upper_case(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return text;
-}
-
 std::string zero_precision_text(float value) {
     char text[32];
     std::snprintf(text, sizeof text, "%1.1e", static_cast<double>(value));
     return text;
 }
 
-// A file the user may not write is refused before anything is done; a missing file is fine.
-bool check_writable(const std::string& path, std::string& message) {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (error && error != std::errc::no_such_file_or_directory) {
-        message = error.message();
-        return false;
-    }
-    if (!fs::exists(status)) return true;
-    if ((status.permissions() & fs::perms::owner_write) == fs::perms::none) {
-        message = "The file " + upper_case(path) + " is read only and can not be saved.";
-        return false;
-    }
-    return true;
-}
-
 } // namespace
 
 bool Document::Write(const std::string& path) {
     m_last_error.clear();
-    std::string message;
-    if (!check_writable(path, message)) {
-        m_last_error = message;
-        report(message, k_save_caption);
+    // A target that can not take the save is refused before anything is composed.
+    if (!store::can_save_to(path, &m_last_error)) {
+        report(m_last_error, k_save_caption);
         return false;
     }
     std::string text;
