@@ -1,10 +1,39 @@
 #include "function_library.h"
 
+#include <algorithm>
+#include <cctype>
+
 namespace quorvex::engine {
+
+namespace {
+
+std::string upper(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return result;
+}
+
+} // namespace
 
 FunctionLibrary::FunctionLibrary(std::string path) : m_file(std::move(path)) {}
 
+std::vector<std::string> FunctionLibrary::skip_reserved(const std::function<bool(std::string_view)>& reserved) {
+    std::vector<std::string> skipped;
+    std::vector<std::string> names;
+    for (const std::string& category : m_file.GetFunctionCatagories()) {
+        m_file.GetFunctionNames(names, category);
+        for (const std::string& full_name : names) {
+            const std::string name = full_name.substr(0, full_name.find('['));
+            if (!reserved(name) || !m_skipped.insert(upper(name)).second) continue;
+            skipped.push_back(name);
+        }
+    }
+    m_found.clear();
+    return skipped;
+}
+
 const Function* FunctionLibrary::find(std::string_view name) {
+    if (!m_skipped.empty() && m_skipped.count(upper(name))) return nullptr;
     const std::string key(name);
     const auto known = m_found.find(key);
     if (known != m_found.end()) return known->second.get();

@@ -3,10 +3,13 @@
 
 #include "store/var_fun_ini_file.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 namespace quorvex::engine {
 
@@ -23,9 +26,13 @@ public:
     // The library's function of that name (the bare name, any case), or null.
     const Function* find(std::string_view name);
     store::VarFunIniFile& file() { return m_file; }
+    // Entries whose name `reserved` claims (a built-in's, any case) are not found from then on.
+    // Returns their names as the file writes them, in file order.
+    std::vector<std::string> skip_reserved(const std::function<bool(std::string_view)>& reserved);
 
 private:
     store::VarFunIniFile m_file;
+    std::unordered_set<std::string> m_skipped; // upper case
     std::unordered_map<std::string, std::unique_ptr<Function>> m_found; // null: not in the library
 };
 

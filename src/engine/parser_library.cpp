@@ -53,9 +53,28 @@ void Parser::open_libraries() {
     if (m_libraries_opened) return;
     m_libraries_opened = true;
     if (!m_system_library_path.empty() && CheckFunctionLibraryAccess(m_system_library_path))
-        m_system_library = std::make_shared<FunctionLibrary>(m_system_library_path);
+        m_system_library = open_library(m_system_library_path);
     if (!m_user_library_path.empty() && CheckFunctionLibraryAccess(m_user_library_path))
-        m_user_library = std::make_shared<FunctionLibrary>(m_user_library_path);
+        m_user_library = open_library(m_user_library_path);
+}
+
+std::shared_ptr<FunctionLibrary> Parser::open_library(const std::string& path) {
+    auto library = std::make_shared<FunctionLibrary>(path);
+    // A built-in keeps its meaning everywhere: a library entry of the same name is left out, and
+    // the user is told once, when the library is read.
+    const std::vector<std::string> skipped =
+        library->skip_reserved([this](std::string_view name) { return is_internal_function(std::string(name).c_str()); });
+    if (!skipped.empty() && m_reporter) {
+        std::string names;
+        for (size_t i = 0; i < skipped.size(); ++i)
+            names += (i == 0 ? "' " : i + 1 == skipped.size() ? " and ' " : ", ' ") + skipped[i] + " '";
+        m_reporter->report("The function library \" " + path + " \" defines " + names +
+                               (skipped.size() == 1 ? ", which is the name of a built-in function. The entry is"
+                                                    : ", which are names of built-in functions. The entries are") +
+                               " skipped and the built-in functions are used.",
+                           "Function Library", MessageKind::Warning);
+    }
+    return library;
 }
 
 FunctionLibrary* Parser::system_library() {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <set>
@@ -78,4 +79,32 @@ TEST(SystemLibrary, AMissingLibraryIsReportedOnceAndNothingElseFails) {
     ASSERT_EQ(reporter.said.size(), 1u);
     EXPECT_EQ(reporter.said[0], "File Access: The Quorvex function library file \" /nonexistent/Quorvex.lib \" could "
                                 "not be opened! If the file exist's, check your system level access privilages.");
+}
+
+TEST(UserLibrary, EntriesNamedLikeBuiltinsAreSkippedAndReportedOnce) {
+    const std::string dir = testing::TempDir() + "quorvex-shadowing-library";
+    std::filesystem::create_directories(dir);
+    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary)
+        << "[MINE]\r\nSQRT[X]=(X)\r\nSQRT=not a root\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\nabs[X]=(X)+1\r\nabs=no\r\n";
+    RecordingReporter reporter;
+    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    parser.set_reporter(&reporter);
+    parser.set_library_dirs(QUORVEX_DATA_DIR, dir);
+    const auto value = [&](const char* text) {
+        quorvex::engine::complex answer;
+        parser.eval_exp(text, answer, true, false, false);
+        EXPECT_FALSE(parser.IsAnError()) << text << ": " << parser.GetLastError();
+        return answer.real();
+    };
+    // The built-ins keep their meaning in a line and inside a user function; the other entry works.
+    EXPECT_EQ(value("SQRT(16)"), 4);
+    EXPECT_EQ(value("ABS(-3)"), 3);
+    EXPECT_EQ(value("TWICE(4)"), 8);
+    value("f(x) = sqrt(x)+1");
+    EXPECT_EQ(value("f(9)"), 4);
+    ASSERT_EQ(reporter.said.size(), 1u);
+    EXPECT_EQ(reporter.said[0], "Function Library: The function library \" " + dir +
+                                    "/QuorvexUser.lib \" defines ' SQRT ' and ' abs ', which are names of built-in "
+                                    "functions. The entries are skipped and the built-in functions are used.");
+    std::filesystem::remove_all(dir);
 }
