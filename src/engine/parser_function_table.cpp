@@ -12,9 +12,15 @@ const char* or_null(const Function* function, const std::string& (Function::*par
 }
 } // namespace
 
-void Parser::switch_funcs(int first, int second) { switch_entries(m_functions, first, second); }
+void Parser::switch_funcs(int first, int second) {
+    switch_entries(m_functions, first, second);
+    invalidate_function_index();
+}
 
-void Parser::move_func(int from, int to) { move_entry(m_functions, from, to); }
+void Parser::move_func(int from, int to) {
+    move_entry(m_functions, from, to);
+    invalidate_function_index();
+}
 
 int Parser::max_func_length() const {
     size_t longest = 0;
@@ -52,6 +58,7 @@ void Parser::set_func_name(const char* full_name, int index) {
     if (index == -1) index = m_current_function;
     if (index < 0 || index >= function_count() || !full_name) return;
     m_functions[static_cast<size_t>(index)]->SetFuncName(full_name);
+    invalidate_function_index(); // the short name may have changed
 }
 
 bool Parser::modify_func_value(int variable, const char* text, int index) {

@@ -13,8 +13,8 @@ namespace {
 // However deep functions call one another in a real document, they stay far below these; a
 // cycle of functions (f calls g, g calls f), or calls that multiply at every level, reach them
 // quickly and stop there, before the work grows beyond a moment.
-constexpr int k_max_expansions = 1000;
-constexpr size_t k_max_growth = 100000;
+constexpr int k_max_expansions = 20000;
+constexpr size_t k_max_growth = 200000;
 
 std::string spelled_relation(const std::string& token) {
     switch (token.empty() ? 0 : token[0]) {
@@ -47,13 +47,22 @@ int Parser::find_function(const char* text) {
         if (!rest.empty() && rest[0] != '=') return -1;
         name.resize(open);
     }
-    for (size_t i = 0; i < m_functions.size(); ++i) {
-        if (m_functions[i]->short_name() == name) {
-            m_current_function = static_cast<int>(i);
-            return m_current_function;
-        }
+    if (!m_function_index_valid) {
+        m_function_index.clear();
+        for (size_t i = 0; i < m_functions.size(); ++i)
+            m_function_index.emplace(m_functions[i]->short_name(), static_cast<int>(i));
+        m_function_index_valid = true;
     }
-    return -1;
+    const auto found = m_function_index.find(name);
+    if (found == m_function_index.end()) return -1;
+    m_current_function = found->second;
+    return m_current_function;
+}
+
+void Parser::add_function(std::unique_ptr<Function> function) {
+    if (m_function_index_valid) m_function_index.emplace(function->short_name(), function_count());
+    m_functions.push_back(std::move(function));
+    m_current_function = function_count() - 1;
 }
 
 const Function* Parser::function_at(int index) const {
@@ -73,12 +82,14 @@ void Parser::delete_function(int index) {
     if (index == -1) index = m_current_function;
     if (index < 0 || index >= function_count()) return;
     m_functions.erase(m_functions.begin() + index);
+    invalidate_function_index();
     m_current_function = -1;
     m_funcs_saved = false;
 }
 
 void Parser::delete_all_funcs() {
     m_functions.clear();
+    invalidate_function_index();
     m_current_function = -1;
     m_funcs_saved = false;
 }
@@ -175,8 +186,7 @@ void Parser::declare_function() {
 
     const int existing = find_function(full_name.c_str());
     if (existing < 0) {
-        m_functions.push_back(std::make_unique<Function>(full_name, body));
-        m_current_function = function_count() - 1;
+        add_function(std::make_unique<Function>(full_name, body));
         record_instruction(NEW_FUNCTION, {}, full_name.c_str());
         for (const std::string& variable : variables) record_instruction(NEW_VARIABLE, {}, variable.c_str());
     } else {
@@ -228,10 +238,16 @@ void Parser::insert_functions() {
 }
 
 void Parser::count_expansion() {
-    if (++m_expansions > k_max_expansions || m_expression.size() > m_original_length + k_max_growth)
+    // A cycle among the functions the line reaches is found before the first expansion, rather
+    // than after thousands of them over an ever longer line.
+    if (m_expansions++ == 0 && functions_form_a_cycle())
         special_exception("The functions of this line call each other without end, so the line can not be "
                           "evaluated!",
                           nullptr);
+    if (m_expansions <= k_max_expansions && m_expression.size() <= m_original_length + k_max_growth) return;
+    special_exception("The functions of this line write out to more than 20000 calls or 200000 characters, "
+                      "which is more than a line can hold, so the line can not be evaluated!",
+                      nullptr);
 }
 
 std::vector<std::string> Parser::read_call_arguments() {

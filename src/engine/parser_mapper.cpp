@@ -165,8 +165,7 @@ bool Parser::run_step(int code, Equation& program, MachineState& machine) {
     case NEW_FUNCTION: {
         const std::string& name = next_name(program);
         if (find_function(name.c_str()) < 0) {
-            m_functions.push_back(std::make_unique<Function>(name, ""));
-            m_current_function = function_count() - 1;
+            add_function(std::make_unique<Function>(name, ""));
         }
         return true;
     }
