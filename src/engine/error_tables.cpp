@@ -100,6 +100,8 @@ const char* const k_mathlib[] = {
     "The value of x can not be creater than 1 in the %s function.",
     "The value of x must be greater than 0 in the %s function.",
     "An Exception Occured While Computing The ' %s ' Function!",
+    "The %s function works on whole numbers of at most 15 digits, a parameter is larger!",
+    "The percentile in the %s function call must be between 0 and 100!",
 };
 
 const char* const k_mapper[] = {
@@ -121,6 +123,7 @@ const char* const k_mathematics[] = {
     "Vector Memory Allocation Failure!",
     "Matrix Memory Allocation Failure!",
     "A Floating Point Overflow Has Occured!",
+    "Modulus Arguments Must Be Integers Of At Most 15 Digits!",
 };
 
 const char* const k_deviates[] = {

@@ -12,4 +12,8 @@ std::span<const char* const> mathematics_messages();
 std::span<const char* const> statistics_messages();
 std::span<const char* const> deviates_messages();
 
+// Rows of the mathematical-library table raised by name.
+inline constexpr int k_mathlib_integer_too_large = 59;
+inline constexpr int k_mathlib_percentile_range = 60;
+
 } // namespace quorvex::engine

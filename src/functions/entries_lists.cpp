@@ -3,6 +3,7 @@
 #include "builtin_functions.h"
 #include "builtin_index.h"
 #include "builtin_kernels.h"
+#include "engine/error_tables.h"
 #include "engine/parser.h"
 #include "ws_normality.h"
 
@@ -56,7 +57,14 @@ constexpr ListStep k_steps[] = {
      }},
     {SKEW, 98, false, plain<skew>},
     {KURT, 99, false, plain<kurt>},
-    {PRCTLE, 100, true, [](L& x, long double v, Parser&) { return percentile(x, v); }},
+    {PRCTLE, 100, true,
+     [](L& x, long double p, Parser& parser) {
+         if (p < 0 || p > 100) {
+             parser.mathlib_exception(engine::k_mathlib_percentile_range, PRCTLE);
+             return 0.0L;
+         }
+         return percentile(x, p);
+     }},
     {LQRTLE, 101, false, [](L& x, long double, Parser&) { return percentile(x, 25); }},
     {UQRTLE, 102, false, [](L& x, long double, Parser&) { return percentile(x, 75); }},
     {RMS, 107, false, plain<qmean>},

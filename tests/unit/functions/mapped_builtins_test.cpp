@@ -212,6 +212,9 @@ TEST_F(MappedBuiltins, RealOnlyParametersAndLimitsAreCheckedInRuns) {
     expect_refused("NORDEV[0, x]", 1, complex(-1, 0), 55);
     expect_refused("NCHIDEV[x, 1]", 2, complex(0.5, 0), 46);
     expect_refused("LN[x]", 1, complex(0, 0), 21);
+    expect_refused("PRCTLE[{1, 2, 3}, x]", 50, complex(100.5, 0), 60);
+    expect_refused("GCD[x, 12]", 6, complex(1e15, 0), 59);
+    expect_refused("REM[x, 7]", 6, complex(-1e15, 0), 59);
     // Without a text to write to, BASECON gives a value in base 10 only.
     expect_refused("BASECON[x, 16]", 255, complex(255, 0), 37);
 }
