@@ -234,10 +234,15 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
         error = "--in-place needs files to write back, and no --answers or command";
         return std::nullopt;
     }
-    if (!options.output.empty() &&
-        (options.in_place || options.files.size() != 1 || !is_document_path(options.files.front()))) {
-        error = "--output saves one processed .qvx document, without --in-place";
-        return std::nullopt;
+    if (!options.output.empty()) {
+        if (options.in_place)
+            error = "--output and --in-place both say where to save: give one of them";
+        else if (options.files.size() != 1)
+            error = "--output saves one processed .qvx document: give exactly one FILE";
+        else if (!is_document_path(options.files.front()))
+            error = "--output saves a processed .qvx document, and " + options.files.front() +
+                    " is none (--in-place writes a text file back)";
+        if (!error.empty()) return std::nullopt;
     }
     if (options.command.empty() && (options.accuracy || options.order || options.step)) {
         error = options.accuracy ? "--accuracy belongs to the integrate command"

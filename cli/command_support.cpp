@@ -51,7 +51,7 @@ void refuse_options(const CommandContext& context, bool accuracy, bool order_or_
 engine::complex evaluate(CommandContext& context, const std::string& text, std::string_view what) {
     if (is_blank(text)) usage_failure(std::string(what) + " is empty");
     engine::complex value;
-    context.parser.eval_exp(text.c_str(), value, true, false, false);
+    context.parser.eval_exp(text, value, true, false, false);
     if (context.parser.IsAnError()) usage_failure(quoted(what, text) + ": " + last_error(context.parser));
     if (context.parser.func_declared())
         usage_failure(quoted(what, text) + " declares a function, it has no value");

@@ -1,6 +1,8 @@
 #include "interactive.h"
+#include "line_reader.h"
 
 #include <editline/readline.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
@@ -99,9 +101,28 @@ bool run_interactive(LineEvaluator& evaluator, engine::Parser& parser, const cha
     std::cout << version << ": type an expression and press Enter; :help lists the commands, :quit ends.\n";
     InteractiveSession session(evaluator, parser, std::cout);
     std::string recall;
-    while (char* raw = readline("> ")) {
-        const std::string line(raw);
+    // Line editing is for a terminal; piped input is read as plain lines (the editing library
+    // is not made for long or binary input that does not come from a keyboard).
+    const bool terminal = isatty(STDIN_FILENO);
+    LineReader piped(std::cin);
+    std::string line;
+    const auto next_line = [&]() -> bool {
+        if (!terminal) {
+            std::cout << "> " << std::flush;
+            for (;;) {
+                const LineReader::Read read = piped.next(line);
+                if (read == LineReader::Read::line) return true;
+                if (read == LineReader::Read::end) return false;
+                std::cerr << "line " << piped.number() << ": error: " << too_long_message(piped, read) << '\n';
+            }
+        }
+        char* raw = readline("> ");
+        if (!raw) return false;
+        line = raw;
         std::free(raw);
+        return true;
+    };
+    while (next_line()) {
         if (!is_blank(line)) add_history(line.c_str());
         if (session.handle(line, recall) == InteractiveSession::Next::quit) break;
         recall_into_history(recall);

@@ -31,7 +31,7 @@ bool LineEvaluator::run_as_expression(const std::string& line) {
         m_out << '\n';
         return true;
     }
-    const char* answer = m_parser.eval_exp(line.c_str(), true, true, m_options.fraction);
+    const char* answer = m_parser.eval_exp(line, true, true, m_options.fraction);
     if (m_parser.IsAnError()) {
         const char* message = m_parser.GetLastError();
         m_out << one_line(std::string("error: ") + (message ? message : "evaluation failed")) << '\n';

@@ -5,6 +5,7 @@
 #include "document_files.h"
 #include "interactive.h"
 #include "line_evaluator.h"
+#include "line_reader.h"
 #include "parser_setup.h"
 
 #include "engine/parser.h"
@@ -14,6 +15,7 @@
 #include "store/ini_file.h"
 #include "store/user_library.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -32,24 +34,42 @@ public:
     }
 };
 
-// Splits text into lines; a CR before the LF belongs to the line end, not to the line. Each
-// line goes to `handle` with its number, counted from 1.
-template <typename Handler>
-bool for_each_line(std::istream& in, Handler&& handle) {
+// Every line of `in` through the evaluator, its errors named "SOURCE:LINE". A line too long to
+// read is an error of its own; the lines after it go on.
+bool run_lines(quorvex::cli::LineEvaluator& evaluator, quorvex::cli::LineReader& reader, const std::string& source,
+               bool* line_dropped = nullptr) {
     bool all_ok = true;
     std::string line;
-    for (long number = 1; std::getline(in, line); ++number) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        all_ok = handle(line, number) && all_ok;
+    for (;;) {
+        const auto read = reader.next(line);
+        if (read == quorvex::cli::LineReader::Read::end) break;
+        const std::string where = source + ":" + std::to_string(reader.number());
+        if (read != quorvex::cli::LineReader::Read::line) {
+            std::cout.flush();
+            std::cerr << where << ": error: " << quorvex::cli::too_long_message(reader, read) << '\n';
+            all_ok = false;
+            if (line_dropped) *line_dropped = true;
+            continue;
+        }
+        all_ok = evaluator.run(line, where) && all_ok;
     }
     return all_ok;
 }
 
-// Every line of `in` through the evaluator, its errors named "SOURCE:LINE".
 bool run_lines(quorvex::cli::LineEvaluator& evaluator, std::istream& in, const std::string& source) {
-    return for_each_line(in, [&](const std::string& line, long number) {
-        return evaluator.run(line, source + ":" + std::to_string(number));
-    });
+    quorvex::cli::LineReader reader(in);
+    return run_lines(evaluator, reader, source);
+}
+
+// Only a regular file or a pipe is read as lines: a folder has none, and a device may never end.
+bool readable_as_lines(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return true; // opening it tells what is wrong
+    if (S_ISREG(info.st_mode) || S_ISFIFO(info.st_mode)) return true;
+    std::cerr << "quorvex-cli: " << path << " is "
+              << (S_ISDIR(info.st_mode) ? "a folder" : S_ISSOCK(info.st_mode) ? "a socket" : "a device")
+              << ", not a file of lines\n";
+    return false;
 }
 
 // A file processed line by line and written back as it stands afterwards: the lines as the
@@ -57,27 +77,38 @@ bool run_lines(quorvex::cli::LineEvaluator& evaluator, std::istream& in, const s
 bool process_in_place(const quorvex::cli::CliOptions& options, quorvex::engine::Parser& parser,
                       const std::string& path, int& status) {
     std::string bytes;
+    if (!readable_as_lines(path)) {
+        status = 2;
+        return false;
+    }
     if (!quorvex::store::read_whole_file(path, bytes)) {
         std::cerr << "quorvex-cli: cannot open " << path << '\n';
         status = 2;
         return false;
     }
-    const size_t first_feed = bytes.find('\n');
-    const bool crlf = first_feed != std::string::npos && first_feed > 0 && bytes[first_feed - 1] == '\r';
-    const bool final_line_end = !bytes.empty() && bytes.back() == '\n';
+    const bool final_line_end = !bytes.empty() && (bytes.back() == '\n' || bytes.back() == '\r');
     std::istringstream in(bytes);
     std::ostringstream out;
     quorvex::cli::LineEvaluator evaluator(options, parser, out, std::cerr);
-    const bool all_ok = run_lines(evaluator, in, path);
+    quorvex::cli::LineReader reader(in);
+    bool line_dropped = false;
+    const bool all_ok = run_lines(evaluator, reader, path, &line_dropped);
+    if (line_dropped) {
+        std::cerr << "quorvex-cli: " << path << " was not written back: a line of it could not be read\n";
+        status = 2;
+        return false;
+    }
     std::string text = out.str();
     if (!final_line_end && !text.empty()) text.pop_back();
-    if (crlf) {
-        std::string with_cr;
+    // The file's own line ends are kept: those of its first line.
+    const std::string line_end = reader.first_line_end().empty() ? "\n" : reader.first_line_end();
+    if (line_end != "\n") {
+        std::string converted;
         for (const char c : text) {
-            if (c == '\n') with_cr += '\r';
-            with_cr += c;
+            if (c == '\n') converted += line_end;
+            else converted += c;
         }
-        text.swap(with_cr);
+        text.swap(converted);
     }
     std::string error;
     if (text != bytes && !quorvex::store::write_file_atomically(path, text, &error)) {
@@ -94,7 +125,8 @@ int main(int argc, char** argv) {
     std::string usage_error;
     const auto options = quorvex::cli::parse_options(argc, argv, usage_error);
     if (!options) {
-        std::cerr << "quorvex-cli: " << usage_error << "\n" << quorvex::cli::usage_text();
+        // The one line that says what is wrong; the whole help is one option away.
+        std::cerr << "quorvex-cli: " << usage_error << "\n(quorvex-cli --help lists every option)\n";
         return 2;
     }
     if (options->help) {
@@ -143,6 +175,7 @@ int main(int argc, char** argv) {
             if (status != 0) return status;
             continue;
         }
+        if (path != "-" && !readable_as_lines(path)) return 2;
         std::ifstream file;
         if (path != "-") file.open(path, std::ios::binary);
         if (path != "-" && !file) {

@@ -36,7 +36,7 @@ void Document::report(const std::string& text, std::string_view caption) const {
 }
 
 bool Document::evaluate(const std::string& text, engine::complex& value) {
-    m_parser.eval_exp(text.c_str(), value, true, false, false);
+    m_parser.eval_exp(text, value, true, false, false);
     const bool ok = !m_parser.IsAnError();
     m_parser.ClearLastError();
     return ok;

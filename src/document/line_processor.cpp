@@ -88,12 +88,12 @@ bool LineProcessor::Calculate(std::string& piece, size_t lead, std::string state
     }
 
     outcome.computed = true;
-    const char* first = m_parser.eval_exp(statement.c_str(), true, true, m_settings.as_fraction);
+    const char* first = m_parser.eval_exp(statement, true, true, m_settings.as_fraction);
     std::string answer = first ? first : "";
     if (!answer.empty() && m_parser.root_taken() && !m_parser.IsAnError()) {
         // An even root has two values: the second comes from the same line with negative roots.
         m_parser.set_neg_sqrt(true);
-        const char* second = m_parser.eval_exp(statement.c_str(), true, false, m_settings.as_fraction);
+        const char* second = m_parser.eval_exp(statement, true, false, m_settings.as_fraction);
         m_parser.set_neg_sqrt(false);
         answer += " : ";
         answer += second ? second : "";

@@ -34,6 +34,16 @@ const char* Parser::eval_exp(const char* text, bool silent, bool show_equal, boo
     return eval_exp(text, answer, silent, show_equal, as_fraction);
 }
 
+const char* Parser::eval_exp(std::string_view text, bool silent, bool show_equal, bool as_fraction) {
+    complex answer{0, 0};
+    return eval_exp(text, answer, silent, show_equal, as_fraction);
+}
+
+const char* Parser::eval_exp(std::string_view text, complex& answer, bool silent, bool show_equal, bool as_fraction) {
+    m_expression.assign(text);
+    return eval_exp(nullptr, answer, silent, show_equal, as_fraction);
+}
+
 const char* Parser::eval_exp(const char* text, complex& answer, bool silent, bool show_equal, bool as_fraction) {
     // A null text evaluates the expression already in place (the mapper prepares one that way).
     if (text) m_expression = text;
@@ -45,11 +55,15 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     m_original_length = m_expression.size();
     SetSilentMode(silent);
     m_show_equal = show_equal;
+    m_data_chain_refused = false;
     ClearLastError();
 
     std::ostringstream out;
     init_answer_stream(out);
     try {
+        // A NUL inside the text would silently end it for every scan below.
+        if (m_expression.find('\0') != std::string::npos)
+            special_exception("' NUL ' is not a legitimate mathematical character!", nullptr);
         remove_end_spaces(m_expression);
         insert_brackets(m_expression, 1);
         check_valid_input(m_expression);

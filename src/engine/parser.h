@@ -41,6 +41,9 @@ public:
     // " = 5" with show_equal, "" for a line without a visible answer or after an error.
     const char* eval_exp(const char* text, complex& answer, bool silent, bool show_equal, bool as_fraction);
     const char* eval_exp(const char* text, bool silent, bool show_equal, bool as_fraction);
+    // The whole text, NUL bytes included: a NUL is refused as an illegal character.
+    const char* eval_exp(std::string_view text, bool silent, bool show_equal, bool as_fraction);
+    const char* eval_exp(std::string_view text, complex& answer, bool silent, bool show_equal, bool as_fraction);
 
     // --- errors ---------------------------------------------------------------------------
     bool IsAnError() const;
@@ -355,7 +358,13 @@ private:
     void check_library_call(const std::string& name);
     // Every expansion counts against a bound, so functions that call each other stop.
     void count_expansion();
+    // True when a function that the line reaches calls itself through other functions.
+    bool functions_form_a_cycle();
+    bool reachable_functions_form_a_cycle();
+    // The body that a call of `name` expands to: a user or library function's, or none.
+    std::optional<std::string> callee_body(const std::string& name);
     void open_libraries();
+    std::shared_ptr<FunctionLibrary> open_library(const std::string& path);
     // One step of a mapped run; false ends the run at once (after an error was raised).
     bool run_step(int code, Equation& equation, MachineState& machine);
     const std::string& next_name(Equation& equation);
@@ -437,6 +446,10 @@ private:
     int m_depth = 0; // nesting of brackets and imaginary factors, bounded so the stack cannot run out
 
     std::string m_system_dir;
+    // The data files whose points are being evaluated around this Parser, outermost first: a
+    // point may itself read a data file, and a file must not read itself.
+    std::vector<std::string> m_data_file_chain;
+    bool m_data_chain_refused = false; // the error names a file that reads itself, or too deep a chain
     std::string m_system_library_path;
     std::string m_user_library_path;
     std::shared_ptr<FunctionLibrary> m_system_library;
@@ -465,6 +478,12 @@ private:
     }
     int m_current_variable = -1;
     std::vector<std::unique_ptr<Function>> m_functions;
+    // Positions of the functions by short name (the first of equal names), so that a document of
+    // many functions loads in linear time; rebuilt after the table is reordered or shrunk.
+    std::unordered_map<std::string, int> m_function_index;
+    bool m_function_index_valid = true;
+    void invalidate_function_index() { m_function_index_valid = false; }
+    void add_function(std::unique_ptr<Function> function);
     int m_current_function = -1;
     int m_expansions = 0; // function calls expanded in this evaluation, bounded against cycles
     size_t m_original_length = 0;

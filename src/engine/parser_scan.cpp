@@ -4,6 +4,7 @@
 #include "evaluation_aborted.h"
 
 #include <cstring>
+#include <vector>
 
 namespace quorvex::engine {
 
@@ -143,32 +144,38 @@ void Parser::insert_brackets(std::string& text, int mode) {
     std::string saved;
     if (!own_text) std::swap(saved, m_expression), m_expression = text;
     const char open = mode == 1 ? '(' : '[';
+    // Each opening bracket's partner, whatever the shapes: the first closing bracket behind it at
+    // its own depth. Found in one pass, so that a line of many calls costs no more than its length.
+    std::vector<size_t> partner(m_expression.size(), std::string::npos);
+    std::vector<size_t> opened;
+    for (size_t p = 0; p < m_expression.size(); ++p) {
+        const char c = m_expression[p];
+        if (c == '(' || c == '[') {
+            opened.push_back(p);
+        } else if ((c == ')' || c == ']') && !opened.empty()) {
+            partner[opened.back()] = p;
+            opened.pop_back();
+        }
+    }
+    // Only a text with an '=' can declare a function; the test is made once, not for every name.
+    const bool may_declare = m_expression.find('=') != std::string::npos;
     m_input_start = m_input_pos = 0;
     m_scanning = true;
-    int nesting = 0; // deliberately kept across calls in one line, as a partner search may end at the end
     while (get_token() && !m_token.empty()) {
         if (m_token_kind != VARIABLE) continue;
         const size_t behind = m_input_pos;
-        const bool function =
-            is_function(m_token.c_str()) || is_internal_function(m_token.c_str()) ||
-            is_library_function(m_token.c_str()) || is_function_declaration();
+        // A blank between the name and its bracket means no call: "sin (x)" stays as it is. A call
+        // opened with the other shape keeps it, and its partner is still matched: "sin[x)" balances.
+        if (at(behind) != '(' && at(behind) != '[') continue;
+        const bool function = is_function(m_token.c_str()) || is_internal_function(m_token.c_str()) ||
+                              is_library_function(m_token.c_str()) || (may_declare && is_function_declaration());
         m_input_pos = behind;
-        // A blank between the name and its bracket means no call: "sin (x)" stays as it is.
-        if (!function || at(behind) != open) continue;
-        m_expression[behind] = mode == 1 ? '[' : '(';
-        for (size_t p = behind + 1; p < m_expression.size(); ++p) {
-            const char c = m_expression[p];
-            if (c == '(' || c == '[') {
-                ++nesting;
-            } else if (c == ')' || c == ']') {
-                if (nesting == 0) {
-                    if (mode == 1 && c == ')') m_expression[p] = ']';
-                    if (mode == 0 && c == ']') m_expression[p] = ')';
-                    break;
-                }
-                --nesting;
-            }
-        }
+        if (!function) continue;
+        if (at(behind) == open) m_expression[behind] = mode == 1 ? '[' : '(';
+        const size_t close = partner[behind];
+        if (close == std::string::npos) continue;
+        if (mode == 1 && m_expression[close] == ')') m_expression[close] = ']';
+        if (mode == 0 && m_expression[close] == ']') m_expression[close] = ')';
     }
     m_input_pos = 0;
     if (!own_text) text = m_expression, std::swap(saved, m_expression);

@@ -105,3 +105,23 @@ TEST(Tokeniser, BracketHelpers) {
     Parser::remove_end_spaces(blank);
     EXPECT_EQ(blank, "");
 }
+
+TEST(Tokeniser, CallBracketsFindTheirPartnersAtAnyDepthInOnePass) {
+    Parser parser;
+    parser.eval_exp("f(x) = x*2", true, false, false);
+    std::string text = "f(f[f(1)) + (2)] + g(3)";
+    parser.insert_brackets(text, 1);
+    EXPECT_EQ(text, "f[f[f[1]] + (2)] + g(3)"); // only calls change; g is no function
+    parser.insert_brackets(text, 0);
+    EXPECT_EQ(text, "f(f(f(1)) + (2)) + g(3)");
+    // A line of a hundred thousand open calls is refused at once (the search for partners used to
+    // take a quarter of a minute), and a deep but balanced line still gets its own message.
+    std::string open_calls;
+    for (int i = 0; i < 100000; ++i) open_calls += "f(";
+    parser.eval_exp(open_calls.c_str(), true, false, false);
+    EXPECT_STREQ(parser.GetLastError(), "Unbalanced function brackets in expression!");
+    std::string deep = "1";
+    for (int i = 0; i < 5000; ++i) deep = "f(" + deep + ")";
+    parser.eval_exp(deep.c_str(), true, false, false);
+    EXPECT_TRUE(parser.IsAnError());
+}
