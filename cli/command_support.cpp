@@ -81,6 +81,9 @@ void refuse_variable_in(CommandContext& context, const std::string& text, std::s
 }
 
 std::string format_answer(CommandContext& context, engine::complex value) {
+    // A result beyond the range of a double overflowed on its way; it is never shown as a number.
+    if (!std::isfinite(value.real()) || !std::isfinite(value.imag()))
+        calculation_failure("A Floating Point Overflow Has Occured!");
     engine::Parser& parser = context.parser;
     // The stream settings the Parser gives the text of an answer.
     const engine::PrecformType& format = parser.answer_format();

@@ -36,8 +36,11 @@ QvxMatrix read_matrix(CommandContext& context, const std::string& text, const ch
     return matrix;
 }
 
+constexpr const char* k_overflow = "A Floating Point Overflow Has Occured!";
+
 // The matrix with its cells written as answers.
 std::string matrix_answer(CommandContext& context, const QvxMatrix& matrix) {
+    if (matrix.Overflowed()) calculation_failure(k_overflow);
     QvxMatrix shown(matrix);
     for (int i = 0; i < matrix.NumRows(); ++i)
         for (int j = 0; j < matrix.NumCols(); ++j)
@@ -87,7 +90,9 @@ void run_unary(CommandContext& context, const std::string& name, QvxMatrix& a) {
     std::string text;
     if (name == "det") {
         require_square(a, name);
-        context.out << format_answer(context, QvxMatrix::Determinant(a, text)) << '\n';
+        const long double determinant = QvxMatrix::Determinant(a, text);
+        if (!QvxMatrix::fits_a_double(determinant)) calculation_failure(k_overflow);
+        context.out << format_answer(context, determinant) << '\n';
     } else if (name == "inv") {
         require_square(a, name);
         if (!QvxMatrix::Inverse(a)) calculation_failure("the matrix is singular: it has no inverse");
@@ -98,6 +103,7 @@ void run_unary(CommandContext& context, const std::string& name, QvxMatrix& a) {
         require_square(a, name);
         long double trace = 0;
         QvxMatrix::Trace(a, text, trace);
+        if (!QvxMatrix::fits_a_double(trace)) calculation_failure(k_overflow);
         context.out << format_answer(context, trace) << '\n';
     } else if (name == "transpose") {
         QvxMatrix::Transpose(a);

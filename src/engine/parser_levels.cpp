@@ -297,6 +297,8 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
         get_token(); // the "["
         get_token(); // the first token of the parameters
         value = m_builtins->call(function, *this, out);
+        // A result beyond the range of a double is an overflow, never a number shown as 0.
+        if (!std::isfinite(value.real()) || !std::isfinite(value.imag())) mathlib_exception(34, function);
         if (m_token != "]") parser_exception(3);
         get_token();
         if (m_token == "(" || m_token_kind == VARIABLE || m_token_kind == NUMBER) m_implied_mult = true;

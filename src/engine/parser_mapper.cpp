@@ -4,6 +4,8 @@
 
 #include "evaluation_aborted.h"
 
+#include <cmath>
+
 namespace quorvex::engine {
 
 namespace {
@@ -134,6 +136,15 @@ complex Parser::solve_equation(int equation, bool reset, bool quiet, bool) {
         if (machine.top + 1 > m_max_stack_depth) m_max_stack_depth = machine.top + 1;
         ++program.instruction_cursor;
         if (IsAnError()) break;
+        // A step whose result left the range of a double overflowed: the run fails, as the
+        // evaluator does, rather than carry an infinity that later reads as 0.
+        if (machine.top >= 0 && machine.top < static_cast<int>(machine.stack.size())) {
+            const complex& top = machine.stack[static_cast<size_t>(machine.top)];
+            if (!std::isfinite(top.real()) || !std::isfinite(top.imag())) {
+                parser_exception(26);
+                break;
+            }
+        }
     }
     SetSolvingMap(false);
     SetSilentMode(saved_silent);

@@ -43,7 +43,10 @@ constexpr ScalarStep k_steps[] = {
     {NORM, 49, 1, [](K&, Z z, Z, int) { return complex(std::norm(z), 0); }},
     {CMAG, 50, 1,
      [](K&, Z z, Z, int) {
-         return complex(static_cast<double>(std::sqrt(static_cast<long double>(std::norm(z)))), 0);
+         // The square is taken in long double, whose range holds it: a magnitude that fits a
+         // double must not overflow on the way.
+         const long double re = z.real(), im = z.imag();
+         return complex(static_cast<double>(std::sqrt(re * re + im * im)), 0);
      }},
     {CANGLE, 51, 1, [](K& k, Z z, Z, int) { return k._angle(z); }},
     {PTOC, 52, 2, [](K& k, Z a, Z b, int f) { return k._polar(a, b, f); }},

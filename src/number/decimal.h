@@ -81,6 +81,7 @@ public:
     static Decimal lift(double x) {
         std::int64_t mantissa = 0;
         int exponent = 0;
+        if (std::isinf(x)) return overflowed(x < 0); // an overflow stays one, it never turns into 0
         if (!lift_digits(x, mantissa, exponent)) return Decimal();
         Value value(static_cast<long long>(mantissa));
         value *= power_of_ten(exponent);
@@ -90,6 +91,7 @@ public:
     // long doubles mostly come from doubles); one with more bits takes the same rule on its own
     // shortest text.
     static Decimal lift(long double x) {
+        if (std::isinf(x)) return overflowed(x < 0);
         if (!std::isfinite(x) || x == 0) return Decimal();
         if (std::fabs(x) <= (std::numeric_limits<double>::max)()) {
             const double narrow = static_cast<double>(x);
@@ -187,6 +189,13 @@ public:
     }
 
 private:
+    // The largest value of a sign: what an infinite double lifts to, and what lands as one again.
+    static Decimal overflowed(bool negative) {
+        Decimal result;
+        result.m_value = (std::numeric_limits<Value>::max)();
+        if (negative) result.m_value = -result.m_value;
+        return result;
+    }
     void saturate() {
         if (boost::multiprecision::isnan(m_value))
             m_value = 0;

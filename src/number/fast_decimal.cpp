@@ -1,5 +1,6 @@
 #include "fast_decimal.h"
 
+#include "decimal.h"
 #include "lift_digits.h"
 
 #include <bit>
@@ -125,9 +126,18 @@ double sum(const Lifted& a, const Lifted& b) {
 
 } // namespace
 
-double decimal_add(double a, double b) { return sum(lift(a), lift(b)); }
+// An infinite operand (an overflow on its way to being reported) takes the decimal type's own
+// rule: rare, so it may be slow, and it must never read as the zero a failed lift gives.
+bool beyond_range(double a, double b) { return std::isinf(a) || std::isinf(b); }
+using Slow = Decimal<14>;
+
+double decimal_add(double a, double b) {
+    if (beyond_range(a, b)) return (Slow::lift(a) + Slow::lift(b)).to_double();
+    return sum(lift(a), lift(b));
+}
 
 double decimal_sub(double a, double b) {
+    if (beyond_range(a, b)) return (Slow::lift(a) - Slow::lift(b)).to_double();
     Lifted negated = lift(b);
     negated.mantissa = -negated.mantissa;
     return sum(lift(a), negated);
@@ -137,11 +147,13 @@ double decimal_mul(double a, double b) {
     // A zero factor (the imaginary part of most products) gives +0 whatever the other is, as the
     // lifted product would: no lift needed.
     if (a == 0 || b == 0) return 0.0;
+    if (beyond_range(a, b)) return (Slow::lift(a) * Slow::lift(b)).to_double();
     const Lifted x = lift(a), y = lift(b);
     return to_double(static_cast<Wide>(x.mantissa) * y.mantissa, x.exponent + y.exponent);
 }
 
 double decimal_div(double a, double b) {
+    if (beyond_range(a, b)) return (Slow::lift(a) / Slow::lift(b)).to_double();
     Lifted x = lift(a), y = lift(b);
     if (x.mantissa == 0 || y.mantissa == 0) return 0.0;
     // Both mantissas to 14 digits, then 17 more digits of quotient than needed: the quotient

@@ -5,6 +5,7 @@
 #include "number/decimal_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -37,6 +38,13 @@ bool QvxMatrix::IsMatrixEmpty() const {
         for (int j = 0; j < m_cols; ++j)
             if (GetStrValue(i, j)) return false;
     return true;
+}
+
+bool QvxMatrix::Overflowed() const {
+    for (int i = 0; i < m_rows; ++i)
+        for (int j = 0; j < m_cols; ++j)
+            if (GetStrValue(i, j) && !fits_a_double(GetValue(i, j))) return true;
+    return false;
 }
 
 void QvxMatrix::InitMatrixArray() {

@@ -1,5 +1,7 @@
 #pragma once
 #include <array>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +38,12 @@ public:
     bool SetSize(int rows, int columns);
     // True when no cell within the used size holds text.
     bool IsMatrixEmpty() const;
+    // True when a used cell holds a value beyond the range of a double: an operation overflowed.
+    bool Overflowed() const;
+    // Whether a value read from a cell (a long double, whose range is wider) fits a double.
+    static bool fits_a_double(long double value) {
+        return std::fabs(value) <= static_cast<long double>(std::numeric_limits<double>::max());
+    }
     // Empties every cell, used or not.
     void InitMatrixArray();
     // Gives each empty cell within the used size the text.

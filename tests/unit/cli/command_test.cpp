@@ -207,6 +207,24 @@ TEST(MatrixCommand, OperationsOnMatrixText) {
     EXPECT_EQ(run({"matrix", "solve", "[[1,2],[2,4]]", "[[1],[2]]"}).status, 1);
 }
 
+TEST(Commands, AResultBeyondTheRangeOfADoubleIsAnOverflowNotAZero) {
+    for (const std::vector<const char*>& args :
+         {std::vector<const char*>{"matrix", "det", "[[1e+200,0],[0,1e+200]]"},
+          {"matrix", "mul", "[[1e+300]]", "[[1e+300]]"}, {"matrix", "scale", "[[1e+300]]", "1e+300"},
+          {"matrix", "add", "[[9e+307]]", "[[9e+307]]"}, {"integrate", "EXP(x)", "x", "700", "720"}}) {
+        const Outcome outcome = run(args);
+        EXPECT_EQ(outcome.status, 1) << args[1];
+        EXPECT_EQ(outcome.out, "") << args[1];
+        EXPECT_NE(outcome.err.find("verflow"), std::string::npos) << args[1] << ": " << outcome.err;
+    }
+    // A mapped run reports the overflow on the points where it happens and goes on.
+    const Outcome mapped = run({"map", "EXP(x)", "x", "700", "720", "3"});
+    EXPECT_EQ(mapped.status, 1);
+    EXPECT_EQ(mapped.out, "700\t1.014232054735e+304\n710\terror: A floating point overflow has occured!\n"
+                          "720\terror: A floating point overflow has occured!\n");
+    EXPECT_EQ(run({"map", "EXP(x)*0", "x", "700", "720", "3"}).status, 1);
+}
+
 TEST(MatrixCommand, TheDecompositionMultipliesBackToTheMatrix) {
     const char* a = "[[1,2,3],[4,5,6]]";
     std::istringstream lines(run({"matrix", "lu", a}).out);

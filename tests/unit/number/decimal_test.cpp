@@ -60,7 +60,9 @@ TEST(DecimalText, RoundTripThroughFifteenDigitsRemovesBinaryNoise) {
     EXPECT_EQ((Decimal14::lift(1.0) / Decimal14::lift(3.0)).to_double(), 0.333333333333333);
     EXPECT_EQ((Decimal14::lift(1.0000000000001) * Decimal14::lift(1.05)).to_text(14), "1.05000000000011E+0");
     EXPECT_EQ(Decimal14::lift(0.1 + 0.2).to_text(-1), "3E-1"); // 14 digits hide the binary tail
-    EXPECT_EQ(Decimal14::lift(1.0 / 0.0).to_text(0), "0E+0");
+    // An overflow stays one: an infinity lifts to the largest value and lands as an infinity.
+    EXPECT_EQ(Decimal14::lift(-HUGE_VAL).to_double(), -HUGE_VAL);
+    EXPECT_EQ((Decimal14::lift(HUGE_VAL) * Decimal14::lift(1e-300)).to_double(), HUGE_VAL);
     // A tie at the 15th digit goes away from zero, as the number was written.
     EXPECT_EQ(Decimal14::lift(123456789012345.0).to_text(-1), "1.2345678901235E+14");
     EXPECT_EQ(Decimal14::lift(-99999999999999.5).to_text(-1), "-1E+14");
