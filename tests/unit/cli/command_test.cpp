@@ -211,7 +211,7 @@ TEST(Commands, AResultBeyondTheRangeOfADoubleIsAnOverflowNotAZero) {
     for (const std::vector<const char*>& args :
          {std::vector<const char*>{"matrix", "det", "[[1e+200,0],[0,1e+200]]"},
           {"matrix", "mul", "[[1e+300]]", "[[1e+300]]"}, {"matrix", "scale", "[[1e+300]]", "1e+300"},
-          {"matrix", "add", "[[9e+307]]", "[[9e+307]]"}, {"integrate", "EXP(x)", "x", "700", "720"}}) {
+          {"matrix", "add", "[[9*1e+307]]", "[[9*1e+307]]"}, {"integrate", "EXP(x)", "x", "700", "720"}}) {
         const Outcome outcome = run(args);
         EXPECT_EQ(outcome.status, 1) << args[1];
         EXPECT_EQ(outcome.out, "") << args[1];
