@@ -109,7 +109,6 @@ int run_derive(CommandContext& context) {
     refuse_variable_in(context, args[2], "X", args[1]);
     const long double x = evaluate_real(context, args[2], "X");
     const long double step = evaluate_real(context, context.options.step.value_or(k_default_step), "--step");
-    if (step == 0) usage_failure("--step must not be 0");
     const int order = context.options.order.value_or(1);
     RunVariable variable(context, args[1]);
     const MappedEquation equation(context, args[0], variable, {x, x + step, x - step});

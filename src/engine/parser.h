@@ -499,6 +499,7 @@ private:
     int m_max_stack_depth = 0;
     bool m_quiet = false;
     Host* m_host = nullptr;
+    bool m_slope_unresolved = false; // the last Slope's values differed only by rounding
     long double m_trapezoid_sum = 0; // the running sum of the trapezoid stages
     // Calculus helpers: one evaluation of the equation, and the host's moment before one.
     bool evaluate_at(int equation, const char* variable, long double x, long double& y);

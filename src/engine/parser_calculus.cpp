@@ -174,6 +174,39 @@ bool Parser::Slope(int equation, const char* variable, const long double& x, con
             }
             *value = result.real();
         }
+    } else if (order >= 3) {
+        // The third derivative from one central stencil, whose error is a series in even powers
+        // of the step as the first difference's is, so that the same extrapolation applies:
+        // (f(x+2h) - 2 f(x+h) + 2 f(x-h) - f(x-2h)) / (2 h^3). Differences of extrapolated second
+        // derivatives, as the lower orders nest, lose the third derivative in their noise.
+        const long double twice = m.real_mult(2, offset);
+        long double values[4] = {};
+        const long double points[4] = {m.real_add(x, twice), m.real_add(x, offset), m.real_sub(x, offset),
+                                       m.real_sub(x, twice)};
+        for (int k = 0; k < 4; ++k) {
+            if (!breathe()) {
+                restore();
+                return false;
+            }
+            set_var_value(complex(static_cast<double>(points[k]), 0), variable);
+            const complex result = solve_equation(equation, false, true, false);
+            if (IsAnError()) {
+                restore();
+                return true;
+            }
+            if (result.imag() > 1e-14 && result.imag() > m_answer_format.zero_precision) {
+                mapper_exception(6, true);
+                restore();
+                return true;
+            }
+            values[k] = result.real();
+        }
+        // Written as f1 - f2 over 2h, like the lower orders: f1 the outer pair, f2 the inner.
+        f1 = m.real_sub(values[0], values[3]);
+        f2 = m.real_mult(2, m.real_sub(values[1], values[2]));
+        const long double h2 = m.real_mult(offset, offset);
+        f1 = m.real_div(f1, h2);
+        f2 = m.real_div(f2, h2);
     } else {
         f1 = Derivative(equation, variable, m.real_add(x, offset), step, order - 1, tolerance, refine);
         if (IsAnError()) {
@@ -186,6 +219,11 @@ bool Parser::Slope(int equation, const char* variable, const long double& x, con
             return true;
         }
     }
+    // Values that agree in all but their last two digits no longer tell the slope: what they
+    // differ by is rounding. The nested orders meet this first, and exact ties there used to
+    // look like a perfectly converged derivative of 0.
+    m_slope_unresolved = m.real_abs(m.real_sub(f1, f2)) <= 1e-13L * std::max(m.real_abs(f1), m.real_abs(f2)) &&
+                         (f1 != 0 || f2 != 0);
     slope = m.real_div(m.real_sub(f1, f2), m.real_mult(2, offset));
     restore();
     return IsAnError() && !stopped();
@@ -197,21 +235,46 @@ long double Parser::Derivative(int equation, const char* variable, const long do
         Mathematics& m = m_math;
         const long double zero = m_answer_format.zero_precision;
         long double best = 1e307L;
-        if (step == 0) mapper_exception(4, refine); // reported; the calculation goes on
+        if (step == 0) {
+            // Every slope would divide by the zero step.
+            mapper_exception(4, refine);
+            return 0.0L;
+        }
+        if (static_cast<double>(x + step) == static_cast<double>(x) ||
+            static_cast<double>(x - step) == static_cast<double>(x))
+            special_exception("The step size is too small to move away from the point in the derivative algorithm!",
+                              nullptr);
+        // Where the function itself is not defined it has no derivative, whatever the slopes
+        // around the point suggest: its own message is the answer.
+        const complex saved = get_var_value(variable);
+        long double at_point = 0;
+        const bool defined = evaluate_at(equation, variable, x, at_point);
+        set_var_value(saved, variable);
+        if (!defined) return 0.0L;
         std::array<std::array<long double, k_ridders_size + 1>, k_ridders_size + 1> a{};
+        // The third derivative's stencil divides by the cube of the step, so a step ten times
+        // smaller makes its rounding a thousand times larger: it shrinks the step by the
+        // published ratio of 1.4 instead, and stops as soon as the extrapolation gets worse by
+        // twice its best error estimate.
+        const bool third = order >= 3;
+        const long double ratio = third ? 1.4L : 10.0L;
+        const long double ratio_squared = m.real_mult(ratio, ratio);
         long double hh = step;
         if (Slope(equation, variable, x, hh, step, order, tolerance, a[1][1], true)) return 0.0L;
         long double answer = a[1][1];
         if (!refine) return answer; // the single slope, not extrapolated
         for (int i = 2; i <= k_ridders_size; ++i) {
             const size_t col = static_cast<size_t>(i);
-            hh = m.real_div(hh, 10);
+            hh = m.real_div(hh, ratio);
             if (Slope(equation, variable, x, hh, step, order, tolerance, a[1][col], refine)) return answer;
-            long double factor = 100;
+            // A step too small for the values to tell the slope ends the refinement: the
+            // columns from here on hold rounding, not information.
+            if (m_slope_unresolved) break;
+            long double factor = ratio_squared;
             for (size_t j = 2; j <= col; ++j) {
                 a[j][col] = m.real_div(m.real_sub(m.real_mult(a[j - 1][col], factor), a[j - 1][col - 1]),
                                        m.real_sub(factor, 1));
-                factor = m.real_mult(100, factor);
+                factor = m.real_mult(ratio_squared, factor);
                 const long double error = std::max(m.real_abs(m.real_sub(a[j][col], a[j - 1][col])),
                                                    m.real_abs(m.real_sub(a[j][col], a[j - 1][col - 1])));
                 if (stopped()) break;
@@ -222,6 +285,7 @@ long double Parser::Derivative(int equation, const char* variable, const long do
             }
             const long double d = m.real_abs(m.real_sub(a[col][col], a[col - 1][col - 1]));
             if (is_less_equal(m.real_abs(best), m.real_mult(tolerance, d))) break;
+            if (third && is_less_equal(m.real_mult(2, best), d)) break;
             if (is_less_equal(m.real_add(m.real_abs(best), d), zero)) break;
             if (stopped()) break;
         }

@@ -136,6 +136,30 @@ TEST(CalculusCommands, IntegralsAndDerivativesOfMappedExpressions) {
     EXPECT_EQ(run({"derive", "x^0.5", "x", "4"}).out, "0.25\n");
 }
 
+TEST(CalculusCommands, ThirdDerivativesAndPointsWhereTheFunctionIsUndefined) {
+    // Reference values from mpmath: e^0 = 1, -cos(1) = -0.54030230586813971740, and the third
+    // derivative of e^(x^2) at 0.3 = 4.1753690666190827256.
+    EXPECT_EQ(run({"derive", "x^5", "x", "2", "--order", "3"}).out, "240\n");
+    EXPECT_EQ(run({"--angle", "rad", "derive", "EXP(x)", "x", "0", "--order", "3"}).out, "1\n");
+    EXPECT_EQ(run({"--angle", "rad", "derive", "SIN(x)", "x", "1", "--order", "3"}).out, "-0.540302\n");
+    EXPECT_EQ(run({"derive", "EXP(x^2)", "x", "0.3", "--order", "3"}).out, "4.17537\n");
+    for (const char* step : {"1", "0.5", "0.01"})
+        EXPECT_EQ(run({"derive", "x^5", "x", "2", "--order", "3", "--step", step}).out, "240\n") << step;
+
+    // No derivative where the function itself fails: its own message, not a slope of the sides.
+    Outcome outcome = run({"derive", "1/x", "x", "0"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "error: Division By Zero Encountered!\n");
+    outcome = run({"derive", "TAN(x)", "x", "90", "--order", "2"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.err.find("TAN, the function can not be evaluated"), std::string::npos) << outcome.err;
+    // A zero step is the derivative algorithm's own refusal.
+    outcome = run({"derive", "x^2", "x", "1", "--step", "0"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "error: Step size is zero in derivative algorithm!\n");
+}
+
 TEST(CalculusCommands, BuiltInFunctionsRunInsideMappedExpressions) {
     // Six digits by default: the default accuracy leaves noise in the ninth.
     EXPECT_EQ(run({"--angle", "rad", "integrate", "SIN(x)", "x", "0", "PI"}).out, "2\n");
@@ -246,7 +270,6 @@ TEST(Commands, BadInputIsAUsageErrorAndAFailedLineStopsTheCommand) {
         {"map", "x", "x", "0", "1/0", "3"},               // a limit that fails
         {"integrate", "x", "x", "0", "1+i"},              // a limit that is not real
         {"integrate", "x", "x", "0", "1", "--step", "1"}, // another command's option
-        {"derive", "x", "x", "1", "--step", "0"},
         {"roots", "x", "x", "1", "1", "101"},
         {"polyroots", "1"},
         {"polyroots", "0", "1", "2"},

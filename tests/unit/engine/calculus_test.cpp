@@ -53,7 +53,7 @@ TEST(Calculus, DerivativesOfEachOrderExtrapolateToTheExactValue) {
     long double tolerance = 1e-10L;
     EXPECT_NEAR(static_cast<double>(parser.Derivative(cube, "x", 2, 0.1L, 1, tolerance, true)), 12, 1e-9);
     EXPECT_NEAR(static_cast<double>(parser.Derivative(cube, "x", 2, 0.1L, 2, tolerance, true)), 12, 1e-6);
-    EXPECT_NEAR(static_cast<double>(parser.Derivative(cube, "x", 2, 0.1L, 3, tolerance, true)), 6, 1e-3);
+    EXPECT_NEAR(static_cast<double>(parser.Derivative(cube, "x", 2, 0.1L, 3, tolerance, true)), 6, 1e-7);
     EXPECT_EQ(parser.get_var_value("x"), complex(1, 0)); // the variable is put back
     EXPECT_FALSE(parser.IsAnError());
 
