@@ -97,10 +97,17 @@ int run_integrate(CommandContext& context) {
 
     const long double integral = context.parser.RombIntegrate(equation.number(), variable.name(), limits.low,
                                                               limits.high, accuracy, true);
-    if (context.parser.IsAnError()) calculation_failure(last_error(context.parser));
+    // The method's best estimate, when it could not meet the accuracy, is shown with a warning
+    // and a failed status: it is not the answer asked for.
+    const char* const not_converged = engine::Parser::integral_not_converged_message();
+    if (context.parser.IsAnError() && last_error(context.parser) != not_converged)
+        calculation_failure(last_error(context.parser));
     show_tool_digits(context);
     context.out << format_answer(context, integral) << '\n';
-    return 0;
+    if (context.parser.integral_converged()) return 0;
+    context.out.flush();
+    context.err << "warning: " << not_converged << '\n';
+    return 1;
 }
 
 int run_derive(CommandContext& context) {

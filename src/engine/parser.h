@@ -295,6 +295,12 @@ public:
     // Romberg integration; mapper error 3 (by `quiet`) after 20 stages, with the last estimate.
     long double RombIntegrate(int equation, const char* variable, long double lower, long double upper,
                               long double accuracy, bool quiet);
+    // Whether the last RombIntegrate met its accuracy (or found a true zero). False after it gave
+    // its best estimate because the estimates began to grow, ran out of stages, failed or was
+    // stopped: a value returned then is no answer to the accuracy asked for.
+    bool integral_converged() const { return m_integral_converged; }
+    // The text that tells a user the integral did not meet its accuracy.
+    static const char* integral_not_converged_message();
     // The extended trapezoid rule at `stage` (from 1), refining the running sum of the stages before.
     long double Trapazoid(int equation, const char* variable, long double lower, long double upper, int stage);
     // Neville's interpolation of the n points xa[1..n], ya[1..n] at x: value and last correction.
@@ -499,6 +505,7 @@ private:
     int m_max_stack_depth = 0;
     bool m_quiet = false;
     Host* m_host = nullptr;
+    bool m_integral_converged = false;
     bool m_slope_unresolved = false; // the last Slope's values differed only by rounding
     long double m_trapezoid_sum = 0; // the running sum of the trapezoid stages
     // Calculus helpers: one evaluation of the equation, and the host's moment before one.

@@ -3,6 +3,7 @@
 // significant digits (Mathematics::real_*), and comparisons lift their operands at 14 digits.
 #include "parser.h"
 
+#include "error_tables.h"
 #include "evaluation_aborted.h"
 
 #include <array>
@@ -114,9 +115,12 @@ void Parser::PolyInterpolate(const long double* xa, const long double* ya, int n
     }
 }
 
+const char* Parser::integral_not_converged_message() { return mapper_messages()[3]; }
+
 long double Parser::RombIntegrate(int equation, const char* variable, long double lower, long double upper,
                                   long double accuracy, bool quiet) {
     ClearLastError();
+    m_integral_converged = false;
     return guarded(*this, 0.0L, [&]() -> long double {
         Mathematics& m = m_math;
         const long double zero = m_answer_format.zero_precision;
@@ -136,9 +140,17 @@ long double Parser::RombIntegrate(int equation, const char* variable, long doubl
                     first = false;
                 }
                 // The three tests, in this order.
-                if (is_less_equal(m.real_abs(dss), m.real_mult(accuracy, m.real_abs(ss)))) return ss;
-                if (is_less_equal(m.real_add(m.real_abs(dss), m.real_abs(ss)), zero)) return 0;
-                if (is_less(m.real_abs(previous), m.real_abs(dss))) return ss; // the estimate began to grow
+                if (is_less_equal(m.real_abs(dss), m.real_mult(accuracy, m.real_abs(ss)))) {
+                    m_integral_converged = true;
+                    return ss;
+                }
+                if (is_less_equal(m.real_add(m.real_abs(dss), m.real_abs(ss)), zero)) {
+                    m_integral_converged = true;
+                    return 0;
+                }
+                // The estimate began to grow: the best value so far, which did not reach the
+                // accuracy (integral_converged() stays false for the caller to say so).
+                if (is_less(m.real_abs(previous), m.real_abs(dss))) return ss;
                 previous = dss;
             }
             h[static_cast<size_t>(j + 1)] = m.real_mult(0.25L, h[static_cast<size_t>(j)]);

@@ -160,6 +160,20 @@ TEST(CalculusCommands, ThirdDerivativesAndPointsWhereTheFunctionIsUndefined) {
     EXPECT_EQ(outcome.err, "error: Step size is zero in derivative algorithm!\n");
 }
 
+TEST(CalculusCommands, AnIntegralThatMissesItsAccuracySaysSo) {
+    // 2^18 points over a million radians cannot follow the sine (the integral is 1 - cos(1e6) =
+    // 0.06340207): the best estimate is shown, with a warning and a failed status.
+    const Outcome missed = run({"--angle", "rad", "integrate", "SIN(x)", "x", "0", "1e+6"});
+    EXPECT_EQ(missed.status, 1);
+    EXPECT_FALSE(missed.out.empty());
+    EXPECT_EQ(missed.err, "warning: Then integration algorithm could not converge within the specified accuracy to "
+                          "obtain a solution!\n");
+    const Outcome met = run({"integrate", "x^2", "x", "0", "3"});
+    EXPECT_EQ(met.status, 0);
+    EXPECT_EQ(met.out, "9\n");
+    EXPECT_EQ(met.err, "");
+}
+
 TEST(CalculusCommands, BuiltInFunctionsRunInsideMappedExpressions) {
     // Six digits by default: the default accuracy leaves noise in the ninth.
     EXPECT_EQ(run({"--angle", "rad", "integrate", "SIN(x)", "x", "0", "PI"}).out, "2\n");
