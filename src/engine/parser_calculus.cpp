@@ -6,8 +6,10 @@
 #include "error_tables.h"
 #include "evaluation_aborted.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace quorvex::engine {
 
@@ -319,70 +321,88 @@ long double Parser::GetY(int equation, const char* variable, long double x, long
 
 bool Parser::Root(int equation, const char* variable, long double x1, long double x2, long double accuracy,
                   int max_iterations, long double& root, bool) {
+    // Brent's method: inverse quadratic interpolation and secant steps where they stay inside the
+    // bracket and shrink it fast enough, bisection where they do not. The bracket always holds
+    // a change of sign, so the answer lies between x1 and x2; a bracket that closes on a point
+    // where the function fails or grows without bound (a pole) holds no root.
     ClearLastError();
     return guarded(*this, false, [&]() -> bool {
-        Mathematics& m = m_math;
         const long double zero = m_answer_format.zero_precision;
         long double ymax = -1e-307L, ymin = 1e-307L;
         bool converged = false;
         const auto failed = [&] { return IsAnError() || stopped(); };
+        const auto f = [&](long double x, long double& y) {
+            y = GetY(equation, variable, x, accuracy, ymax, ymin, converged);
+            return !failed();
+        };
 
-        long double f1 = GetY(equation, variable, x1, accuracy, ymax, ymin, converged);
-        if (failed()) return false;
-        if (is_less_equal(m.real_abs(f1), zero)) {
+        long double fa = 0, fb = 0;
+        if (!f(x1, fa)) return false;
+        if (std::fabs(fa) <= zero) {
             root = x1;
             return true;
         }
-        long double f2 = GetY(equation, variable, x2, accuracy, ymax, ymin, converged);
-        if (failed()) return false;
-        if (is_less_equal(m.real_abs(f2), zero)) {
+        if (!f(x2, fb)) return false;
+        if (std::fabs(fb) <= zero) {
             root = x2;
             return true;
         }
-        if (is_less(0, m.real_mult(f1, f2))) return false; // no change of sign
+        if ((fa > 0) == (fb > 0)) return false; // no change of sign
+        // How small the function must become for a root: far below its size at the ends.
+        const long double small = std::max(zero, 1e-6L * std::min(std::fabs(fa), std::fabs(fb)));
 
-        long double xm = x1;
+        constexpr long double k_epsilon = std::numeric_limits<double>::epsilon();
+        long double a = x1, b = x2, c = x2, fc = fb, d = b - a, e = d;
         for (int iteration = 0; iteration < max_iterations; ++iteration) {
-            xm = m.real_div(m.real_add(x1, x2), 2);
-            if (is_less(m.real_abs(m.real_sub(x2, x1)), accuracy)) {
-                root = xm;
-                return true;
+            if ((fb > 0) == (fc > 0)) {
+                c = a, fc = fa;
+                e = d = b - a;
             }
-            long double fm = GetY(equation, variable, xm, accuracy, ymax, ymin, converged);
-            if (failed()) return false;
-            if (converged) {
-                root = xm;
-                return true;
+            if (std::fabs(fc) < std::fabs(fb)) {
+                a = b, b = c, c = a;
+                fa = fb, fb = fc, fc = fa;
             }
-            const long double d1 = m.real_sub(fm, f1), d2 = m.real_sub(f2, fm);
-            if (d1 != 0 && d2 != 0) {
-                // Inverse quadratic interpolation through both ends and the midpoint.
-                const long double d3 = m.real_sub(f2, f1);
-                const long double b = m.real_div(m.real_sub(xm, x1), d1);
-                const long double c = m.real_div(m.real_sub(d1, d2), m.real_mult(d2, d3));
-                if (!is_less(m.real_mult(f2, d3), m.real_mult(m.real_mult(2, fm), d1))) {
-                    const long double xn =
-                        m.real_sub(x1, m.real_mult(m.real_mult(b, f1), m.real_sub(1, m.real_mult(c, fm))));
-                    const long double fn = GetY(equation, variable, xn, accuracy, ymax, ymin, converged);
-                    if (failed()) return false;
-                    if (converged) {
-                        root = xn;
-                        return true;
-                    }
-                    if (is_less(m.real_mult(fn, f1), 0)) {
-                        xm = xn;
-                        fm = fn;
-                    } else {
-                        x1 = xn;
-                        f1 = fn;
-                    }
+            const long double tolerance = 2 * k_epsilon * std::fabs(b) + 0.5L * accuracy;
+            const long double half = 0.5L * (c - b);
+            if (std::fabs(half) <= tolerance || fb == 0) break;
+            if (std::fabs(e) >= tolerance && std::fabs(fa) > std::fabs(fb)) {
+                const long double s = fb / fa;
+                long double p = 0, q = 0;
+                if (a == c) {
+                    p = 2 * half * s;
+                    q = 1 - s;
+                } else {
+                    const long double qa = fa / fc, r = fb / fc;
+                    p = s * (2 * half * qa * (qa - r) - (b - a) * (r - 1));
+                    q = (qa - 1) * (r - 1) * (s - 1);
                 }
+                if (p > 0) q = -q;
+                p = std::fabs(p);
+                if (2 * p < std::min(3 * half * q - std::fabs(tolerance * q), std::fabs(e * q))) {
+                    e = d;
+                    d = p / q;
+                } else {
+                    d = half;
+                    e = d;
+                }
+            } else {
+                d = half;
+                e = d;
             }
-            // The upper end moves to the midpoint whatever the sign there: the bracket may be lost.
-            x2 = xm;
-            f2 = fm;
+            a = b, fa = fb;
+            b += std::fabs(d) > tolerance ? d : (half > 0 ? tolerance : -tolerance);
+            // The function sees the abscissa as a double: the bracket is kept in the same values.
+            b = static_cast<double>(b);
+            if (!f(b, fb)) {
+                // A failure inside the bracket, not at its ends: the change of sign runs across a
+                // point where the function is not defined, so there is no root here.
+                if (stopped()) return false;
+                ClearLastError();
+                return false;
+            }
         }
-        root = xm;
+        if (!(std::fabs(fb) <= small)) return false; // a pole or a jump, not a root
+        root = b;
         return true;
     });
 }

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 #include <vector>
 
@@ -203,6 +204,21 @@ TEST(RootsCommand, ScansTheGridAndKeepsEachRootOnce) {
     const Outcome coarse = run({"roots", "x-0.5", "x", "0", "1", "11"});
     EXPECT_EQ(coarse.out, "0.5\t0\n");
     EXPECT_NE(coarse.err.find("minimum of 101 steps"), std::string::npos);
+}
+
+TEST(RootsCommand, EveryReportedRootIsARootInsideTheInterval) {
+    // Steps of 2 radians: every multiple of pi from -31 pi to 31 pi, and nothing else.
+    const Outcome sine = run({"--angle", "rad", "roots", "SIN(x)", "x", "-100", "100", "101"});
+    std::istringstream rows(sine.out);
+    int count = 0;
+    for (std::string row; std::getline(rows, row); ++count) {
+        const double root = std::stod(row.substr(0, row.find('\t')));
+        EXPECT_NEAR(root / M_PI, std::round(root / M_PI), 1e-12) << row;
+    }
+    EXPECT_EQ(count, 63);
+    // A change of sign across a pole is no root.
+    EXPECT_EQ(run({"roots", "1/x", "x", "-1", "1", "100"}).out, "");
+    EXPECT_EQ(run({"--angle", "rad", "roots", "TAN(x)", "x", "1", "2", "101"}).out, "");
 }
 
 TEST(RootsCommand, AnEvenRootIsSearchedOnBothBranches) {
