@@ -63,9 +63,18 @@ bool Document::ReadDataSet(graph::StrDataPnts& set, const store::IniFile& ini, c
     }
     set.LineWidth = ini.GetInt(section, numbered("DataLineWidth", index), 1);
 
-    // A damaged count is bounded by the keys there are: every point has one.
+    // A damaged count is bounded by the keys there are: every point has one. Points the count
+    // names but the file does not hold are not made up: the set ends with its last point there.
     const int keys = static_cast<int>(ini.GetKeyNames(section).size());
-    const int count = std::min(ini.GetInt(section, name + "NumPts", 0), keys);
+    const int declared = ini.GetInt(section, name + "NumPts", 0);
+    int count = std::min(declared, keys);
+    const auto point_key = [&](int i) { return name + "Pt" + std::to_string(i); };
+    constexpr const char* k_absent = "\x01";
+    while (count > 0 && ini.GetString(section, point_key(count - 1), k_absent) == k_absent) --count;
+    if (count < declared)
+        report("Data set \"" + name + "\" of graph \"" + title + "\" is saved with " + std::to_string(declared) +
+                   " points but the file holds " + std::to_string(count) + "; only those were loaded.",
+               k_open_caption);
     std::string x, y, z;
     const auto bad_point = [&](const char* axis, int point) {
         report("File data for data set \"" + name + "\" (" + axis + " Data Point #" + std::to_string(point) +
@@ -73,7 +82,7 @@ bool Document::ReadDataSet(graph::StrDataPnts& set, const store::IniFile& ini, c
                k_open_caption);
     };
     for (int i = 0; i < count; ++i) {
-        ini.GetPoint(section, name + "Pt" + std::to_string(i), x, y, z);
+        ini.GetPoint(section, point_key(i), x, y, z);
         // The texts are kept as typed; the engine only confirms that each one is an expression.
         if (!x.empty() && !is_valid_value(x)) {
             bad_point("X", i + 1);

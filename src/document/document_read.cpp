@@ -53,7 +53,12 @@ bool Document::ReadText(std::string_view bytes) {
     // The sections are read from behind the text only, so that text resembling a section
     // can not stand in for one.
     store::IniFile ini(".");
-    ini.SetText(bytes.substr(start));
+    std::vector<std::string> repeated;
+    ini.SetText(store::IniFile::JoinRepeatedSections(bytes.substr(start), repeated));
+    for (const std::string& name : repeated)
+        report("The section [" + name + "] appears more than once in the file; the entries of all of them were "
+               "loaded, and the document is saved with one.",
+               "File Open");
 
     const bool loaded = ReadVariables(ini) && step("Opening File...", 15) && ReadFunctions(ini) &&
                         step("Opening File...", 25);

@@ -6,6 +6,7 @@
 #include "graph/graph_colors.h"
 #include "store/ini_file.h"
 
+#include <algorithm>
 #include <string>
 
 namespace quorvex::document {
@@ -203,7 +204,15 @@ void Document::ReadMathUtilityParameters(const store::IniFile& ini) {
     for (int m = 0; m < count && ini.HasSection(matrix_section(static_cast<size_t>(m))); ++m) {
         const std::string section = matrix_section(static_cast<size_t>(m));
         numerics::QvxMatrix matrix(ini.GetString(section, "Name"), 10, 10);
-        matrix.SetSize(ini.GetInt(section, "NumRows", 10), ini.GetInt(section, "NumCols", 10));
+        const int rows = ini.GetInt(section, "NumRows", 10), columns = ini.GetInt(section, "NumCols", 10);
+        const int max = numerics::QvxMatrix::MaxSize;
+        if (!matrix.SetSize(std::clamp(rows, 1, max), std::clamp(columns, 1, max)) || rows > max || columns > max ||
+            rows < 1 || columns < 1)
+            report("Matrix ' " + matrix.Name() + " ' is saved as " + std::to_string(rows) + " by " +
+                       std::to_string(columns) + ", but a matrix has 1 to " + std::to_string(max) +
+                       " rows and columns: only the cells within " + std::to_string(matrix.NumRows()) + " by " +
+                       std::to_string(matrix.NumCols()) + " were loaded.",
+                   "File Open");
         for (int row = 0; row < matrix.NumRows(); ++row)
             for (int column = 0; column < matrix.NumCols(); ++column) {
                 const std::string key = cell_key(row, column);

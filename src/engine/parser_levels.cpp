@@ -141,8 +141,12 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
         if (value.imag() != 0 || !Mathematics::is_integer(value.real()))
             special_exception("The number of increments must be an integer in variable declaration of ' %s '",
                               name.c_str());
-        const double points = std::fmax(-1.0, std::fmin(value.real(), 2147483647.0));
-        set_var_numpoints(static_cast<long>(points), name.c_str());
+        // The count is kept in 32 bits; a count that does not fit is refused, never cut.
+        if (value.real() < 1 || value.real() > 2147483647.0)
+            special_exception("The number of points in the incremental variable declaration of ' %s ' must lie "
+                              "between 1 and 2147483647!",
+                              name.c_str());
+        set_var_numpoints(static_cast<long>(value.real()), name.c_str());
         record_instruction(NUM_POINTS, {}, name.c_str());
         literal = true;
     }

@@ -202,18 +202,13 @@ void Parser::check_valid_input(const std::string& text) {
 }
 
 bool Parser::comma_starts_incremental_declaration() {
-    // A shallow look at the shape "name = number ..., number ..., number": enough to tell an
-    // incremental declaration from a stray comma, whatever the evaluator later makes of it.
+    // A line that starts as an assignment, "name = ...", is a declaration of an incremental
+    // variable once a comma follows at the top level: its three parts are then checked by the
+    // declaration itself, whose messages name what is wrong with them (a negative count, a limit
+    // out of range). Any other comma at the top level belongs to nothing.
     const size_t saved = m_input_pos;
     m_input_pos = 0;
-    bool passes = false;
-    if (get_token() && m_token_kind == VARIABLE && get_token() && m_token == "=") {
-        for (int pass = 1; pass <= 3; ++pass) {
-            const bool number = get_token() && m_token_kind == NUMBER;
-            if (pass == 3) passes = number;
-            else if (number) get_token();
-        }
-    }
+    const bool passes = get_token() && m_token_kind == VARIABLE && get_token() && m_token == "=";
     m_input_pos = saved;
     return passes;
 }

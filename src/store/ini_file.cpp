@@ -2,6 +2,7 @@
 
 #include "atomic_write.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdlib>
 
@@ -322,6 +323,50 @@ bool IniFile::Save(std::string* error) {
     m_exists = true;
     m_modified = false;
     return true;
+}
+
+std::string IniFile::JoinRepeatedSections(std::string_view text, std::vector<std::string>& repeated) {
+    struct Block {
+        std::string_view name;
+        std::vector<std::string_view> pieces; // header and lines, each with its line end
+    };
+    std::vector<Block> blocks;
+    std::unordered_map<std::string, size_t> first_of;
+    std::string_view leading;
+    bool any_repeated = false;
+    Block* current = nullptr;
+    for (size_t start = 0; start < text.size();) {
+        size_t end = text.find('\n', start);
+        end = end == std::string_view::npos ? text.size() : end + 1;
+        const std::string_view line = text.substr(start, end - start);
+        std::string_view name;
+        if (split_header_line(line, name)) {
+            const auto [found, added] = first_of.emplace(lower_case(name), blocks.size());
+            if (added) {
+                blocks.push_back({name, {}});
+            } else if (std::find(repeated.begin(), repeated.end(), std::string(name)) == repeated.end()) {
+                repeated.emplace_back(name);
+                any_repeated = true;
+            }
+            current = &blocks[found->second];
+            if (added) current->pieces.push_back(line);
+        } else if (current) {
+            current->pieces.push_back(line);
+        } else {
+            leading = text.substr(0, end);
+        }
+        start = end;
+    }
+    if (!any_repeated) return std::string(text);
+    std::string joined(leading);
+    joined.reserve(text.size() + 2 * blocks.size());
+    for (const Block& block : blocks)
+        for (const std::string_view piece : block.pieces) {
+            joined += piece;
+            // The last line of the text may have no end; inside the joined text it needs one.
+            if (!piece.empty() && piece.back() != '\n') joined += "\r\n";
+        }
+    return joined;
 }
 
 } // namespace quorvex::store

@@ -77,6 +77,12 @@ public:
     // not come from a file).
     void SetText(std::string_view text);
 
+    // `text` with every section that appears more than once read as one: the lines of each
+    // repetition are moved behind those of the first, in file order (lookups see only the first
+    // section of a name). The names joined go to `repeated`, as the file writes them; a text
+    // without repetitions comes back as it is.
+    static std::string JoinRepeatedSections(std::string_view text, std::vector<std::string>& repeated);
+
 private:
     struct Section {
         std::string name;

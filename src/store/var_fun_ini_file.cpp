@@ -88,7 +88,10 @@ void VarFunIniFile::find_flags() {
     long* positions[] = {&m_variable_pos, &m_function_pos, &m_setup_pos};
     for (const RawLine& line : raw_lines()) {
         for (int i = 0; i < 3; ++i) {
-            if (line.text != headers[i]) continue;
+            // The first declaration header marks its section: the text ends there, and a repeated
+            // one further down is no new boundary. Of the setup headers the last counts, as a
+            // document without declarations may hold "[SETUP]" as a line of its text.
+            if (line.text != headers[i] || (i < 2 && *positions[i] > 0)) continue;
             // The header is read with a limit of the longest flag plus its brackets: a header of
             // that length stops ahead of its line end, a shorter one reads its line end too.
             const size_t read = line.text.size() == longest + 2 ? longest + 2 : line.text.size() + 1;

@@ -202,3 +202,35 @@ TEST(DocumentRead, ReplacesWhatTheEngineHeldAndCanBeCancelled) {
     e.doc.set_host(&stop);
     EXPECT_FALSE(e.doc.Read(fixture("full.qvx")));
 }
+
+TEST(DocumentRead, WhatTheFileHoldsIsLoadedAndWhatCouldNotBeKeptIsTold) {
+    Editor e;
+    ASSERT_TRUE(e.doc.ReadText("a+b\r\n"
+                               "[DECLARED VARIABLES]\r\na=1\r\n"
+                               "[DECLARED FUNCTIONS]\r\nf[x]=x+1\r\n"
+                               "[DECLARED VARIABLES]\r\nb=2\r\nhuge=0 (0,1,3000000000,0)\r\n"
+                               "[DECLARED FUNCTIONS]\r\ng[x]=2*x\r\n"
+                               "[CURVE FITTING PARAMETERS]\r\nDataSet1=m\r\nmNumPts=10\r\nmPt0=0,1,\r\nmPt1=1,3,\r\n"
+                               "[MATRIX PARAMETERS]\r\nNumberOfMatrices=1\r\n"
+                               "[Matrix0]\r\nName=M\r\nNumRows=1000\r\nNumCols=3\r\nValue(0,0)=7\r\n"));
+    // Repeated sections are read as one: the text ends at the first header.
+    EXPECT_EQ(e.doc.Lines, std::vector<std::string>{"a+b"});
+    EXPECT_EQ(std::string(e.parser.get_var_str_value("b", 14, false)), "2");
+    EXPECT_TRUE(e.parser.is_function("g"));
+    EXPECT_TRUE(e.reporter.said("The section [DECLARED VARIABLES] appears more than once"));
+    EXPECT_TRUE(e.reporter.said("The section [DECLARED FUNCTIONS] appears more than once"));
+    // A point count beyond 32 bits is refused, not cut.
+    EXPECT_FALSE(e.parser.is_variable("huge") && e.parser.get_var_numpoints("huge") > 1);
+    EXPECT_TRUE(e.reporter.said("Variable 'huge' could not be loaded!"));
+    // No points are made up for a count the file does not hold.
+    const auto& set = e.doc.Tools.CurveFitting.DataSet;
+    EXPECT_EQ(set.GetMaxXYZPoint(), 1);
+    EXPECT_TRUE(e.reporter.said("Data set \"m\" of graph \"Curve Fitting Data\" is saved with 10 points but the file "
+                                "holds 2"));
+    // A matrix larger than a matrix can be keeps its first 10 rows, and the user hears of it.
+    ASSERT_EQ(e.doc.Matrices.size(), 1u);
+    EXPECT_EQ(e.doc.Matrices[0].NumRows(), 10);
+    EXPECT_EQ(e.doc.Matrices[0].NumCols(), 3);
+    EXPECT_EQ(*e.doc.Matrices[0].GetStrValue(0, 0), "7");
+    EXPECT_TRUE(e.reporter.said("Matrix ' M ' is saved as 1000 by 3"));
+}
