@@ -32,11 +32,29 @@ std::vector<std::string> FunctionLibrary::skip_reserved(const std::function<bool
     return skipped;
 }
 
+bool FunctionLibrary::lists(std::string_view name) {
+    if (m_listed_revision != m_file.Revision()) {
+        m_listed.clear();
+        std::vector<std::string> keys;
+        for (const std::string& category : m_file.GetFunctionCatagories()) {
+            m_file.GetFunctionNames(keys, category);
+            for (const std::string& key : keys) {
+                m_listed.insert(upper(key));
+                m_listed.insert(upper(key.substr(0, key.find('['))));
+            }
+        }
+        m_listed_revision = m_file.Revision();
+        m_found.clear();
+    }
+    return m_listed.count(upper(name)) != 0;
+}
+
 const Function* FunctionLibrary::find(std::string_view name) {
     if (!m_skipped.empty() && m_skipped.count(upper(name))) return nullptr;
     const std::string key(name);
     const auto known = m_found.find(key);
     if (known != m_found.end()) return known->second.get();
+    if (!lists(name)) return nullptr;
 
     std::unique_ptr<Function> function;
     for (const std::string& category : m_file.GetFunctionCatagories()) {

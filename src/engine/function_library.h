@@ -33,6 +33,12 @@ public:
 private:
     store::VarFunIniFile m_file;
     std::unordered_set<std::string> m_skipped; // upper case
+    // Every name the file lists (full and bare, upper case), built once per revision of the
+    // file, so that a name the library does not hold costs one lookup and is not kept: a
+    // document of a million functions asks for each of them once.
+    std::unordered_set<std::string> m_listed;
+    size_t m_listed_revision = static_cast<size_t>(-1);
+    bool lists(std::string_view name);
     std::unordered_map<std::string, std::unique_ptr<Function>> m_found; // null: not in the library
 };
 

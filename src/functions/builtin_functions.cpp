@@ -4,7 +4,9 @@
 #include "engine/parser.h"
 
 #include <array>
-#include <strings.h>
+#include <cctype>
+#include <string>
+#include <unordered_map>
 
 namespace quorvex::functions {
 
@@ -72,12 +74,19 @@ Entry entry_for(int function) {
 } // namespace
 
 int BuiltinFunctions::function_index(std::string_view name) const {
-    for (size_t i = 0; i < k_names.size(); ++i) {
-        const std::string_view candidate = k_names[i];
-        if (candidate.size() == name.size() && strncasecmp(candidate.data(), name.data(), name.size()) == 0)
-            return static_cast<int>(i);
-    }
-    return -1;
+    // Every name a line or a document declares is checked against the built-ins: a hash of the
+    // upper-case names, made once, answers without walking the table.
+    static const std::unordered_map<std::string, int> by_name = [] {
+        std::unordered_map<std::string, int> index;
+        for (size_t i = 0; i < k_names.size(); ++i) index.emplace(k_names[i], static_cast<int>(i));
+        return index;
+    }();
+    constexpr size_t k_longest = 16;
+    if (name.empty() || name.size() > k_longest) return -1;
+    std::string key(name);
+    for (char& c : key) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    const auto found = by_name.find(key);
+    return found == by_name.end() ? -1 : found->second;
 }
 
 const char* BuiltinFunctions::function_name(int index) const {
