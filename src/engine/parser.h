@@ -13,6 +13,7 @@
 #include "token_kind.h"
 #include "variable.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <random>
@@ -456,6 +457,19 @@ private:
     // point may itself read a data file, and a file must not read itself.
     std::vector<std::string> m_data_file_chain;
     bool m_data_chain_refused = false; // the error names a file that reads itself, or too deep a chain
+    // Data files of plain numbers already read, by their canonical path, with the time and size
+    // that tell whether they changed since.
+    struct DataFileStamp {
+        std::filesystem::file_time_type time;
+        std::uintmax_t size = 0;
+        bool operator==(const DataFileStamp&) const = default;
+    };
+    struct CachedDataFile {
+        DataFileStamp stamp;
+        std::vector<long double> values;
+    };
+    std::unordered_map<std::string, CachedDataFile> m_data_file_cache;
+    static std::optional<DataFileStamp> data_file_stamp(const char* name);
     std::string m_system_library_path;
     std::string m_user_library_path;
     std::shared_ptr<FunctionLibrary> m_system_library;

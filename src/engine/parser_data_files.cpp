@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,6 +23,7 @@ constexpr std::uintmax_t k_max_file_bytes = 32u * 1024u * 1024u;
 // Data files whose points read further data files: deeper chains than this are refused long
 // before they could exhaust the stack.
 constexpr size_t k_max_data_file_depth = 32;
+constexpr size_t k_cached_data_files = 16;
 
 bool is_separator(char c) { return c == ' ' || c == ',' || c == '\r' || c == '\n' || c == '\t'; }
 bool is_line_end(char c) { return c == '\r' || c == '\n'; }
@@ -47,6 +49,15 @@ std::string unreadable_reason(const char* name) {
 }
 
 } // namespace
+
+std::optional<Parser::DataFileStamp> Parser::data_file_stamp(const char* name) {
+    std::error_code error;
+    const auto time = std::filesystem::last_write_time(name, error);
+    if (error) return std::nullopt;
+    const std::uintmax_t size = std::filesystem::file_size(name, error);
+    if (error) return std::nullopt;
+    return DataFileStamp{time, size};
+}
 
 bool Parser::report_file_error(const std::string& message, int function, int code, const char* file) {
     if (function >= 0) {
@@ -147,6 +158,14 @@ bool Parser::get_file_data(std::vector<long double>& list, const char* file, int
     if (m_data_file_chain.size() >= k_max_data_file_depth)
         return refuse_chain(format_text("Data files that read other data files are nested more than %d deep at ' %s '!",
                                         static_cast<int>(k_max_data_file_depth), name));
+    // A file of plain numbers read before and unchanged since gives the same values: a mapped
+    // run reads it at every point, and a line may name it again and again.
+    const std::optional<DataFileStamp> stamp = data_file_stamp(name);
+    if (const auto cached = m_data_file_cache.find(identity);
+        stamp && cached != m_data_file_cache.end() && cached->second.stamp == *stamp) {
+        list = cached->second.values;
+        return !list.empty();
+    }
     std::vector<std::string> tokens;
     if (get_file_data(tokens, file, -1) == 0) return false;
     (void)function; // the numeric reader speaks as a loading dialog, whoever calls it
@@ -175,6 +194,15 @@ bool Parser::get_file_data(std::vector<long double>& list, const char* file, int
             return report_file_error(message, -1, 0, file);
         }
         list.push_back(value.real());
+    }
+    // Only numbers are kept: a point that calls a function may read another file, or a random
+    // deviate, whose value need not come back the same.
+    const bool plain_numbers = std::all_of(tokens.begin(), tokens.end(), [](const std::string& token) {
+        return token.find_first_not_of("0123456789.eE+- ") == std::string::npos;
+    });
+    if (stamp && plain_numbers && !list.empty()) {
+        if (m_data_file_cache.size() >= k_cached_data_files) m_data_file_cache.clear();
+        m_data_file_cache[identity] = {*stamp, list};
     }
     return !list.empty();
 }

@@ -70,3 +70,22 @@ TEST(DataFileChains, FilesThatReadThemselvesOrNestTooDeepAreRefusedInEvaluations
     parser.delete_equation(equation);
 }
 
+
+TEST(DataFileChains, AFileOfNumbersIsReadOnceAndAgainWhenItChanges) {
+    const ScratchFolder folder;
+    Parser parser(&builtin_functions(), QUORVEX_DATA_DIR);
+    const std::string numbers = folder.file("numbers.txt", "1 2");
+    const std::string call = "MEAN[{" + numbers + "}]";
+    EXPECT_STREQ(parser.eval_exp(call.c_str(), true, false, false), "1.5");
+    EXPECT_STREQ(parser.eval_exp(call.c_str(), true, false, false), "1.5");
+    // Same size, other numbers: the change of time tells the file apart from the one kept.
+    std::filesystem::last_write_time(numbers, std::filesystem::last_write_time(numbers) - std::chrono::seconds(5));
+    folder.file("numbers.txt", "3 5");
+    EXPECT_STREQ(parser.eval_exp(call.c_str(), true, false, false), "4");
+    folder.file("numbers.txt", "7 8 9");
+    EXPECT_STREQ(parser.eval_exp(call.c_str(), true, false, false), "8");
+    // A file that went away is missing, whatever was read from it before.
+    std::filesystem::remove(numbers);
+    parser.eval_exp(call.c_str(), true, false, false);
+    EXPECT_TRUE(parser.IsAnError());
+}
