@@ -40,7 +40,7 @@ Limits read_limits(CommandContext& context, size_t first) {
 }
 
 long double midpoint(long double low, long double high) {
-    return even_points(low, high, 3)[1];
+    return EvenPoints(low, high, 3).at(1);
 }
 
 // Negative square roots for the second pass of the root scan, and back to positive afterwards.
@@ -63,12 +63,17 @@ int run_map(CommandContext& context) {
     const Limits limits = read_limits(context, 2);
     const long count = evaluate_count(context, args[4], "POINTS", 1, k_most_points);
     RunVariable variable(context, args[1]);
-    const std::vector<long double> points = even_points(limits.low, limits.high, count);
+    EvenPoints points(limits.low, limits.high, count);
     const MappedEquation equation(context, args[0], variable,
                                   {limits.low, midpoint(limits.low, limits.high), limits.high});
 
+    // Each row is written as it is computed.
     bool all_ok = true;
-    for (const long double x : points) {
+    for (long i = 0; i < points.count(); ++i) {
+        if (stop_requested(context, std::to_string(i) + " of " + std::to_string(count) + " points"))
+            return k_stopped_status;
+        show_progress(context, i, count);
+        const long double x = points.at(i);
         variable.set(x);
         const engine::complex value = context.parser.solve_equation(equation.number(), false, true);
         context.out << format_answer(context, x) << '\t';
@@ -97,6 +102,7 @@ int run_integrate(CommandContext& context) {
 
     const long double integral = context.parser.RombIntegrate(equation.number(), variable.name(), limits.low,
                                                               limits.high, accuracy, true);
+    if (stop_requested(context, "a part of the integration")) return k_stopped_status;
     // The method's best estimate, when it could not meet the accuracy, is shown with a warning
     // and a failed status: it is not the answer asked for.
     const char* const not_converged = engine::Parser::integral_not_converged_message();
@@ -123,6 +129,7 @@ int run_derive(CommandContext& context) {
     long double tolerance = k_derivative_tolerance;
     const long double derivative =
         context.parser.Derivative(equation.number(), variable.name(), x, step, order, tolerance, true);
+    if (stop_requested(context, "a part of the differentiation")) return k_stopped_status;
     if (context.parser.IsAnError()) calculation_failure(last_error(context.parser));
     show_tool_digits(context);
     context.out << format_answer(context, derivative) << '\n';
@@ -140,7 +147,7 @@ int run_roots(CommandContext& context) {
         context.err << "quorvex-cli: roots: It is recommended that a minimum of 101 steps be used, a smaller "
                        "number of increments could result in inaccurate results.\n";
     RunVariable variable(context, args[1]);
-    const std::vector<long double> grid = even_points(limits.low, limits.high, steps);
+    EvenPoints grid(limits.low, limits.high, steps);
     const MappedEquation equation(context, args[0], variable,
                                   {limits.low, midpoint(limits.low, limits.high), limits.high});
     engine::Parser& parser = context.parser;
@@ -152,12 +159,20 @@ int run_roots(CommandContext& context) {
         calculation_failure("An error occured while computing the function at " +
                             std::string(variable.name()) + " = " + where + " : " + last_error(parser));
     };
-    const auto scan = [&] {
-        for (size_t i = 0; i + 1 < grid.size(); ++i) {
+    // One pass over the grid; false when the user stopped it.
+    const auto scan = [&](const char* pass) {
+        long double left = grid.at(0);
+        for (long i = 0; i + 1 < grid.count(); ++i) {
+            if (stop_requested(context, std::to_string(i) + " of " + std::to_string(grid.count() - 1) +
+                                            " intervals" + pass))
+                return false;
+            show_progress(context, i, grid.count() - 1);
+            const long double right = grid.at(i + 1);
             long double root = 0;
-            const bool has_root = parser.Root(equation.number(), variable.name(), grid[i], grid[i + 1],
-                                              k_root_accuracy, k_root_iterations, root, true);
-            if (parser.IsAnError()) fail_at(format_answer(context, grid[i]));
+            const bool has_root = parser.Root(equation.number(), variable.name(), left, right, k_root_accuracy,
+                                              k_root_iterations, root, true);
+            if (parser.IsAnError()) fail_at(format_answer(context, left));
+            left = right;
             if (!has_root) continue;
             const std::string text = format_answer(context, root);
             if (std::find(found.begin(), found.end(), text) != found.end()) continue;
@@ -170,11 +185,12 @@ int run_roots(CommandContext& context) {
             context.out << text << '\t' << format_answer(context, value) << '\n';
             context.out.flush();
         }
+        return true;
     };
-    scan();
+    if (!scan("")) return k_stopped_status;
     if (equation.took_even_root()) {
         const NegativeRoots negative(parser);
-        scan();
+        if (!scan(" of the negative branch")) return k_stopped_status;
     }
     if (found.empty()) context.err << "Solution - 0 roots found\n";
     return 0;

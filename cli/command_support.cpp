@@ -1,5 +1,7 @@
 #include "command_support.h"
 
+#include "command_host.h"
+
 #include "engine/evaluation_aborted.h"
 
 #include <cmath>
@@ -121,18 +123,37 @@ std::string last_error(engine::Parser& parser) {
     return text;
 }
 
+EvenPoints::EvenPoints(long double low, long double high, long count)
+    : m_low(low), m_high(high), m_count(count < 1 ? 1 : count) {
+    m_math.set_silent(true);
+    m_math.set_solving_map(true);
+    if (m_count > 1) m_width = m_math.real_div(m_math.real_sub(high, low), static_cast<long double>(m_count - 1));
+}
+
+long double EvenPoints::at(long i) {
+    if (i <= 0) return m_low;
+    if (i + 1 >= m_count) return m_high;
+    return m_math.real_add(m_low, m_math.real_mult(static_cast<long double>(i), m_width));
+}
+
 std::vector<long double> even_points(long double low, long double high, long count) {
-    if (count <= 1) return {low};
-    engine::Mathematics math;
-    math.set_silent(true);
-    math.set_solving_map(true);
-    const long double width = math.real_div(math.real_sub(high, low), static_cast<long double>(count - 1));
+    EvenPoints grid(low, high, count);
     std::vector<long double> points;
-    points.reserve(static_cast<size_t>(count));
-    for (long i = 0; i + 1 < count; ++i)
-        points.push_back(math.real_add(low, math.real_mult(static_cast<long double>(i), width)));
-    points.push_back(high);
+    points.reserve(static_cast<size_t>(grid.count()));
+    for (long i = 0; i < grid.count(); ++i) points.push_back(grid.at(i));
     return points;
+}
+
+bool stop_requested(CommandContext& context, const std::string& what) {
+    if (!context.host || !context.host->aborted()) return false;
+    context.host->finish();
+    context.out.flush();
+    context.err << "quorvex-cli: stopped (Ctrl+C) after " << what << '\n';
+    return true;
+}
+
+void show_progress(CommandContext& context, long done, long total) {
+    if (context.host) context.host->progress(done, total);
 }
 
 RunVariable::RunVariable(CommandContext& context, const std::string& name)

@@ -13,12 +13,23 @@
 
 namespace quorvex::cli {
 
+class CommandHost;
+
 struct CommandContext {
     const CliOptions& options;
     engine::Parser& parser;
     std::ostream& out;
     std::ostream& err;
+    CommandHost* host = nullptr; // Ctrl+C and the progress line, when the command runs for a user
 };
+
+// Status of a command stopped by Ctrl+C, as a shell reports a process ended by it.
+constexpr int k_stopped_status = 130;
+// Whether the user asked the command to stop; then its progress line is removed and
+// "stopped" with `what` was done is said on standard error.
+bool stop_requested(CommandContext& context, const std::string& what);
+// `done` of `total` steps, for the progress line.
+void show_progress(CommandContext& context, long done, long total);
 
 // Thrown by a command and caught where it was started: `status` 2 for bad usage or input (the
 // message is followed by the command's synopsis), 1 for a calculation that failed.
@@ -53,7 +64,19 @@ std::string format_answer(CommandContext& context, long double value);
 std::string last_error(engine::Parser& parser);
 
 // `count` points from `low` to `high`, both included, spread evenly in decimal arithmetic so that
-// a grid through 0 meets 0 exactly; one point is `low`.
+// a grid through 0 meets 0 exactly; one point is `low`. Each point is made when it is asked for,
+// so a run of millions of points starts at once and holds none of them.
+class EvenPoints {
+public:
+    EvenPoints(long double low, long double high, long count);
+    long count() const { return m_count; }
+    long double at(long i);
+
+private:
+    engine::Mathematics m_math;
+    long double m_low, m_high, m_width = 0;
+    long m_count;
+};
 std::vector<long double> even_points(long double low, long double high, long count);
 
 // The variable of a run: made (as 0) when it does not exist and removed afterwards, else its value

@@ -1,9 +1,13 @@
 #include "commands.h"
 
+#include "command_host.h"
 #include "command_support.h"
 #include "line_evaluator.h"
 
+#include <unistd.h>
+
 #include <array>
+#include <iostream>
 #include <sstream>
 
 namespace quorvex::cli {
@@ -54,12 +58,23 @@ int run_command(const CliOptions& options, engine::Parser& parser, std::ostream&
     for (const std::string& line : options.eval_lines)
         if (!evaluator.run(line)) return 1;
 
-    CommandContext context{options, parser, out, err};
+    // Ctrl+C stops the command where it stands; a terminal on standard error shows its progress.
+    CommandHost host(err, "quorvex-cli " + std::string(command->name), &err == &std::cerr && ::isatty(STDERR_FILENO));
+    engine::Host* const previous_host = parser.host();
+    parser.set_host(&host);
+    struct HostBack {
+        engine::Parser& parser;
+        engine::Host* host;
+        ~HostBack() { parser.set_host(host); }
+    } host_back{parser, previous_host};
+    CommandContext context{options, parser, out, err, &host};
     try {
         const int status = command->run(context);
+        host.finish();
         out.flush();
         return status;
     } catch (const CommandFailure& failure) {
+        host.finish();
         out.flush();
         if (failure.status == 2)
             err << "quorvex-cli: " << command->name << ": " << failure.message << "\nUsage: quorvex-cli "
