@@ -121,7 +121,12 @@ int run_derive(CommandContext& context) {
     refuse_options(context, false, true);
     refuse_variable_in(context, args[2], "X", args[1]);
     const long double x = evaluate_real(context, args[2], "X");
-    const long double step = evaluate_real(context, context.options.step.value_or(k_default_step), "--step");
+    const std::string step_text = context.options.step.value_or(k_default_step);
+    const long double step = evaluate_real(context, step_text, "--step");
+    if (step == 0) {
+        const std::string zeroed = zeroed_by_tolerance(context, step_text);
+        if (!zeroed.empty()) usage_failure("--step must not be 0" + zeroed);
+    }
     const int order = context.options.order.value_or(1);
     RunVariable variable(context, args[1]);
     const MappedEquation equation(context, args[0], variable, {x, x + step, x - step});

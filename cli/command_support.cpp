@@ -60,6 +60,22 @@ engine::complex evaluate(CommandContext& context, const std::string& text, std::
     return value;
 }
 
+std::string zeroed_by_tolerance(CommandContext& context, const std::string& text) {
+    engine::PrecformType& format = context.parser.answer_format();
+    const float tolerance = format.zero_precision;
+    format.zero_precision = 0;
+    engine::complex value;
+    context.parser.eval_exp(text, value, true, false, false);
+    const bool failed = context.parser.IsAnError();
+    context.parser.ClearLastError();
+    format.zero_precision = tolerance;
+    if (failed || value == engine::complex(0, 0)) return {};
+    std::ostringstream words;
+    words << " (" << text << " lies below the zero tolerance, " << tolerance
+          << ", and counts as 0; --zero sets a smaller one)";
+    return words.str();
+}
+
 long double evaluate_real(CommandContext& context, const std::string& text, std::string_view what) {
     const engine::complex value = evaluate(context, text, what);
     if (std::fabs(value.imag()) > k_imaginary_tolerance)

@@ -48,6 +48,9 @@ void refuse_options(const CommandContext& context, bool accuracy, bool order_or_
 
 // An argument evaluated by the Parser; `what` names it in the messages ("LOW").
 engine::complex evaluate(CommandContext& context, const std::string& text, std::string_view what);
+// When `text` evaluated to 0 only because its value lies below the zero tolerance (answers
+// smaller than it count as 0): the words that say so, to follow a refusal of the 0. Else empty.
+std::string zeroed_by_tolerance(CommandContext& context, const std::string& text);
 // The same, refusing an imaginary part.
 long double evaluate_real(CommandContext& context, const std::string& text, std::string_view what);
 // A whole number from `minimum` to `maximum`.

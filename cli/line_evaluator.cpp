@@ -25,7 +25,10 @@ bool LineEvaluator::run(const std::string& line, const std::string& where) {
     return ok;
 }
 
-bool LineEvaluator::run_as_expression(const std::string& line) {
+bool LineEvaluator::run_as_expression(const std::string& whole_line) {
+    // A "//" comment is no part of the expression, as in the editor.
+    const size_t comment = document::find_comment(whole_line);
+    const std::string line = comment == std::string::npos ? whole_line : whole_line.substr(0, comment);
     // A blank line is no expression to evaluate: the editor leaves it alone, and so do we.
     if (is_blank(line)) {
         m_out << '\n';

@@ -24,6 +24,7 @@ QvxMatrix read_matrix(CommandContext& context, const std::string& text, const ch
     std::string message;
     if (!numerics::parse_matrix_text(text, matrix, message))
         usage_failure(std::string(name) + ": " + message);
+    if (matrix.IsMatrixEmpty()) usage_failure(std::string(name) + ": the matrix has no values in its cells");
     for (int i = 0; i < matrix.NumRows(); ++i) {
         for (int j = 0; j < matrix.NumCols(); ++j) {
             const QvxMatrix::Cell& cell = matrix.GetStrValue(i, j);

@@ -24,7 +24,7 @@ int run_polyroots(CommandContext& context) {
     }
     if (coefficients.front().re == 0 && coefficients.front().im == 0)
         usage_failure("the coefficient of the highest power, x^" + std::to_string(args.size() - 1) +
-                      ", must not be 0");
+                      ", must not be 0" + zeroed_by_tolerance(context, args.front()));
 
     const numerics::PolynomialRoots result = numerics::find_polynomial_roots(coefficients);
     for (const numerics::LongComplex& root : result.roots)

@@ -141,6 +141,11 @@ void Parser::get_data(std::ostringstream& out, std::vector<long double>& list, i
     check_no_right_brace(10, function);
     // The raw text of the braces. The byte right behind "{" is taken unseen, so "{}" runs on
     // past its brace to the end of the text.
+    // An empty list is a list without points, not a list without its brace.
+    if (at(skip_spaces(m_input_pos)) == '}') {
+        mathlib_exception(10, function);
+        return;
+    }
     size_t end = m_input_pos;
     if (at(end) != '\0') ++end;
     while (at(end) != '\0' && at(end) != '}') ++end;

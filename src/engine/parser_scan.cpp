@@ -3,6 +3,7 @@
 
 #include "evaluation_aborted.h"
 
+#include <cstdio>
 #include <cstring>
 #include <vector>
 
@@ -188,6 +189,15 @@ void Parser::check_valid_input(const std::string& text) {
     for (const char c : text) {
         if (c != '\0' && std::strchr(k_illegal, c))
             special_exception("' %c ' is not a legitimate mathematical character!", c);
+        // A byte beyond ASCII (a letter of another script, or text that is not UTF-8 at all) is
+        // named by its value, since it may not print.
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            char byte[8];
+            std::snprintf(byte, sizeof byte, "0x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+            special_exception("The byte ' %s ' is not a legitimate mathematical character: expressions are written "
+                              "in ASCII!",
+                              byte);
+        }
         if (c == '[') {
             ++depth;
         } else if (c == ']') {

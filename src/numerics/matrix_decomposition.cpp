@@ -216,7 +216,19 @@ long double QvxMatrix::Determinant(const QvxMatrix& matrix, std::string& text) {
     std::string product = math.real_string(sign);
     for (int j = 0; j < work.m_rows; ++j)
         product = math.mult(product.c_str(), work.text(j, j));
-    if (math.magnitude(product.c_str()) < k_singular) return 0;
+    // Negligible against the size of the matrix, not against 1: the product of each row's largest
+    // magnitude bounds the determinant, so a diagonal of 1e-10 is as regular as one of 1.
+    std::string bound = "1";
+    for (int i = 0; i < matrix.m_rows; ++i) {
+        long double largest = 0;
+        int widest = 0;
+        for (int j = 0; j < matrix.m_cols; ++j) {
+            const long double size = math.magnitude(matrix.text(i, j));
+            if (size > largest) largest = size, widest = j;
+        }
+        bound = math.mult(bound.c_str(), math.abs(matrix.text(i, widest)).c_str());
+    }
+    if (math.magnitude(product.c_str()) < k_singular * math.magnitude(bound.c_str())) return 0;
     text = std::move(product);
     return std::strtold(text.c_str(), nullptr);
 }
@@ -226,7 +238,7 @@ bool QvxMatrix::Inverse(QvxMatrix& matrix) {
     QvxMatrix work(matrix);
     work.SetNullValues("0.0");
     std::string determinant;
-    if (!(std::fabs(Determinant(work, determinant)) > k_singular)) return false;
+    if (Determinant(work, determinant) == 0) return false;
     IndexVector index{};
     int sign = 1;
     if (!Ludcmp(work, index, sign)) return false;
@@ -251,7 +263,7 @@ bool QvxMatrix::Linsolve(const QvxMatrix& A, QvxMatrix& x, const QvxMatrix& B) {
     QvxMatrix work(A);
     work.SetNullValues("0.0");
     std::string determinant;
-    if (!(std::fabs(Determinant(work, determinant)) > k_singular)) return false;
+    if (Determinant(work, determinant) == 0) return false;
     IndexVector index{};
     int sign = 1;
     if (!Ludcmp(work, index, sign)) return false;

@@ -86,14 +86,15 @@ public:
     // The number of rows of the echelon form U with a cell above 1e-12 in magnitude (times the
     // largest magnitude of the matrix when that exceeds 1); the text is the count.
     static int Rank(const QvxMatrix& matrix, std::string& text);
-    // The determinant as text and as a value. A magnitude below 1e-14, a zero row, a pivot
-    // below 1e-12 of the largest cell of its row (zero, or a residue of the 15-digit rounding)
-    // or a matrix that is not square gives "0.0" and 0.
+    // The determinant as text and as a value. A magnitude below 1e-14 of the product of each
+    // row's largest magnitude (the matrix's own scale), a zero row, a pivot below 1e-12 of the
+    // largest cell of its row (zero, or a residue of the 15-digit rounding) or a matrix that is
+    // not square gives "0.0" and 0.
     static long double Determinant(const QvxMatrix& matrix, std::string& text);
     // The sum of the diagonal; square matrices only.
     static bool Trace(const QvxMatrix& matrix, std::string& text, long double& value);
     // Replaces the matrix by its inverse. False, with the matrix unchanged, when it is not
-    // square or its determinant (as Determinant gives it) is not above 1e-14 in magnitude.
+    // square or its determinant, as Determinant gives it, is 0.
     static bool Inverse(QvxMatrix& matrix);
     static void Transpose(QvxMatrix& matrix);
     // The transpose of the cofactor matrix; square matrices only.

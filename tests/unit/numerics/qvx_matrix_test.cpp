@@ -159,9 +159,12 @@ TEST(QvxMatrixDeterminant, SingularMatricesGiveZeroText) {
     // A zero row fails the decomposition itself.
     EXPECT_EQ(QvxMatrix::Determinant(matrix_of("[[0,0],[1,2]]"), text), 0);
     EXPECT_EQ(text, "0.0");
-    // 1e-15 is below the threshold.
-    EXPECT_EQ(QvxMatrix::Determinant(matrix_of("[[1,0],[0,1e-15]]"), text), 0);
+    // The threshold is relative to the matrix's own scale: 1e-15 of it is a rounding residue ...
+    EXPECT_EQ(QvxMatrix::Determinant(matrix_of("[[1,1],[1,1.000000000000001]]"), text), 0);
     EXPECT_EQ(text, "0.0");
+    // ... while a matrix of small cells is as regular as one of large cells.
+    EXPECT_NEAR(QvxMatrix::Determinant(matrix_of("[[1e-10,0],[0,1e-10]]"), text), 1e-20L, 1e-33L);
+    EXPECT_NEAR(QvxMatrix::Determinant(matrix_of("[[1,0],[0,1e-15]]"), text), 1e-15L, 1e-28L);
     // Not square.
     EXPECT_EQ(QvxMatrix::Determinant(matrix_of("[[1,2]]"), text), 0);
     EXPECT_EQ(text, "0.0");
@@ -252,8 +255,15 @@ TEST(QvxMatrixInverse, InverseTimesOriginalIsIdentity) {
     expect_identity(ten_product, 1e-13L);
 }
 
+TEST(QvxMatrixInverse, ScaleDoesNotMakeAMatrixSingular) {
+    QvxMatrix small = matrix_of("[[1e-100,0],[0,2e-100]]");
+    ASSERT_TRUE(QvxMatrix::Inverse(small));
+    EXPECT_NEAR(small.GetValue(0, 0), 1e100L, 1e87L);
+    EXPECT_NEAR(small.GetValue(1, 1), 5e99L, 1e86L);
+}
+
 TEST(QvxMatrixInverse, SingularMatricesAreRefusedAndKept) {
-    for (const char* text : {"[[1,2],[2,4]]", "[[1,0],[0,1e-15]]", "[[1,2,3],[4,5,6],[7,8,9]]",
+    for (const char* text : {"[[1,2],[2,4]]", "[[1e-10,2e-10],[2e-10,4e-10]]", "[[1,2,3],[4,5,6],[7,8,9]]",
                              "[[2,3,5],[7,11,13],[9,14,18]]", "[[1,2]]"}) {
         QvxMatrix m = matrix_of(text);
         EXPECT_FALSE(QvxMatrix::Inverse(m)) << text;
