@@ -49,6 +49,35 @@ bool FunctionLibrary::lists(std::string_view name) {
     return m_listed.count(upper(name)) != 0;
 }
 
+std::vector<int> FunctionLibrary::unreadable_lines() {
+    // Text ahead of the first category, and after a blank line that ends one, is the file's own
+    // notes; inside a category every line is an entry.
+    std::vector<int> lines;
+    const std::string& text = m_file.Text();
+    int number = 0;
+    bool in_category = false;
+    for (size_t start = 0; start < text.size();) {
+        size_t end = text.find('\n', start);
+        if (end == std::string::npos) end = text.size();
+        std::string_view line(text.data() + start, end - start);
+        start = end + 1;
+        ++number;
+        while (!line.empty() && std::isspace(static_cast<unsigned char>(line.back()))) line.remove_suffix(1);
+        while (!line.empty() && std::isspace(static_cast<unsigned char>(line.front()))) line.remove_prefix(1);
+        if (line.empty() || line.front() == ';') {
+            in_category = false;
+            continue;
+        }
+        if (line.front() == '[' && line.back() == ']') {
+            in_category = true;
+            continue;
+        }
+        const size_t equal = line.find('=');
+        if (in_category && (equal == std::string_view::npos || equal == 0)) lines.push_back(number);
+    }
+    return lines;
+}
+
 const Function* FunctionLibrary::find(std::string_view name) {
     if (!m_skipped.empty() && m_skipped.count(upper(name))) return nullptr;
     const std::string key(name);

@@ -29,6 +29,9 @@ public:
     // Entries whose name `reserved` claims (a built-in's, any case) are not found from then on.
     // Returns their names as the file writes them, in file order.
     std::vector<std::string> skip_reserved(const std::function<bool(std::string_view)>& reserved);
+    // Numbers (from 1) of the lines that are neither blank, a ";" comment, a [category] nor an
+    // entry "NAME=...": damage the lookups pass over, which the user should hear of.
+    std::vector<int> unreadable_lines();
 
 private:
     store::VarFunIniFile m_file;

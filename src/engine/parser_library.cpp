@@ -6,6 +6,7 @@
 #include "evaluation_aborted.h"
 #include "function_library.h"
 
+#include <algorithm>
 #include <fstream>
 
 namespace quorvex::engine {
@@ -72,6 +73,27 @@ std::shared_ptr<FunctionLibrary> Parser::open_library(const std::string& path) {
                                (skipped.size() == 1 ? ", which is the name of a built-in function. The entry is"
                                                     : ", which are names of built-in functions. The entries are") +
                                " skipped and the built-in functions are used.",
+                           "Function Library", MessageKind::Warning);
+    }
+    // Bytes that belong to no text, or a system library without a single category, mean a
+    // damaged file rather than one that merely defines nothing yet.
+    const std::string& text = library->file().Text();
+    const bool binary = std::any_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\r' && c != '\n';
+    });
+    const bool empty_system = path == m_system_library_path && library->file().GetFunctionCatagories().empty();
+    if (m_reporter && (binary || empty_system))
+        m_reporter->report("The function library \" " + path + " \" " +
+                               (binary ? "holds bytes that are no text" : "holds no category of functions") +
+                               ": the file may be damaged, and what can not be read of it is left out.",
+                           "Function Library", MessageKind::Warning);
+    const std::vector<int> unreadable = library->unreadable_lines();
+    if (!unreadable.empty() && m_reporter) {
+        std::string where;
+        for (size_t i = 0; i < unreadable.size() && i < 5; ++i) where += (i ? ", " : "") + std::to_string(unreadable[i]);
+        if (unreadable.size() > 5) where += " and " + std::to_string(unreadable.size() - 5) + " more";
+        m_reporter->report("The function library \" " + path + " \" holds lines that are no function entries (line " +
+                               where + "); they are left out. The file may be damaged.",
                            "Function Library", MessageKind::Warning);
     }
     return library;

@@ -108,3 +108,31 @@ TEST(UserLibrary, EntriesNamedLikeBuiltinsAreSkippedAndReportedOnce) {
                                     "functions. The entries are skipped and the built-in functions are used.");
     std::filesystem::remove_all(dir);
 }
+
+TEST(UserLibrary, ADamagedLibraryIsReportedAndItsGoodEntriesStillWork) {
+    const std::string dir = testing::TempDir() + "quorvex-damaged-library";
+    std::filesystem::create_directories(dir);
+    // Notes ahead of the first category are the file's own; inside it, a line without '=' is not.
+    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary)
+        << "My notes, free text\r\n[MINE]\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\nthis is no entry\r\n";
+    RecordingReporter reporter;
+    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    parser.set_reporter(&reporter);
+    parser.set_library_dirs(QUORVEX_DATA_DIR, dir);
+    EXPECT_STREQ(parser.eval_exp("TWICE(4)", true, false, false), "8");
+    ASSERT_EQ(reporter.said.size(), 1u);
+    EXPECT_NE(reporter.said[0].find("holds lines that are no function entries (line 5)"), std::string::npos)
+        << reporter.said[0];
+
+    // Bytes that are no text at all.
+    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary) << std::string("\0\x01garbage[[[\r\n=\r\n", 16);
+    RecordingReporter binary;
+    Parser other(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    other.set_reporter(&binary);
+    other.set_library_dirs(QUORVEX_DATA_DIR, dir);
+    EXPECT_STREQ(other.eval_exp("2+2", true, false, false), "4");
+    other.eval_exp("COT(45)", true, false, false); // reading the libraries
+    ASSERT_FALSE(binary.said.empty());
+    EXPECT_NE(binary.said[0].find("holds bytes that are no text"), std::string::npos) << binary.said[0];
+    std::filesystem::remove_all(dir);
+}
