@@ -42,8 +42,8 @@ int process_document(const CliOptions& options, engine::Parser& parser, engine::
     const std::string target = options.in_place ? path : options.output;
     if (!target.empty()) {
         if (!doc.Write(target)) {
-            err << "quorvex-cli: " << target << ": " << (doc.LastError().empty() ? "not saved" : doc.LastError())
-                << '\n';
+            // The document has told why through the reporter; this line says what it means.
+            err << "quorvex-cli: " << target << " was not saved\n";
             return 2;
         }
     } else {

@@ -44,7 +44,7 @@ bool Document::Write(const std::string& path) {
                    "again, the text will end ahead of it. Change the line to keep the text after it.",
                k_save_caption);
     if (!store::write_file_atomically(path, text, &m_last_error)) {
-        report("File was not saved!", k_save_caption);
+        report("File was not saved! " + m_last_error, k_save_caption);
         return false;
     }
     m_parser.set_vars_saved(true);
