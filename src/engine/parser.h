@@ -519,6 +519,10 @@ private:
     int m_max_stack_depth = 0;
     bool m_quiet = false;
     Host* m_host = nullptr;
+    // One value of the function for a slope: taken, or the user stopped, or it failed (an error
+    // of the evaluation, or a complex value).
+    enum class SlopeSample { taken, stopped, failed };
+    SlopeSample slope_sample(int equation, const char* variable, long double at, long double& value);
     bool m_integral_converged = false;
     bool m_slope_unresolved = false; // the last Slope's values differed only by rounding
     long double m_trapezoid_sum = 0; // the running sum of the trapezoid stages

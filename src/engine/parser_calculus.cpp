@@ -162,6 +162,20 @@ long double Parser::RombIntegrate(int equation, const char* variable, long doubl
     });
 }
 
+Parser::SlopeSample Parser::slope_sample(int equation, const char* variable, long double at, long double& value) {
+    if (!breathe()) return SlopeSample::stopped;
+    set_var_value(complex(static_cast<double>(at), 0), variable);
+    const complex result = solve_equation(equation, false, true, false);
+    if (IsAnError()) return SlopeSample::failed;
+    // Only a positive imaginary part is caught here.
+    if (result.imag() > 1e-14 && result.imag() > m_answer_format.zero_precision) {
+        mapper_exception(6, true);
+        return SlopeSample::failed;
+    }
+    value = result.real();
+    return SlopeSample::taken;
+}
+
 bool Parser::Slope(int equation, const char* variable, const long double& x, const long double& offset,
                    const long double& step, int order, long double& tolerance, long double& slope, bool refine) {
     Mathematics& m = m_math;
@@ -170,23 +184,11 @@ bool Parser::Slope(int equation, const char* variable, const long double& x, con
     const auto restore = [&] { set_var_value(saved, variable); };
     if (order <= 1) {
         for (const auto& [at, value] : {std::pair{m.real_add(x, offset), &f1}, std::pair{m.real_sub(x, offset), &f2}}) {
-            if (!breathe()) {
+            const SlopeSample sample = slope_sample(equation, variable, at, *value);
+            if (sample != SlopeSample::taken) {
                 restore();
-                return false;
+                return sample == SlopeSample::failed;
             }
-            set_var_value(complex(static_cast<double>(at), 0), variable);
-            const complex result = solve_equation(equation, false, true, false);
-            if (IsAnError()) {
-                restore();
-                return true;
-            }
-            // Only a positive imaginary part is caught here.
-            if (result.imag() > 1e-14 && result.imag() > m_answer_format.zero_precision) {
-                mapper_exception(6, true);
-                restore();
-                return true;
-            }
-            *value = result.real();
         }
     } else if (order >= 3) {
         // The third derivative from one central stencil, whose error is a series in even powers
@@ -198,22 +200,11 @@ bool Parser::Slope(int equation, const char* variable, const long double& x, con
         const long double points[4] = {m.real_add(x, twice), m.real_add(x, offset), m.real_sub(x, offset),
                                        m.real_sub(x, twice)};
         for (int k = 0; k < 4; ++k) {
-            if (!breathe()) {
+            const SlopeSample sample = slope_sample(equation, variable, points[k], values[k]);
+            if (sample != SlopeSample::taken) {
                 restore();
-                return false;
+                return sample == SlopeSample::failed;
             }
-            set_var_value(complex(static_cast<double>(points[k]), 0), variable);
-            const complex result = solve_equation(equation, false, true, false);
-            if (IsAnError()) {
-                restore();
-                return true;
-            }
-            if (result.imag() > 1e-14 && result.imag() > m_answer_format.zero_precision) {
-                mapper_exception(6, true);
-                restore();
-                return true;
-            }
-            values[k] = result.real();
         }
         // Written as f1 - f2 over 2h, like the lower orders: f1 the outer pair, f2 the inner.
         f1 = m.real_sub(values[0], values[3]);
