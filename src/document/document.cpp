@@ -2,8 +2,6 @@
 // quiet evaluations that test what a file holds.
 #include "document.h"
 
-#include "store/var_fun_ini_file.h"
-
 #include <charconv>
 #include <cmath>
 
@@ -72,18 +70,29 @@ std::vector<std::string> split_lines(std::string_view text) {
 }
 
 size_t start_of_declarations(std::string_view file) {
-    // The scan counts characters as text-mode reading gives them, CR LF as one; turned back into
-    // bytes here. "." names no regular file, so nothing is read from disk before the text is set.
-    store::VarFunIniFile ini(".");
-    ini.SetText(file);
-    const long characters = ini.GetStartOfDecs();
-    size_t bytes = 0;
-    long counted = 0;
-    while (counted < characters && bytes < file.size()) {
-        if (file[bytes] != '\r') ++counted;
-        ++bytes;
+    // The text ends where the first declaration header stands, or, in a document without
+    // declarations, the last "[SETUP]"; a header is a whole line equal to it, case included, and
+    // a CR or an LF ends a line. Carriage returns right in front of the header go with it. A
+    // plain scan of the lines: the ini store's indexing is not needed to find three headers.
+    constexpr std::string_view k_variables = "[DECLARED VARIABLES]", k_functions = "[DECLARED FUNCTIONS]",
+                               k_setup = "[SETUP]";
+    std::optional<size_t> declarations, setup;
+    for (size_t start = 0; start < file.size() && !declarations;) {
+        size_t end = start;
+        while (end < file.size() && file[end] != '\r' && file[end] != '\n') ++end;
+        const std::string_view line = file.substr(start, end - start);
+        if (line == k_variables || line == k_functions)
+            declarations = start;
+        else if (line == k_setup)
+            setup = start;
+        start = end;
+        if (start < file.size() && file[start] == '\r') ++start;
+        if (start < file.size() && file[start] == '\n') ++start;
     }
-    return bytes;
+    size_t boundary = declarations ? *declarations : setup ? *setup : file.size();
+    if (declarations || setup)
+        while (boundary > 0 && file[boundary - 1] == '\r') --boundary;
+    return boundary;
 }
 
 std::optional<size_t> first_cut_line(const std::vector<std::string>& lines, std::string_view file) {
