@@ -169,6 +169,12 @@ TEST(CalculusCommands, AnIntegralThatMissesItsAccuracySaysSo) {
     EXPECT_FALSE(missed.out.empty());
     EXPECT_EQ(missed.err, "warning: Then integration algorithm could not converge within the specified accuracy to "
                           "obtain a solution!\n");
+    // A steep end fools the extrapolation's error estimate, not the agreement of two stages:
+    // 2 (1 - 0.001) = 1.998 and ln(1000) = 6.9077552789821, within the default accuracy 1e-4.
+    const Outcome steep = run({"integrate", "x^-0.5", "x", "0.000001", "1"});
+    EXPECT_EQ(steep.status, 0);
+    EXPECT_NEAR(std::stod(steep.out), 1.998, 1.998e-4);
+    EXPECT_NEAR(std::stod(run({"integrate", "1/x", "x", "0.001", "1"}).out), 6.9077552789821, 6.9e-4);
     const Outcome met = run({"integrate", "x^2", "x", "0", "3"});
     EXPECT_EQ(met.status, 0);
     EXPECT_EQ(met.out, "9\n");
