@@ -152,14 +152,6 @@ long double EvenPoints::at(long i) {
     return m_math.real_add(m_low, m_math.real_mult(static_cast<long double>(i), m_width));
 }
 
-std::vector<long double> even_points(long double low, long double high, long count) {
-    EvenPoints grid(low, high, count);
-    std::vector<long double> points;
-    points.reserve(static_cast<size_t>(grid.count()));
-    for (long i = 0; i < grid.count(); ++i) points.push_back(grid.at(i));
-    return points;
-}
-
 bool stop_requested(CommandContext& context, const std::string& what) {
     if (!context.host || !context.host->aborted()) return false;
     context.host->finish();

@@ -80,7 +80,6 @@ private:
     long double m_low, m_high, m_width = 0;
     long m_count;
 };
-std::vector<long double> even_points(long double low, long double high, long count);
 
 // The variable of a run: made (as 0) when it does not exist and removed afterwards, else its value
 // is put back afterwards. A name that is no variable name is a usage failure.

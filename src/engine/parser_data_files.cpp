@@ -35,10 +35,11 @@ bool is_label(const std::string& token) {
 
 // Why `name` can not be read as a data file, in the words of the file messages; empty when it can.
 // Only a regular file is data: a device or a pipe could be read for ever.
-std::string unreadable_reason(const char* name) {
+std::string unreadable_reason(const char* name, bool* missing = nullptr) {
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::file_status status = fs::status(name, error);
+    if (missing) *missing = !fs::exists(status);
     if (!fs::exists(status)) return format_text("Data File ' %s ' Could Not Be Located!", name);
     if (fs::is_directory(status)) return format_text("Data File ' %s ' Is A Folder, Not A File Of Data!", name);
     if (!fs::is_regular_file(status))
@@ -72,10 +73,9 @@ bool Parser::report_file_error(const std::string& message, int function, int cod
 
 bool Parser::read_data_text(const char* name, int function, std::string& text, size_t& pos) {
     std::error_code error;
-    if (const std::string reason = unreadable_reason(name); !reason.empty()) {
-        const bool missing = !std::filesystem::exists(name, error);
+    bool missing = false;
+    if (const std::string reason = unreadable_reason(name, &missing); !reason.empty())
         return report_file_error(reason, missing ? function : -1, 15, name);
-    }
     std::ifstream in(name, std::ios::binary);
     // Even the longest file of points, 32766 tokens of 511 characters, is far below this.
     if (std::filesystem::file_size(name, error) > k_max_file_bytes)

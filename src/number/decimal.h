@@ -191,9 +191,8 @@ public:
 private:
     // The largest value of a sign: what an infinite double lifts to, and what lands as one again.
     static Decimal overflowed(bool negative) {
-        Decimal result;
-        result.m_value = (std::numeric_limits<Value>::max)();
-        if (negative) result.m_value = -result.m_value;
+        Decimal result(negative ? -1 : 1);
+        result.saturate();
         return result;
     }
     void saturate() {
