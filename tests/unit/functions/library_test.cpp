@@ -23,6 +23,20 @@ struct RecordingReporter : quorvex::engine::Reporter {
     }
 };
 
+// A Parser whose user library is `text`, in a folder of its own, with its messages recorded.
+struct WithUserLibrary {
+    std::string dir;
+    RecordingReporter reporter;
+    Parser parser{&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR};
+    WithUserLibrary(const std::string& name, const std::string& text) : dir(testing::TempDir() + name) {
+        std::filesystem::create_directories(dir);
+        std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary) << text;
+        parser.set_reporter(&reporter);
+        parser.set_library_dirs(QUORVEX_DATA_DIR, dir);
+    }
+    ~WithUserLibrary() { std::filesystem::remove_all(dir); }
+};
+
 } // namespace
 
 TEST(SystemLibrary, EveryFunctionEvaluatesAtItsSamplePointAndIsDescribed) {
@@ -82,14 +96,12 @@ TEST(SystemLibrary, AMissingLibraryIsReportedOnceAndNothingElseFails) {
 }
 
 TEST(UserLibrary, EntriesNamedLikeBuiltinsAreSkippedAndReportedOnce) {
-    const std::string dir = testing::TempDir() + "quorvex-shadowing-library";
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary)
-        << "[MINE]\r\nSQRT[X]=(X)\r\nSQRT=not a root\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\nabs[X]=(X)+1\r\nabs=no\r\n";
-    RecordingReporter reporter;
-    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
-    parser.set_reporter(&reporter);
-    parser.set_library_dirs(QUORVEX_DATA_DIR, dir);
+    WithUserLibrary library("quorvex-shadowing-library",
+                            "[MINE]\r\nSQRT[X]=(X)\r\nSQRT=not a root\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\n"
+                            "abs[X]=(X)+1\r\nabs=no\r\n");
+    Parser& parser = library.parser;
+    const RecordingReporter& reporter = library.reporter;
+    const std::string& dir = library.dir;
     const auto value = [&](const char* text) {
         quorvex::engine::complex answer;
         parser.eval_exp(text, answer, true, false, false);
@@ -106,33 +118,22 @@ TEST(UserLibrary, EntriesNamedLikeBuiltinsAreSkippedAndReportedOnce) {
     EXPECT_EQ(reporter.said[0], "Function Library: The function library \" " + dir +
                                     "/QuorvexUser.lib \" defines ' SQRT ' and ' abs ', which are names of built-in "
                                     "functions. The entries are skipped and the built-in functions are used.");
-    std::filesystem::remove_all(dir);
 }
 
 TEST(UserLibrary, ADamagedLibraryIsReportedAndItsGoodEntriesStillWork) {
-    const std::string dir = testing::TempDir() + "quorvex-damaged-library";
-    std::filesystem::create_directories(dir);
     // Notes ahead of the first category are the file's own; inside it, a line without '=' is not.
-    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary)
-        << "My notes, free text\r\n[MINE]\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\nthis is no entry\r\n";
-    RecordingReporter reporter;
-    Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
-    parser.set_reporter(&reporter);
-    parser.set_library_dirs(QUORVEX_DATA_DIR, dir);
-    EXPECT_STREQ(parser.eval_exp("TWICE(4)", true, false, false), "8");
-    ASSERT_EQ(reporter.said.size(), 1u);
-    EXPECT_NE(reporter.said[0].find("holds lines that are no function entries (line 5)"), std::string::npos)
-        << reporter.said[0];
+    WithUserLibrary damaged("quorvex-damaged-library",
+                            "My notes, free text\r\n[MINE]\r\nTWICE[X]=2*(X)\r\nTWICE=doubles\r\nthis is no entry\r\n");
+    EXPECT_STREQ(damaged.parser.eval_exp("TWICE(4)", true, false, false), "8");
+    ASSERT_EQ(damaged.reporter.said.size(), 1u);
+    EXPECT_NE(damaged.reporter.said[0].find("holds lines that are no function entries (line 5)"), std::string::npos)
+        << damaged.reporter.said[0];
 
     // Bytes that are no text at all.
-    std::ofstream(dir + "/QuorvexUser.lib", std::ios::binary) << std::string("\0\x01garbage[[[\r\n=\r\n", 16);
-    RecordingReporter binary;
-    Parser other(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
-    other.set_reporter(&binary);
-    other.set_library_dirs(QUORVEX_DATA_DIR, dir);
-    EXPECT_STREQ(other.eval_exp("2+2", true, false, false), "4");
-    other.eval_exp("COT(45)", true, false, false); // reading the libraries
-    ASSERT_FALSE(binary.said.empty());
-    EXPECT_NE(binary.said[0].find("holds bytes that are no text"), std::string::npos) << binary.said[0];
-    std::filesystem::remove_all(dir);
+    WithUserLibrary binary("quorvex-binary-library", std::string("\0\x01garbage[[[\r\n=\r\n", 16));
+    EXPECT_STREQ(binary.parser.eval_exp("2+2", true, false, false), "4");
+    binary.parser.eval_exp("COT(45)", true, false, false); // reading the libraries
+    ASSERT_FALSE(binary.reporter.said.empty());
+    EXPECT_NE(binary.reporter.said[0].find("holds bytes that are no text"), std::string::npos)
+        << binary.reporter.said[0];
 }
