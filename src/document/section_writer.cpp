@@ -2,13 +2,19 @@
 
 #include "store/ini_file.h"
 
+
 namespace quorvex::document {
 
 std::string as_read_back(std::string_view text) {
-    std::string line(text);
+    // A line end inside the text reads back as a blank, and blanks at either end are dropped.
+    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    size_t first = 0, last = text.size();
+    while (first < last && blank(text[first])) ++first;
+    while (last > first && blank(text[last - 1])) --last;
+    std::string line(text.substr(first, last - first));
     for (char& c : line)
         if (c == '\r' || c == '\n') c = ' ';
-    return std::string(store::trim_blanks(line));
+    return line;
 }
 
 void SectionWriter::Begin(std::string_view section) {
@@ -20,11 +26,12 @@ void SectionWriter::Begin(std::string_view section) {
 void SectionWriter::Put(std::string_view key, std::string_view value) {
     std::string name = as_read_back(key);
     store::IniFile::ReplaceChar(name, '=');
-    auto [at, added] = m_index.try_emplace(store::lower_case(name), m_entries.size());
+    bool added = false;
+    const size_t at = m_index.insert(name, m_entries.size(), &added);
     if (added)
         m_entries.emplace_back(std::move(name), as_read_back(value));
     else
-        m_entries[at->second].second = as_read_back(value);
+        m_entries[at].second = as_read_back(value);
 }
 
 void SectionWriter::PutInt(std::string_view key, long value) { Put(key, std::to_string(value)); }

@@ -1,7 +1,8 @@
 #pragma once
+#include "store/no_case_index.h"
+
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,7 @@ private:
     std::string m_section;
     bool m_open = false;
     std::vector<std::pair<std::string, std::string>> m_entries;
-    std::unordered_map<std::string, size_t> m_index; // lower-case key -> entry
+    store::NoCaseIndex m_index; // key -> entry, ignoring case
 };
 
 } // namespace quorvex::document

@@ -45,13 +45,14 @@ std::string profile_key(std::string_view key) {
     return mapped;
 }
 
-} // namespace
-
-std::string lower_case(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return lower;
+// The line of `keys` for `key` as written in a call: only a key holding '=' needs a copy.
+size_t find_key(const NoCaseIndex& keys, std::string_view key) {
+    const std::string_view trimmed = trim_blanks(key);
+    if (trimmed.find('=') == std::string_view::npos) return keys.find(trimmed);
+    return keys.find(profile_key(trimmed));
 }
+
+} // namespace
 
 std::string_view trim_blanks(std::string_view text) {
     size_t first = 0, last = text.size();
@@ -102,7 +103,7 @@ void IniFile::parse(std::string_view text) {
             Section section;
             section.name = std::string(name);
             section.header = std::move(line);
-            m_section_index.emplace(lower_case(section.name), m_sections.size());
+            m_section_index.insert(section.name, m_sections.size());
             m_sections.push_back(std::move(section));
         } else if (m_sections.empty()) {
             append_line(m_preamble, line);
@@ -119,13 +120,13 @@ void IniFile::index_section(Section& section) const {
     section.keys.clear();
     for (size_t i = 0; i < section.lines.size(); ++i) {
         std::string_view key, value;
-        if (split_key_line(section.lines[i].text, key, value)) section.keys.emplace(lower_case(key), i);
+        if (split_key_line(section.lines[i].text, key, value)) section.keys.insert(key, i);
     }
 }
 
 const IniFile::Section* IniFile::find_section(std::string_view name) const {
-    const auto found = m_section_index.find(lower_case(trim_blanks(name)));
-    return found == m_section_index.end() ? nullptr : &m_sections[found->second];
+    const size_t found = m_section_index.find(trim_blanks(name));
+    return found == NoCaseIndex::npos ? nullptr : &m_sections[found];
 }
 
 IniFile::Section* IniFile::find_section(std::string_view name) {
@@ -135,8 +136,8 @@ IniFile::Section* IniFile::find_section(std::string_view name) {
 const IniLine* IniFile::find_line(std::string_view section_name, std::string_view key) const {
     const Section* section = find_section(section_name);
     if (!section) return nullptr;
-    const auto found = section->keys.find(lower_case(profile_key(key)));
-    return found == section->keys.end() ? nullptr : &section->lines[found->second];
+    const size_t found = find_key(section->keys, key);
+    return found == NoCaseIndex::npos ? nullptr : &section->lines[found];
 }
 
 std::string IniFile::GetString(std::string_view section, std::string_view key, std::string_view fallback) const {
@@ -205,14 +206,14 @@ bool IniFile::WriteString(std::string_view section_name, std::string_view key, s
         Section created;
         created.name = std::string(trim_blanks(section_name));
         created.header = {"[" + created.name + "]", k_new_line};
-        m_section_index.emplace(lower_case(created.name), m_sections.size());
+        m_section_index.insert(created.name, m_sections.size());
         m_sections.push_back(std::move(created));
         section = &m_sections.back();
     }
 
-    const auto found = section->keys.find(lower_case(mapped));
-    if (found != section->keys.end()) {
-        section->lines[found->second].text = std::move(text);
+    const size_t found = section->keys.find(mapped);
+    if (found != NoCaseIndex::npos) {
+        section->lines[found].text = std::move(text);
         // A key that held a lone CR is written with a blank in its place: it is another key now.
         if (mapped.find('\r') != std::string::npos) index_section(*section);
     } else {
@@ -223,7 +224,7 @@ bool IniFile::WriteString(std::string_view section_name, std::string_view key, s
         if (before.end.empty()) before.end = k_new_line;
         section->lines.insert(section->lines.begin() + static_cast<long>(at), IniLine{std::move(text), k_new_line});
         if (at + 1 == section->lines.size())
-            section->keys.emplace(lower_case(mapped), at);
+            section->keys.insert(mapped, at);
         else
             index_section(*section);
     }
@@ -234,20 +235,20 @@ bool IniFile::WriteString(std::string_view section_name, std::string_view key, s
 bool IniFile::DeleteKey(std::string_view section_name, std::string_view key) {
     Section* section = find_section(section_name);
     if (!section) return false;
-    const auto found = section->keys.find(lower_case(profile_key(key)));
-    if (found == section->keys.end()) return false;
-    section->lines.erase(section->lines.begin() + static_cast<long>(found->second));
+    const size_t found = find_key(section->keys, key);
+    if (found == NoCaseIndex::npos) return false;
+    section->lines.erase(section->lines.begin() + static_cast<long>(found));
     index_section(*section);
     changed();
     return true;
 }
 
 bool IniFile::DeleteSection(std::string_view section_name) {
-    const auto found = m_section_index.find(lower_case(trim_blanks(section_name)));
-    if (found == m_section_index.end()) return false;
-    m_sections.erase(m_sections.begin() + static_cast<long>(found->second));
+    const size_t found = m_section_index.find(trim_blanks(section_name));
+    if (found == NoCaseIndex::npos) return false;
+    m_sections.erase(m_sections.begin() + static_cast<long>(found));
     m_section_index.clear();
-    for (size_t i = 0; i < m_sections.size(); ++i) m_section_index.emplace(lower_case(m_sections[i].name), i);
+    for (size_t i = 0; i < m_sections.size(); ++i) m_section_index.insert(m_sections[i].name, i);
     changed();
     return true;
 }
@@ -331,7 +332,7 @@ std::string IniFile::JoinRepeatedSections(std::string_view text, std::vector<std
         std::vector<std::string_view> pieces; // header and lines, each with its line end
     };
     std::vector<Block> blocks;
-    std::unordered_map<std::string, size_t> first_of;
+    NoCaseIndex first_of;
     std::string_view leading;
     bool any_repeated = false;
     Block* current = nullptr;
@@ -341,14 +342,15 @@ std::string IniFile::JoinRepeatedSections(std::string_view text, std::vector<std
         const std::string_view line = text.substr(start, end - start);
         std::string_view name;
         if (split_header_line(line, name)) {
-            const auto [found, added] = first_of.emplace(lower_case(name), blocks.size());
+            bool added = false;
+            const size_t found = first_of.insert(name, blocks.size(), &added);
             if (added) {
                 blocks.push_back({name, {}});
             } else if (std::find(repeated.begin(), repeated.end(), std::string(name)) == repeated.end()) {
                 repeated.emplace_back(name);
                 any_repeated = true;
             }
-            current = &blocks[found->second];
+            current = &blocks[found];
             if (added) current->pieces.push_back(line);
         } else if (current) {
             current->pieces.push_back(line);

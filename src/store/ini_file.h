@@ -1,8 +1,9 @@
 #pragma once
+#include "no_case_index.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace quorvex::store {
@@ -88,7 +89,7 @@ private:
         std::string name;
         IniLine header;
         std::vector<IniLine> lines;                     // the lines below the header
-        std::unordered_map<std::string, size_t> keys;   // lower-case key -> first line holding it
+        NoCaseIndex keys;                               // key -> first line holding it
     };
 
     void parse(std::string_view text);
@@ -105,7 +106,7 @@ private:
     size_t m_revision = 1;
     std::string m_preamble;                               // bytes ahead of the first section
     std::vector<Section> m_sections;
-    std::unordered_map<std::string, size_t> m_section_index; // lower-case name -> first section
+    NoCaseIndex m_section_index;                          // name -> first section
     mutable std::string m_text;
     mutable bool m_text_valid = false;
 };
@@ -114,7 +115,6 @@ private:
 bool split_key_line(std::string_view line, std::string_view& key, std::string_view& value);
 // The name of a section header line ("[name]" after blanks), or false for another line.
 bool split_header_line(std::string_view line, std::string_view& name);
-std::string lower_case(std::string_view text);
 std::string_view trim_blanks(std::string_view text);
 
 } // namespace quorvex::store
