@@ -1,0 +1,34 @@
+#include "message_reporter.h"
+
+#include <QMessageBox>
+
+namespace quorvex::gui {
+
+namespace {
+
+QString text_of(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
+void MessageReporter::report(std::string_view text, std::string_view caption, engine::MessageKind kind) {
+    if (m_collect) {
+        *m_collect << text_of(caption) + QStringLiteral(": ") + text_of(text);
+        return;
+    }
+    const auto icon = kind == engine::MessageKind::Warning ? QMessageBox::Warning : QMessageBox::Information;
+    QMessageBox box(icon, text_of(caption), text_of(text), QMessageBox::Ok, m_parent);
+    box.exec();
+}
+
+bool MessageReporter::ask(std::string_view text, std::string_view caption) {
+    if (m_collect) {
+        *m_collect << text_of(caption) + QStringLiteral(": ") + text_of(text);
+        return true;
+    }
+    return QMessageBox::question(m_parent, text_of(caption), text_of(text), QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,152 @@
+#include "document_window.h"
+
+#include "math_editor.h"
+
+#include "functions/builtin_functions.h"
+#include "gui/common/progress_host.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "store/ini_file.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSplitter>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+namespace quorvex::gui {
+
+DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidget* parent)
+    : QWidget(parent),
+      m_services(services),
+      m_untitled(std::move(untitled_name)),
+      m_parser(std::make_unique<engine::Parser>(&functions::builtin_functions(), services.library_dir.toStdString(),
+                                                services.data_dir.toStdString())),
+      m_reporter(this, services.collected_messages),
+      m_document(std::make_unique<document::Document>(*m_parser, &m_reporter)),
+      m_splitter(new QSplitter(Qt::Horizontal, this)),
+      m_editor(new MathEditor(services, *m_parser, m_splitter)) {
+    setObjectName(QStringLiteral("documentWindow"));
+    m_parser->set_reporter(&m_reporter);
+    // A new engine takes the program's options, then the number formats for new documents.
+    document::ApplyToNewParser(services.options, *m_parser);
+    if (services.settings) document::ReadGlobalSettings(*services.settings, *m_parser);
+
+    m_splitter->addWidget(m_editor);
+    m_splitter->setChildrenCollapsible(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_splitter);
+    apply_font();
+    connect(m_editor->document(), &QTextDocument::modificationChanged, this, [this] { update_caption(); });
+    connect(m_editor, &MathEditor::variablesChanged, this, [this] { update_caption(); });
+    connect(m_editor, &MathEditor::functionsChanged, this, [this] { update_caption(); });
+    update_caption();
+}
+
+DocumentWindow::~DocumentWindow() = default;
+
+QString DocumentWindow::caption() const {
+    const QString name = m_path.isEmpty() ? m_untitled : m_path;
+    return QStringLiteral("MATH EDITOR - ") + name.toUpper() + QStringLiteral("[*]");
+}
+
+void DocumentWindow::update_caption() {
+    setWindowTitle(caption());
+    setWindowModified(is_modified());
+    Q_EMIT captionChanged();
+}
+
+void DocumentWindow::apply_font() {
+    const document::FontRecord& record = m_document->Font;
+    QFont font(QString::fromStdString(record.FaceName));
+    font.setStyleHint(QFont::TypeWriter);
+    // The document keeps a platform font height in pixels (negative: the character height).
+    font.setPixelSize(std::clamp(std::abs(record.Height) + 3, 10, 72));
+    font.setBold(record.Weight >= 600);
+    font.setItalic(record.Italic != 0);
+    m_editor->setFont(font);
+}
+
+void DocumentWindow::show_text() {
+    QString text;
+    for (size_t i = 0; i < m_document->Lines.size(); ++i) {
+        if (i) text += QLatin1Char('\n');
+        text += QString::fromStdString(m_document->Lines[i]);
+    }
+    m_editor->setPlainText(text);
+    apply_font();
+}
+
+bool DocumentWindow::load(const QString& path) {
+    ProgressHost host(this, QStringLiteral("Open File"));
+    m_document->set_host(&host);
+    m_document->set_progress([&host](std::string_view text, int percent) { host.set_progress(text, percent); });
+    const bool loaded = m_document->Read(path.toStdString());
+    m_document->set_host(nullptr);
+    m_document->set_progress({});
+    if (!loaded) return false;
+    m_path = QFileInfo(path).absoluteFilePath();
+    show_text();
+    m_editor->document()->setModified(false);
+    update_caption();
+    return true;
+}
+
+bool DocumentWindow::load_recovered(const std::string& text, const QString& origin) {
+    if (!m_document->ReadText(text)) return false;
+    m_path = origin;
+    show_text();
+    m_editor->document()->setModified(true);
+    update_caption();
+    return true;
+}
+
+bool DocumentWindow::compose(std::string& text) {
+    m_document->Lines.clear();
+    for (QTextBlock block = m_editor->document()->begin(); block.isValid(); block = block.next())
+        m_document->Lines.push_back(block.text().toStdString());
+    return m_document->Compose(text);
+}
+
+bool DocumentWindow::save(const QString& path) {
+    const QString target = path.isEmpty() ? m_path : path;
+    if (target.isEmpty()) return false;
+    m_document->Lines.clear();
+    for (QTextBlock block = m_editor->document()->begin(); block.isValid(); block = block.next())
+        m_document->Lines.push_back(block.text().toStdString());
+    ProgressHost host(this, QStringLiteral("Save File"));
+    m_document->set_host(&host);
+    const bool written = m_document->Write(target.toStdString());
+    m_document->set_host(nullptr);
+    if (!written) return false;
+    if (m_services.sounds) m_services.sounds->play(QStringLiteral("QClick.wav"));
+    m_path = QFileInfo(target).absoluteFilePath();
+    m_editor->document()->setModified(false);
+    update_caption();
+    Q_EMIT saved(m_path);
+    return true;
+}
+
+bool DocumentWindow::is_modified() const {
+    return m_editor->document()->isModified() || !m_parser->vars_saved() || !m_parser->funcs_saved();
+}
+
+bool DocumentWindow::may_close(const std::function<QString()>& save_as) {
+    if (!is_modified()) return true;
+    const QString text =
+        m_path.isEmpty()
+            ? QStringLiteral("Attributes in the file have changed!\n\n Do you wish to save the changes?")
+            : QStringLiteral("Attributes in the ' %1 ' file have changed!\n\n Do you wish to save the changes?").arg(m_path);
+    const int answer = m_services.answer_save_question
+                           ? m_services.answer_save_question(text)
+                           : QMessageBox::question(this, QStringLiteral("Save File"), text,
+                                                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                                                   QMessageBox::Yes);
+    if (answer == QMessageBox::Cancel) return false;
+    if (answer == QMessageBox::No) return true;
+    const QString target = m_path.isEmpty() ? save_as() : m_path;
+    return !target.isEmpty() && save(target);
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,83 @@
+#pragma once
+#include "document/document.h"
+#include "engine/parser.h"
+#include "gui/common/message_reporter.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+
+class QSplitter;
+
+namespace quorvex::gui {
+
+class MathEditor;
+struct Services;
+
+// One open document: the MDI child's content. It owns the document's engine (each document has
+// its own variables and functions), the Document that reads and writes its .qvx file, and the
+// math editor; the splitter beside the editor is where the graph, the lists and the tool windows
+// of the document take their place. Everything that reaches the engine for this document goes
+// through here.
+class DocumentWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    DocumentWindow(Services& services, QString untitled_name, QWidget* parent = nullptr);
+    ~DocumentWindow() override;
+
+    MathEditor* editor() const { return m_editor; }
+    engine::Parser& parser() { return *m_parser; }
+    document::Document& document() { return *m_document; }
+    QSplitter* splitter() const { return m_splitter; }
+
+    // The file, empty for a document never saved.
+    const QString& file_path() const { return m_path; }
+    // The name shown for a document never saved ("Untitled 1").
+    const QString& untitled_name() const { return m_untitled; }
+    // "MATH EDITOR - " and the path in capitals, or the untitled name.
+    QString caption() const;
+
+    // Loads the file into this window; false (after the message) when it can not be read.
+    bool load(const QString& path);
+    // Takes a document text (an autosave) as if read, keeping `origin` as the file to save to;
+    // the window counts as modified.
+    bool load_recovered(const std::string& text, const QString& origin);
+    // Saves to `path` (the current file when empty); false, after the message, on failure.
+    bool save(const QString& path = {});
+    // The whole document as a save would write it.
+    bool compose(std::string& text);
+
+    // True when something would be lost by closing: the text, or the engine's declarations.
+    bool is_modified() const;
+    // Asks "Save File" when modified: true when the window may close (saved, or the user said
+    // No); false for Cancel or a failed save. `save_as` supplies a path for a document never saved
+    // (empty: the user cancelled).
+    bool may_close(const std::function<QString()>& save_as);
+
+    // The autosave slot of this window.
+    const std::string& autosave_slot() const { return m_autosave_slot; }
+    void set_autosave_slot(std::string slot) { m_autosave_slot = std::move(slot); }
+
+Q_SIGNALS:
+    void captionChanged();
+    void saved(const QString& path);
+
+private:
+    void show_text();
+    void apply_font();
+    void update_caption();
+
+    Services& m_services;
+    QString m_untitled;
+    QString m_path;
+    std::unique_ptr<engine::Parser> m_parser;
+    MessageReporter m_reporter;
+    std::unique_ptr<document::Document> m_document;
+    QSplitter* m_splitter;
+    MathEditor* m_editor;
+    std::string m_autosave_slot;
+};
+
+} // namespace quorvex::gui

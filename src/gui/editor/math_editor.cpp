@@ -1,0 +1,120 @@
+#include "math_editor.h"
+
+#include "gui/common/error_dialog.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+
+#include <QKeyEvent>
+#include <QTextBlock>
+
+namespace quorvex::gui {
+
+MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* parent)
+    : QPlainTextEdit(parent), m_services(services), m_processor(parser) {
+    setObjectName(QStringLiteral("mathEditor"));
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setTabChangesFocus(false);
+    apply_options();
+}
+
+void MathEditor::apply_options() {
+    document::LineSettings settings = m_processor.settings();
+    settings.calculation_method = m_services.options.CalculationMethod;
+    m_processor.set_settings(settings);
+}
+
+void MathEditor::set_as_fraction(bool on) {
+    document::LineSettings settings = m_processor.settings();
+    settings.as_fraction = on;
+    m_processor.set_settings(settings);
+}
+
+void MathEditor::close_error() {
+    if (m_services.error_dialog && m_services.error_dialog->isVisible()) m_services.error_dialog->hide();
+}
+
+char MathEditor::char_before_caret() const {
+    const QTextCursor cursor = textCursor();
+    const int column = cursor.positionInBlock();
+    if (column == 0) return 0;
+    const QChar c = cursor.block().text().at(column - 1);
+    return c.unicode() < 128 ? static_cast<char>(c.unicode()) : '?';
+}
+
+void MathEditor::keyPressEvent(QKeyEvent* event) {
+    close_error();
+    const int key = event->key();
+    const bool shift = event->modifiers() & Qt::ShiftModifier;
+    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    std::optional<desktop::EditorKey> editor_key;
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && plain)
+        editor_key = shift ? desktop::EditorKey::ShiftEnter : desktop::EditorKey::Enter;
+    else if (key == Qt::Key_F4 && plain)
+        editor_key = desktop::EditorKey::F4;
+    else if (event->text() == QStringLiteral("="))
+        editor_key = desktop::EditorKey::Equals;
+    if (!editor_key) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    const desktop::KeyDecision decision =
+        desktop::decide_key(*editor_key, m_services.options.CalculationMethod, char_before_caret());
+    if (decision.compute) compute_current_line(*editor_key);
+    if (!decision.type) return;
+    if (*editor_key == desktop::EditorKey::ShiftEnter || *editor_key == desktop::EditorKey::Enter) {
+        // A plain new line, whatever Shift says: Shift+Enter would make a line separator.
+        textCursor().insertBlock();
+        ensureCursorVisible();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void MathEditor::focusOutEvent(QFocusEvent* event) {
+    // The error dialog itself never takes the focus, so any focus change is the user moving on.
+    close_error();
+    QPlainTextEdit::focusOutEvent(event);
+}
+
+bool MathEditor::compute_current_line(desktop::EditorKey key) {
+    QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    const QString before = block.text();
+    const std::string line = before.toStdString();
+    const document::LineOutcome outcome = m_processor.process(line);
+    const QString after = QString::fromStdString(outcome.text);
+
+    if (after != before) {
+        cursor.beginEditBlock();
+        cursor.setPosition(block.position());
+        cursor.setPosition(block.position() + before.length(), QTextCursor::KeepAnchor);
+        cursor.insertText(after);
+        cursor.endEditBlock();
+    }
+    // The caret: behind the answer for F4 and Shift+Enter in method 0, at the line's end when
+    // Enter computes in the other methods (the new line then follows the whole line).
+    const bool to_end = key == desktop::EditorKey::Enter || key == desktop::EditorKey::Equals ||
+                        (key == desktop::EditorKey::ShiftEnter && m_services.options.CalculationMethod != 0);
+    const int column = to_end ? after.length()
+                              : static_cast<int>(QString::fromStdString(outcome.text.substr(0, outcome.caret)).length());
+    cursor.setPosition(block.position() + std::min<int>(column, static_cast<int>(after.length())));
+    setTextCursor(cursor);
+
+    if (outcome.error) {
+        m_last_error = QString::fromStdString(outcome.message);
+        if (m_services.sounds) m_services.sounds->play(QStringLiteral("Error.wav"));
+        if (m_services.error_dialog)
+            m_services.error_dialog->show_error(m_last_error, viewport()->mapToGlobal(cursorRect().bottomLeft()));
+        return false;
+    }
+    m_last_error.clear();
+    if (!outcome.computed) return true;
+    if (outcome.variables_changed) Q_EMIT variablesChanged();
+    if (outcome.functions_changed) Q_EMIT functionsChanged();
+    if (m_services.sounds)
+        m_services.sounds->play(outcome.variables_changed || outcome.functions_changed ? QStringLiteral("Add.wav")
+                                                                                       : QStringLiteral("Command.wav"));
+    return true;
+}
+
+} // namespace quorvex::gui

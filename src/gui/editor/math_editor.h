@@ -1,0 +1,48 @@
+#pragma once
+#include "desktop/editor_keys.h"
+#include "document/line_processor.h"
+
+#include <QPlainTextEdit>
+
+namespace quorvex::gui {
+
+struct Services;
+
+// The pane in which the user types mathematics. The text is the document's text; a line is
+// evaluated when the user asks (Enter, Shift+Enter, '=' or F4, by the calculation method) and its
+// answer is written into the line by the line processor. Errors go to the shared error dialog,
+// which the next key or a focus change closes.
+class MathEditor : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    MathEditor(Services& services, engine::Parser& parser, QWidget* parent = nullptr);
+
+    // Evaluates the caret's line as the key `key` asks; false when the engine refused it.
+    bool compute_current_line(desktop::EditorKey key = desktop::EditorKey::F4);
+    void set_as_fraction(bool on);
+    bool as_fraction() const { return m_processor.settings().as_fraction; }
+    // Takes the calculation method of the program's options (after the options dialog).
+    void apply_options();
+    document::LineProcessor& processor() { return m_processor; }
+    // The message of the last refused line, empty after a success.
+    const QString& last_error() const { return m_last_error; }
+
+Q_SIGNALS:
+    void variablesChanged();
+    void functionsChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void close_error();
+    char char_before_caret() const;
+
+    Services& m_services;
+    document::LineProcessor m_processor;
+    QString m_last_error;
+};
+
+} // namespace quorvex::gui

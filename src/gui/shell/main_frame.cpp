@@ -1,0 +1,426 @@
+#include "main_frame.h"
+
+#include "options_dialog.h"
+
+#include "desktop/autosave.h"
+#include "desktop/recent_files.h"
+#include "gui/common/services.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "store/atomic_write.h"
+#include "store/ini_file.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+#include <unistd.h>
+
+namespace quorvex::gui {
+
+namespace {
+
+constexpr int k_autosave_ms = 2 * 60 * 1000;
+const QString k_filter = QStringLiteral("Quorvex documents (*.qvx);;All files (*)");
+
+QString autosave_dir(const Services& services) { return services.data_dir + QStringLiteral("/autosave"); }
+
+} // namespace
+
+MainFrame::MainFrame(Services& services, QWidget* parent)
+    : QMainWindow(parent), m_services(services), m_area(new QMdiArea(this)), m_autosave_timer(new QTimer(this)) {
+    setObjectName(QStringLiteral("mainFrame"));
+    setWindowTitle(QStringLiteral("Quorvex"));
+    m_area->setViewMode(QMdiArea::SubWindowView);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_area);
+    create_actions();
+    create_menus();
+    m_position = new QLabel(this);
+    statusBar()->addPermanentWidget(m_position);
+    statusBar()->showMessage(tr("Ready"));
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this] { update_actions(); });
+    connect(m_autosave_timer, &QTimer::timeout, this, &MainFrame::autosave_now);
+    m_autosave_timer->start(k_autosave_ms);
+    update_actions();
+    resize(1000, 700);
+}
+
+MainFrame::~MainFrame() = default;
+
+QAction* MainFrame::action(const QString& name) const { return findChild<QAction*>(name); }
+
+void MainFrame::create_actions() {
+    const auto make = [this](const QString& name, const QString& text, const QKeySequence& key, auto slot,
+                             const QString& icon = {}) {
+        auto* action = new QAction(text, this);
+        action->setObjectName(name);
+        if (!key.isEmpty()) action->setShortcut(key);
+        if (!icon.isEmpty()) action->setIcon(QIcon::fromTheme(icon));
+        connect(action, &QAction::triggered, this, slot);
+        addAction(action);
+        return action;
+    };
+    make(QStringLiteral("fileNew"), tr("&New"), QKeySequence(Qt::CTRL | Qt::Key_N), [this] { new_document(); },
+         QStringLiteral("document-new"));
+    make(QStringLiteral("fileOpen"), tr("&Open..."), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { open_with_dialog(); },
+         QStringLiteral("document-open"));
+    make(QStringLiteral("fileSave"), tr("&Save"), QKeySequence(Qt::CTRL | Qt::Key_S),
+         [this] { save_document(active_document(), false); }, QStringLiteral("document-save"));
+    make(QStringLiteral("fileSaveAs"), tr("Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+         [this] { save_document(active_document(), true); }, QStringLiteral("document-save-as"));
+    make(QStringLiteral("fileClose"), tr("&Close"), QKeySequence(Qt::CTRL | Qt::Key_W),
+         [this] { close_window(m_area->activeSubWindow()); });
+    make(QStringLiteral("fileCloseAll"), tr("Close A&ll"), {}, [this] {
+        for (QMdiSubWindow* sub : m_area->subWindowList())
+            if (!close_window(sub)) break;
+    });
+    make(QStringLiteral("filePrint"), tr("&Print..."), QKeySequence(Qt::CTRL | Qt::Key_P), [this] { print(false); },
+         QStringLiteral("document-print"));
+    make(QStringLiteral("filePrintPreview"), tr("Print Pre&view..."), {}, [this] { print(true); },
+         QStringLiteral("document-print-preview"));
+    make(QStringLiteral("fileExportPdf"), tr("&Export as PDF..."), {}, [this] { export_pdf(); });
+    make(QStringLiteral("fileExit"), tr("E&xit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); },
+         QStringLiteral("application-exit"));
+
+    const auto on_editor = [this](void (QPlainTextEdit::*call)()) {
+        return [this, call] {
+            if (DocumentWindow* window = active_document()) (window->editor()->*call)();
+        };
+    };
+    make(QStringLiteral("editUndo"), tr("&Undo"), QKeySequence::Undo, on_editor(&QPlainTextEdit::undo),
+         QStringLiteral("edit-undo"));
+    make(QStringLiteral("editRedo"), tr("&Redo"), QKeySequence::Redo, on_editor(&QPlainTextEdit::redo),
+         QStringLiteral("edit-redo"));
+    make(QStringLiteral("editCut"), tr("Cu&t"), QKeySequence::Cut, on_editor(&QPlainTextEdit::cut),
+         QStringLiteral("edit-cut"));
+    make(QStringLiteral("editCopy"), tr("&Copy"), QKeySequence::Copy, on_editor(&QPlainTextEdit::copy),
+         QStringLiteral("edit-copy"));
+    make(QStringLiteral("editPaste"), tr("&Paste"), QKeySequence::Paste, on_editor(&QPlainTextEdit::paste),
+         QStringLiteral("edit-paste"));
+    make(QStringLiteral("editSelectAll"), tr("Select &All"), QKeySequence::SelectAll,
+         on_editor(&QPlainTextEdit::selectAll));
+    // The editor handles these keys itself; the actions keep the shortcuts out of the way.
+    for (const QString& name : {QStringLiteral("editUndo"), QStringLiteral("editRedo"), QStringLiteral("editCut"),
+                                QStringLiteral("editCopy"), QStringLiteral("editPaste"), QStringLiteral("editSelectAll")})
+        action(name)->setShortcutContext(Qt::WidgetShortcut);
+
+    make(QStringLiteral("computeLine"), tr("&Compute Line"), QKeySequence(Qt::Key_F4), [this] {
+        if (DocumentWindow* window = active_document()) window->editor()->compute_current_line();
+    }, QStringLiteral("media-playback-start"));
+    action(QStringLiteral("computeLine"))->setShortcutContext(Qt::WidgetShortcut); // the editor takes F4 itself
+    QAction* fraction = make(QStringLiteral("computeAsFraction"), tr("Answers as &Fractions"), {}, [this](bool on) {
+        if (DocumentWindow* window = active_document()) window->editor()->set_as_fraction(on);
+    });
+    fraction->setCheckable(true);
+    make(QStringLiteral("toolsOptions"), tr("&Options..."), {}, [this] { show_options(); },
+         QStringLiteral("preferences-system"));
+
+    make(QStringLiteral("windowTile"), tr("&Tile"), {}, [this] { m_area->tileSubWindows(); });
+    make(QStringLiteral("windowCascade"), tr("&Cascade"), {}, [this] { m_area->cascadeSubWindows(); });
+    make(QStringLiteral("windowNext"), tr("&Next"), QKeySequence::NextChild, [this] { m_area->activateNextSubWindow(); });
+    make(QStringLiteral("windowPrevious"), tr("&Previous"), QKeySequence::PreviousChild,
+         [this] { m_area->activatePreviousSubWindow(); });
+    make(QStringLiteral("helpAbout"), tr("&About Quorvex"), {}, [this] {
+        QMessageBox::about(this, tr("About Quorvex"),
+                           tr("<b>Quorvex %1</b><p>A scientific calculation environment: expressions, functions "
+                              "and answers computed in decimal to 15 significant digits.</p>")
+                               .arg(QApplication::applicationVersion()));
+    });
+}
+
+void MainFrame::create_menus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    for (const char* name : {"fileNew", "fileOpen"}) file->addAction(action(QLatin1String(name)));
+    m_recent_menu = file->addMenu(tr("Open &Recent"));
+    m_recent_menu->setObjectName(QStringLiteral("recentMenu"));
+    for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll"}) file->addAction(action(QLatin1String(name)));
+    file->addSeparator();
+    for (const char* name : {"filePrint", "filePrintPreview", "fileExportPdf"}) file->addAction(action(QLatin1String(name)));
+    file->addSeparator();
+    file->addAction(action(QStringLiteral("fileExit")));
+
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    for (const char* name : {"editUndo", "editRedo"}) edit->addAction(action(QLatin1String(name)));
+    edit->addSeparator();
+    for (const char* name : {"editCut", "editCopy", "editPaste", "editSelectAll"}) edit->addAction(action(QLatin1String(name)));
+
+    QMenu* compute = menuBar()->addMenu(tr("&Compute"));
+    compute->addAction(action(QStringLiteral("computeLine")));
+    compute->addAction(action(QStringLiteral("computeAsFraction")));
+
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    tools->addAction(action(QStringLiteral("toolsOptions")));
+
+    QMenu* window = menuBar()->addMenu(tr("&Window"));
+    for (const char* name : {"windowTile", "windowCascade", "windowNext", "windowPrevious"})
+        window->addAction(action(QLatin1String(name)));
+    menuBar()->addMenu(tr("&Help"))->addAction(action(QStringLiteral("helpAbout")));
+
+    QToolBar* bar = addToolBar(tr("Standard"));
+    bar->setObjectName(QStringLiteral("standardToolBar"));
+    bar->setToolButtonStyle(m_services.options.FlatButtons ? Qt::ToolButtonIconOnly : Qt::ToolButtonFollowStyle);
+    for (const char* name : {"fileNew", "fileOpen", "fileSave", "filePrint"}) bar->addAction(action(QLatin1String(name)));
+    bar->addSeparator();
+    for (const char* name : {"editCut", "editCopy", "editPaste"}) bar->addAction(action(QLatin1String(name)));
+    bar->addSeparator();
+    bar->addAction(action(QStringLiteral("computeLine")));
+    update_recent_menu();
+}
+
+void MainFrame::update_actions() {
+    DocumentWindow* window = active_document();
+    for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
+                             "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
+                             "editSelectAll", "computeLine", "computeAsFraction", "windowTile", "windowCascade",
+                             "windowNext", "windowPrevious"})
+        action(QLatin1String(name))->setEnabled(window != nullptr);
+    if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
+}
+
+void MainFrame::update_recent_menu() {
+    m_recent_menu->clear();
+    const auto& files = m_services.recent ? m_services.recent->files() : std::vector<std::string>{};
+    for (size_t i = 0; i < files.size(); ++i) {
+        const QString path = QString::fromStdString(files[i]);
+        QAction* item = m_recent_menu->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(path));
+        connect(item, &QAction::triggered, this, [this, path] { open_document(path); });
+    }
+    m_recent_menu->setEnabled(!files.empty());
+}
+
+void MainFrame::remember(const QString& path) {
+    if (!m_services.recent) return;
+    m_services.recent->add(path.toStdString());
+    m_services.recent->store();
+    if (m_services.settings) m_services.settings->Save();
+    update_recent_menu();
+}
+
+QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
+    QMdiSubWindow* sub = m_area->addSubWindow(window);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
+    sub->setWindowTitle(window->windowTitle());
+    window->set_autosave_slot(desktop::AutosaveFolder::new_slot(::getpid(), ++m_slot_count));
+    connect(window, &DocumentWindow::captionChanged, sub, [sub, window] {
+        sub->setWindowTitle(window->windowTitle());
+        sub->setWindowModified(window->isWindowModified());
+    });
+    connect(window->editor(), &QPlainTextEdit::cursorPositionChanged, this, [this, window] {
+        const QTextCursor cursor = window->editor()->textCursor();
+        m_position->setText(tr("Line %1, Col %2").arg(cursor.blockNumber() + 1).arg(cursor.positionInBlock() + 1));
+    });
+    sub->resize(m_area->size() * 0.9);
+    sub->show();
+    window->editor()->setFocus();
+    if (m_area->subWindowList().size() == 1) sub->showMaximized();
+    update_actions();
+    return sub;
+}
+
+DocumentWindow* MainFrame::new_document() {
+    auto* window = new DocumentWindow(m_services, tr("Untitled %1").arg(++m_untitled_count));
+    add_window(window);
+    return window;
+}
+
+QMdiSubWindow* MainFrame::window_of_path(const QString& path) const {
+    const QString wanted = QFileInfo(path).absoluteFilePath();
+    for (QMdiSubWindow* sub : m_area->subWindowList()) {
+        auto* window = qobject_cast<DocumentWindow*>(sub->widget());
+        if (window && window->file_path() == wanted) return sub;
+    }
+    return nullptr;
+}
+
+DocumentWindow* MainFrame::open_document(const QString& path) {
+    if (QMdiSubWindow* open = window_of_path(path)) {
+        m_area->setActiveSubWindow(open);
+        return qobject_cast<DocumentWindow*>(open->widget());
+    }
+    auto* window = new DocumentWindow(m_services, QFileInfo(path).fileName());
+    if (!window->load(path)) {
+        delete window;
+        if (m_services.recent && !QFileInfo::exists(path)) {
+            m_services.recent->remove(path.toStdString());
+            update_recent_menu();
+        }
+        return nullptr;
+    }
+    add_window(window);
+    remember(window->file_path());
+    return window;
+}
+
+void MainFrame::open_missing(const QString& path) {
+    const QString text = QStringLiteral("The file \"%1\" could not be found!").arg(path);
+    if (m_services.collected_messages)
+        *m_services.collected_messages << QStringLiteral("Find File: ") + text;
+    else
+        QMessageBox::information(this, QStringLiteral("Find File"), text);
+    new_document();
+}
+
+void MainFrame::open_with_dialog() {
+    const QString start = active_document() && !active_document()->file_path().isEmpty()
+                              ? QFileInfo(active_document()->file_path()).absolutePath()
+                              : QDir::homePath();
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open"), start, k_filter);
+    if (!path.isEmpty()) open_document(path);
+}
+
+DocumentWindow* MainFrame::active_document() const {
+    QMdiSubWindow* sub = m_area->activeSubWindow();
+    if (!sub && !m_area->subWindowList().isEmpty()) sub = m_area->subWindowList().constLast();
+    return sub ? qobject_cast<DocumentWindow*>(sub->widget()) : nullptr;
+}
+
+QList<DocumentWindow*> MainFrame::documents() const {
+    QList<DocumentWindow*> all;
+    for (QMdiSubWindow* sub : m_area->subWindowList())
+        if (auto* window = qobject_cast<DocumentWindow*>(sub->widget())) all << window;
+    return all;
+}
+
+QString MainFrame::ask_save_path(DocumentWindow* window) {
+    const QString suggestion = window->file_path().isEmpty()
+                                   ? QDir::home().filePath(window->untitled_name() + QStringLiteral(".qvx"))
+                                   : window->file_path();
+    QString path = choose_save_path ? choose_save_path(suggestion)
+                                    : QFileDialog::getSaveFileName(this, tr("Save As"), suggestion, k_filter);
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".qvx");
+    return path;
+}
+
+bool MainFrame::save_document(DocumentWindow* window, bool ask_for_name) {
+    if (!window) return false;
+    const QString path = ask_for_name || window->file_path().isEmpty() ? ask_save_path(window) : window->file_path();
+    if (path.isEmpty() || !window->save(path)) return false;
+    desktop::AutosaveFolder(autosave_dir(m_services).toStdString()).remove(window->autosave_slot());
+    remember(window->file_path());
+    statusBar()->showMessage(tr("Saved %1").arg(window->file_path()), 4000);
+    return true;
+}
+
+bool MainFrame::close_window(QMdiSubWindow* sub) {
+    if (!sub) return true;
+    auto* window = qobject_cast<DocumentWindow*>(sub->widget());
+    if (window && !window->may_close([this, window] { return ask_save_path(window); })) return false;
+    if (window) desktop::AutosaveFolder(autosave_dir(m_services).toStdString()).remove(window->autosave_slot());
+    // The window has been asked already: close it without a second question.
+    sub->setWidget(nullptr);
+    delete window;
+    sub->close();
+    update_actions();
+    return true;
+}
+
+void MainFrame::closeEvent(QCloseEvent* event) {
+    for (QMdiSubWindow* sub : m_area->subWindowList()) {
+        if (!close_window(sub)) {
+            event->ignore();
+            return;
+        }
+    }
+    if (m_services.settings) m_services.settings->Save();
+    event->accept();
+}
+
+void MainFrame::autosave_now() {
+    const desktop::AutosaveFolder folder(autosave_dir(m_services).toStdString());
+    for (DocumentWindow* window : documents()) {
+        if (!window->is_modified()) {
+            folder.remove(window->autosave_slot());
+            continue;
+        }
+        std::string text;
+        std::string error;
+        const QString title = window->file_path().isEmpty() ? window->untitled_name() : window->file_path();
+        if (!window->compose(text) ||
+            !folder.write(window->autosave_slot(), window->file_path().toStdString(), title.toStdString(), text, &error))
+            statusBar()->showMessage(tr("Autosave failed: %1").arg(QString::fromStdString(error)), 8000);
+    }
+}
+
+void MainFrame::offer_recovery() {
+    const desktop::AutosaveFolder folder(autosave_dir(m_services).toStdString());
+    const auto found = folder.recoverable([](long pid) { return pid > 0 && ::getpgid(static_cast<pid_t>(pid)) >= 0; });
+    for (const desktop::RecoverableDocument& each : found) {
+        const QString name = QString::fromStdString(each.title.empty() ? each.origin_path : each.title);
+        const QString text =
+            tr("Quorvex was stopped before \"%1\" was saved. An automatic copy holds changes made after the last save.\n\n"
+               "Do you want to recover them?")
+                .arg(name);
+        const int answer = m_services.answer_save_question
+                               ? m_services.answer_save_question(text)
+                               : QMessageBox::question(this, tr("Recover Document"), text,
+                                                       QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+        if (answer == QMessageBox::Yes) {
+            std::string bytes;
+            if (!store::read_whole_file(each.autosave_path, bytes)) continue;
+            auto* window = new DocumentWindow(m_services, QString::fromStdString(each.title));
+            if (!window->load_recovered(bytes, QString::fromStdString(each.origin_path))) {
+                delete window;
+                continue;
+            }
+            add_window(window);
+        }
+        folder.remove(each.slot);
+    }
+}
+
+void MainFrame::print(bool preview) {
+    DocumentWindow* window = active_document();
+    if (!window) return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(window->file_path().isEmpty() ? window->untitled_name() : QFileInfo(window->file_path()).fileName());
+    if (preview) {
+        QPrintPreviewDialog dialog(&printer, this);
+        connect(&dialog, &QPrintPreviewDialog::paintRequested, window->editor(), &QPlainTextEdit::print);
+        dialog.exec();
+        return;
+    }
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) window->editor()->print(&printer);
+}
+
+void MainFrame::export_pdf() {
+    DocumentWindow* window = active_document();
+    if (!window) return;
+    QString suggestion = window->file_path().isEmpty() ? QDir::home().filePath(window->untitled_name())
+                                                       : window->file_path();
+    suggestion = QFileInfo(suggestion).absolutePath() + QLatin1Char('/') + QFileInfo(suggestion).completeBaseName() +
+                 QStringLiteral(".pdf");
+    QString path = choose_save_path ? choose_save_path(suggestion)
+                                    : QFileDialog::getSaveFileName(this, tr("Export as PDF"), suggestion,
+                                                                   tr("PDF files (*.pdf)"));
+    if (path.isEmpty()) return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path);
+    window->editor()->print(&printer);
+    statusBar()->showMessage(tr("Exported %1").arg(path), 4000);
+}
+
+void MainFrame::show_options() {
+    OptionsDialog dialog(m_services, active_document() ? &active_document()->parser() : nullptr, this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    for (DocumentWindow* window : documents()) window->editor()->apply_options();
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,71 @@
+#pragma once
+#include <QMainWindow>
+
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QLabel;
+class QTimer;
+
+namespace quorvex::gui {
+
+class DocumentWindow;
+struct Services;
+
+// The frame of the desktop program: the documents as MDI children, the menus, the toolbar and
+// the status bar. Every command is one QAction shared by menu, toolbar and shortcut; a command
+// acts on the active document.
+class MainFrame : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainFrame(Services& services, QWidget* parent = nullptr);
+    ~MainFrame() override;
+
+    DocumentWindow* new_document();
+    // Opens `path`, or raises its window when it is open already; null (after the message) when it
+    // can not be read.
+    DocumentWindow* open_document(const QString& path);
+    // The message of a file named on the command line that does not exist, then a new document.
+    void open_missing(const QString& path);
+    DocumentWindow* active_document() const;
+    QList<DocumentWindow*> documents() const;
+    bool save_document(DocumentWindow* window, bool ask_for_name);
+    // Writes every modified document to its autosave slot; removes the slots of the others.
+    void autosave_now();
+    // Offers back documents that an earlier run left in the autosave folder.
+    void offer_recovery();
+    QMdiArea* mdi_area() const { return m_area; }
+    QAction* action(const QString& name) const;
+
+    // Tests choose file names here instead of a dialog.
+    std::function<QString(const QString& suggestion)> choose_save_path;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void create_actions();
+    void create_menus();
+    void update_actions();
+    void update_recent_menu();
+    void remember(const QString& path);
+    void open_with_dialog();
+    void print(bool preview);
+    void export_pdf();
+    void show_options();
+    bool close_window(QMdiSubWindow* sub);
+    QMdiSubWindow* add_window(DocumentWindow* window);
+    QMdiSubWindow* window_of_path(const QString& path) const;
+    QString ask_save_path(DocumentWindow* window);
+
+    Services& m_services;
+    QMdiArea* m_area;
+    QMenu* m_recent_menu = nullptr;
+    QLabel* m_position = nullptr;
+    QTimer* m_autosave_timer;
+    int m_untitled_count = 0;
+    int m_slot_count = 0;
+};
+
+} // namespace quorvex::gui

@@ -1,0 +1,225 @@
+// The desktop program offscreen: worksheets typed key by key in each calculation method, the
+// error dialog, saving and reopening, the save question, the recent list, autosave recovery.
+#include "desktop/recent_files.h"
+#include "gui/common/error_dialog.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/shell/main_frame.h"
+#include "store/atomic_write.h"
+#include "store/ini_file.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTextBlock>
+#include <QtTest>
+
+#include <memory>
+
+using namespace quorvex;
+using namespace quorvex::gui;
+
+namespace {
+
+// A program's services over a fresh data folder.
+struct Program {
+    QTemporaryDir dir;
+    store::IniFile settings{(dir.path() + QStringLiteral("/Quorvex.ini")).toStdString()};
+    desktop::RecentFiles recent{settings};
+    SoundPlayer sounds{dir.path(), true};
+    QStringList messages;
+    QList<int> save_answers; // answers to the next save questions, Yes by default
+    Services services;
+    std::unique_ptr<MainFrame> frame;
+    std::unique_ptr<ErrorDialog> errors;
+
+    explicit Program(int method = 1) {
+        services.data_dir = dir.path();
+        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
+        services.settings = &settings;
+        services.options.CalculationMethod = method;
+        services.sounds = &sounds;
+        services.recent = &recent;
+        services.collected_messages = &messages;
+        services.answer_save_question = [this](const QString& text) {
+            messages << QStringLiteral("Save File: ") + text;
+            return save_answers.isEmpty() ? int(QMessageBox::Yes) : save_answers.takeFirst();
+        };
+        frame = std::make_unique<MainFrame>(services);
+        errors = std::make_unique<ErrorDialog>();
+        services.error_dialog = errors.get();
+        frame->choose_save_path = [this](const QString& suggestion) {
+            return dir.filePath(QFileInfo(suggestion).fileName());
+        };
+        frame->show();
+    }
+};
+
+void type_line(MathEditor* editor, const QString& text, Qt::Key end = Qt::Key_Return,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, end, modifiers);
+}
+
+QStringList lines_of(MathEditor* editor) { return editor->toPlainText().split(QLatin1Char('\n')); }
+
+} // namespace
+
+class EditorGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void enterComputesAWorksheetTypedKeyByKey() {
+        Program program(1);
+        DocumentWindow* window = program.frame->new_document();
+        MathEditor* editor = window->editor();
+        type_line(editor, QStringLiteral("a = 3"));
+        type_line(editor, QStringLiteral("f(x) = x^2 + a"));
+        type_line(editor, QStringLiteral("f(2)"));
+        type_line(editor, QStringLiteral("// a note; not computed"));
+        type_line(editor, QStringLiteral("b = 2; c = 5; b*c"));
+        type_line(editor, QStringLiteral("0.1+0.2 // exact"));
+        QCOMPARE(lines_of(editor),
+                 (QStringList{QStringLiteral("a = 3"), QStringLiteral("f(x) = x^2 + a"), QStringLiteral("f(2) = 7"),
+                              QStringLiteral("// a note; not computed"), QStringLiteral("b = 2; c = 5; b*c = 10"),
+                              QStringLiteral("0.1+0.2 = 0.3 // exact"), QString()}));
+        QCOMPARE(program.sounds.last_played(), QStringLiteral("Command.wav"));
+
+        // An old answer is recognised and replaced when its line is computed again.
+        QTextCursor cursor(editor->document()->findBlockByNumber(2));
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        editor->setTextCursor(cursor);
+        QTest::keyClick(editor, Qt::Key_Backspace);
+        QTest::keyClick(editor, Qt::Key_F4);
+        QCOMPARE(lines_of(editor).at(2), QStringLiteral("f(2) = 7"));
+        QVERIFY(window->is_modified());
+    }
+
+    void anErrorGoesToTheDialogWhichTheNextKeyCloses() {
+        Program program(1);
+        MathEditor* editor = program.frame->new_document()->editor();
+        type_line(editor, QStringLiteral("1/0"));
+        QVERIFY(program.errors->isVisible());
+        QCOMPARE(program.errors->windowTitle(), QStringLiteral("Computation Error"));
+        QVERIFY(!program.errors->text().isEmpty());
+        QCOMPARE(program.sounds.last_played(), QStringLiteral("Error.wav"));
+        QCOMPARE(lines_of(editor).at(0), QStringLiteral("1/0")); // the line keeps its text
+        QTest::keyClicks(editor, QStringLiteral("2"));
+        QVERIFY(!program.errors->isVisible());
+        type_line(editor, QStringLiteral("+2"));
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("2+2 = 4"));
+    }
+
+    void shiftEnterAndEqualsComputeInTheirMethods() {
+        {
+            Program program(0);
+            MathEditor* editor = program.frame->new_document()->editor();
+            type_line(editor, QStringLiteral("2*3")); // Enter alone: a new line, nothing computed
+            type_line(editor, QStringLiteral("4*5"), Qt::Key_Return, Qt::ShiftModifier);
+            QCOMPARE(lines_of(editor), (QStringList{QStringLiteral("2*3"), QStringLiteral("4*5 = 20")}));
+        }
+        {
+            Program program(2);
+            MathEditor* editor = program.frame->new_document()->editor();
+            QTest::keyClicks(editor, QStringLiteral("y := 4"));
+            QTest::keyClick(editor, Qt::Key_Return);
+            QTest::keyClicks(editor, QStringLiteral("y*2="));
+            QCOMPARE(lines_of(editor), (QStringList{QStringLiteral("y := 4"), QStringLiteral("y*2 = 8")}));
+        }
+    }
+
+    void savesClosesAndReopensTheSameDocument() {
+        Program program(1);
+        DocumentWindow* window = program.frame->new_document();
+        type_line(window->editor(), QStringLiteral("r = 2"));
+        type_line(window->editor(), QStringLiteral("g(t) = r*t"));
+        type_line(window->editor(), QStringLiteral("g(4)"));
+        const QString text = window->editor()->toPlainText();
+        QVERIFY(program.frame->save_document(window, false)); // never saved: asks for a name
+        const QString path = window->file_path();
+        QVERIFY(path.endsWith(QStringLiteral("Untitled 1.qvx")));
+        QVERIFY(!window->is_modified());
+        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path.toUpper() + QStringLiteral("[*]"));
+        QCOMPARE(QString::fromStdString(program.recent.files().front()), path);
+
+        program.frame->mdi_area()->closeAllSubWindows();
+        QVERIFY(program.frame->documents().isEmpty());
+        QVERIFY(program.messages.filter(QStringLiteral("Save File")).isEmpty()); // nothing to ask
+
+        DocumentWindow* reopened = program.frame->open_document(path);
+        QVERIFY(reopened);
+        QCOMPARE(reopened->editor()->toPlainText(), text);
+        // The engine came back too: the function computes with the saved variable.
+        QTextCursor end(reopened->editor()->document());
+        end.movePosition(QTextCursor::End);
+        reopened->editor()->setTextCursor(end);
+        type_line(reopened->editor(), QStringLiteral("g(10)"));
+        QVERIFY(reopened->editor()->toPlainText().contains(QStringLiteral("g(10) = 20")));
+    }
+
+    void theSaveQuestionCanCancelRefuseOrSave() {
+        Program program(1);
+        DocumentWindow* window = program.frame->new_document();
+        type_line(window->editor(), QStringLiteral("q = 1"));
+        program.save_answers = {QMessageBox::Cancel};
+        QVERIFY(!program.frame->close());
+        QCOMPARE(program.frame->documents().size(), 1);
+        QVERIFY(program.messages.last().startsWith(
+            QStringLiteral("Save File: Attributes in the file have changed!\n\n Do you wish to save the changes?")));
+        program.save_answers = {QMessageBox::Yes};
+        QVERIFY(program.frame->close());
+        QVERIFY(QFileInfo::exists(program.dir.filePath(QStringLiteral("Untitled 1.qvx"))));
+    }
+
+    void aMissingFileIsToldAndANewDocumentOpens() {
+        Program program(1);
+        program.frame->open_missing(QStringLiteral("/no/such.qvx"));
+        QCOMPARE(program.messages.last(), QStringLiteral("Find File: The file \"/no/such.qvx\" could not be found!"));
+        QCOMPARE(program.frame->documents().size(), 1);
+    }
+
+    void anAutosaveNewerThanItsFileIsOfferedBack() {
+        QString path;
+        QString autosave_dir;
+        {
+            Program program(1);
+            DocumentWindow* window = program.frame->new_document();
+            type_line(window->editor(), QStringLiteral("k = 7"));
+            QVERIFY(program.frame->save_document(window, false));
+            path = window->file_path();
+            type_line(window->editor(), QStringLiteral("k*2"));
+            program.frame->autosave_now();
+            autosave_dir = program.dir.filePath(QStringLiteral("autosave"));
+            QCOMPARE(QDir(autosave_dir).entryList(QDir::Files).size(), 2);
+            // A crash: the slot stays behind, under a process that no longer runs.
+            const QString slot = QString::fromStdString(window->autosave_slot());
+            const QString dead = QStringLiteral("document-999999999-1");
+            for (const QString& extension : {QStringLiteral(".qvx"), QStringLiteral(".origin")})
+                QVERIFY(QFile::copy(autosave_dir + QLatin1Char('/') + slot + extension,
+                                    program.dir.filePath(QStringLiteral("kept") + extension)));
+            program.save_answers = {QMessageBox::No};
+            QVERIFY(program.frame->close());
+            for (const QString& extension : {QStringLiteral(".qvx"), QStringLiteral(".origin")})
+                QVERIFY(QFile::rename(program.dir.filePath(QStringLiteral("kept") + extension),
+                                      autosave_dir + QLatin1Char('/') + dead + extension));
+
+            // The next start offers it back, with the file to save to.
+            program.frame = std::make_unique<MainFrame>(program.services);
+            program.frame->offer_recovery();
+            QCOMPARE(program.frame->documents().size(), 1);
+            DocumentWindow* recovered = program.frame->documents().first();
+            QCOMPARE(recovered->file_path(), path);
+            QVERIFY(recovered->is_modified());
+            QVERIFY(recovered->editor()->toPlainText().contains(QStringLiteral("k*2 = 14")));
+            QVERIFY(QDir(autosave_dir).entryList(QDir::Files).isEmpty());
+            program.save_answers = {QMessageBox::No};
+            QVERIFY(program.frame->close());
+        }
+    }
+};
+
+QTEST_MAIN(EditorGuiTest)
+#include "editor_gui_test.moc"
