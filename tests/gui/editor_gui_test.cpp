@@ -6,11 +6,16 @@
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/editor/name_completer.h"
 #include "gui/shell/main_frame.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
+#include "store/user_library.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QMdiArea>
+#include <QTextLayout>
 #include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -37,6 +42,7 @@ struct Program {
     std::unique_ptr<ErrorDialog> errors;
 
     explicit Program(int method = 1) {
+        store::ensure_user_library(dir.path().toStdString());
         services.data_dir = dir.path();
         services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
         services.settings = &settings;
@@ -111,6 +117,42 @@ private Q_SLOTS:
         QVERIFY(!program.errors->isVisible());
         type_line(editor, QStringLiteral("+2"));
         QCOMPARE(lines_of(editor).at(1), QStringLiteral("2+2 = 4"));
+    }
+
+    void namesAreOfferedAndRefusedLinesMarked() {
+        Program program(1);
+        MathEditor* editor = program.frame->new_document()->editor();
+        type_line(editor, QStringLiteral("volume(s) = s^3"));
+        QTest::keyClicks(editor, QStringLiteral("vol"));
+        QCompleter* completer = editor->completer();
+        QVERIFY(completer->popup()->isVisible());
+        QCOMPARE(completer->currentCompletion(), QStringLiteral("volume")); // the document's own function
+        QTest::keyClick(completer->popup(), Qt::Key_Return);
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume"));
+        QTest::keyClicks(editor, QStringLiteral("(2)"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume(2) = 8"));
+
+        // A library function comes with its prototype and description.
+        QTest::keyClicks(editor, QStringLiteral("HAVERS"));
+        QVERIFY(completer->popup()->isVisible());
+        const QModelIndex first = completer->completionModel()->index(0, 0);
+        QCOMPARE(first.data().toString(), QStringLiteral("HAVERSIN"));
+        QVERIFY(first.data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("HAVERSIN[X]\nHaversine")));
+        QTest::keyClick(completer->popup(), Qt::Key_Escape);
+
+        // A refused line is underlined until it is computed again.
+        QTest::keyClick(editor, Qt::Key_Return);
+        type_line(editor, QStringLiteral("nosuch(1)"));
+        const QTextBlock refused = editor->document()->findBlockByNumber(3);
+        QCOMPARE(refused.text(), QStringLiteral("nosuch(1)"));
+        const auto underlined = [](const QTextBlock& block) {
+            for (const QTextLayout::FormatRange& range : block.layout()->formats())
+                if (range.format.underlineStyle() == QTextCharFormat::WaveUnderline) return true;
+            return false;
+        };
+        QVERIFY(underlined(refused));
+        QVERIFY(!underlined(editor->document()->findBlockByNumber(1)));
     }
 
     void shiftEnterAndEqualsComputeInTheirMethods() {

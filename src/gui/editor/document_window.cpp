@@ -75,6 +75,7 @@ void DocumentWindow::show_text() {
         text += QString::fromStdString(m_document->Lines[i]);
     }
     m_editor->setPlainText(text);
+    m_editor->refresh_names(); // the document brought its functions
     apply_font();
 }
 

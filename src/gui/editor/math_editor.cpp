@@ -1,10 +1,16 @@
 #include "math_editor.h"
 
+#include "math_highlighter.h"
+#include "name_completer.h"
+
+#include "engine/builtin_table.h"
 #include "gui/common/error_dialog.h"
 #include "gui/common/services.h"
 #include "gui/common/sound_player.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QTextBlock>
 
 namespace quorvex::gui {
@@ -15,6 +21,58 @@ MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* pare
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setTabChangesFocus(false);
     apply_options();
+    const engine::BuiltinTable* table = parser.builtins();
+    m_highlighter = new MathHighlighter(document(), m_processor, [table](std::string_view name) {
+        return table && (table->function_index(name) >= 0 || table->constant_index(name) >= 0);
+    });
+    m_completer = new NameCompleter(parser, this);
+    m_completer->setWidget(this);
+    connect(m_completer, qOverload<const QString&>(&QCompleter::activated), this, &MathEditor::insert_completion);
+    m_highlighter->set_function_names(m_completer->function_names());
+    m_highlighter->adapt_to_palette(palette());
+}
+
+void MathEditor::refresh_names() {
+    m_completer->refresh_document_functions();
+    m_highlighter->set_function_names(m_completer->function_names());
+}
+
+void MathEditor::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) m_highlighter->adapt_to_palette(palette());
+    QPlainTextEdit::changeEvent(event);
+}
+
+void MathEditor::update_completion(const QString& typed) {
+    QTextCursor cursor = textCursor();
+    // The name being typed: letters, digits and '_' left of the caret.
+    const QString text = cursor.block().text();
+    int start = cursor.positionInBlock();
+    while (start > 0 && (text.at(start - 1).isLetterOrNumber() || text.at(start - 1) == QLatin1Char('_'))) --start;
+    const QString prefix = text.mid(start, cursor.positionInBlock() - start);
+    const bool naming = !typed.isEmpty() && (typed.back().isLetterOrNumber() || typed.back() == QLatin1Char('_'));
+    if (!naming || prefix.length() < 2 || !prefix.front().isLetter()) {
+        m_completer->popup()->hide();
+        return;
+    }
+    if (prefix != m_completer->completionPrefix()) {
+        m_completer->setCompletionPrefix(prefix);
+        m_completer->popup()->setCurrentIndex(m_completer->completionModel()->index(0, 0));
+    }
+    if (m_completer->completionCount() == 0) {
+        m_completer->popup()->hide();
+        return;
+    }
+    QRect place = cursorRect();
+    place.setWidth(m_completer->popup()->sizeHintForColumn(0) + m_completer->popup()->verticalScrollBar()->sizeHint().width() + 8);
+    m_completer->complete(place);
+}
+
+void MathEditor::insert_completion(const QString& name) {
+    QTextCursor cursor = textCursor();
+    const int typed = static_cast<int>(m_completer->completionPrefix().length());
+    cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, typed);
+    cursor.insertText(name);
+    setTextCursor(cursor);
 }
 
 void MathEditor::apply_options() {
@@ -44,6 +102,14 @@ char MathEditor::char_before_caret() const {
 void MathEditor::keyPressEvent(QKeyEvent* event) {
     close_error();
     const int key = event->key();
+    if (m_completer->popup()->isVisible()) {
+        // The list of names takes these keys: Enter or Tab picks the name, Escape closes.
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab ||
+            key == Qt::Key_Escape) {
+            event->ignore();
+            return;
+        }
+    }
     const bool shift = event->modifiers() & Qt::ShiftModifier;
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     std::optional<desktop::EditorKey> editor_key;
@@ -55,8 +121,10 @@ void MathEditor::keyPressEvent(QKeyEvent* event) {
         editor_key = desktop::EditorKey::Equals;
     if (!editor_key) {
         QPlainTextEdit::keyPressEvent(event);
+        update_completion(event->text());
         return;
     }
+    m_completer->popup()->hide();
     const desktop::KeyDecision decision =
         desktop::decide_key(*editor_key, m_services.options.CalculationMethod, char_before_caret());
     if (decision.compute) compute_current_line(*editor_key);
@@ -100,6 +168,7 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
     cursor.setPosition(block.position() + std::min<int>(column, static_cast<int>(after.length())));
     setTextCursor(cursor);
 
+    m_highlighter->mark_error(document()->findBlock(block.position()), outcome.error);
     if (outcome.error) {
         m_last_error = QString::fromStdString(outcome.message);
         if (m_services.sounds) m_services.sounds->play(QStringLiteral("Error.wav"));
@@ -110,7 +179,10 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
     m_last_error.clear();
     if (!outcome.computed) return true;
     if (outcome.variables_changed) Q_EMIT variablesChanged();
-    if (outcome.functions_changed) Q_EMIT functionsChanged();
+    if (outcome.functions_changed) {
+        refresh_names();
+        Q_EMIT functionsChanged();
+    }
     if (m_services.sounds)
         m_services.sounds->play(outcome.variables_changed || outcome.functions_changed ? QStringLiteral("Add.wav")
                                                                                        : QStringLiteral("Command.wav"));

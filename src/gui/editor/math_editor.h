@@ -6,6 +6,8 @@
 
 namespace quorvex::gui {
 
+class MathHighlighter;
+class NameCompleter;
 struct Services;
 
 // The pane in which the user types mathematics. The text is the document's text; a line is
@@ -27,6 +29,10 @@ public:
     document::LineProcessor& processor() { return m_processor; }
     // The message of the last refused line, empty after a success.
     const QString& last_error() const { return m_last_error; }
+    NameCompleter* completer() const { return m_completer; }
+    MathHighlighter* highlighter() const { return m_highlighter; }
+    // The document's functions changed (a declaration, a load): completion and colours follow.
+    void refresh_names();
 
 Q_SIGNALS:
     void variablesChanged();
@@ -35,14 +41,19 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void close_error();
+    void update_completion(const QString& typed);
+    void insert_completion(const QString& name);
     char char_before_caret() const;
 
     Services& m_services;
     document::LineProcessor m_processor;
     QString m_last_error;
+    MathHighlighter* m_highlighter;
+    NameCompleter* m_completer;
 };
 
 } // namespace quorvex::gui

@@ -25,6 +25,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QToolBar>
 
@@ -66,12 +67,22 @@ MainFrame::~MainFrame() = default;
 QAction* MainFrame::action(const QString& name) const { return findChild<QAction*>(name); }
 
 void MainFrame::create_actions() {
-    const auto make = [this](const QString& name, const QString& text, const QKeySequence& key, auto slot,
-                             const QString& icon = {}) {
+    // Icons from the desktop's theme, else the style's own, so the toolbar has pictures everywhere.
+    const QHash<QString, QStyle::StandardPixmap> fallback{
+        {QStringLiteral("document-new"), QStyle::SP_FileIcon},
+        {QStringLiteral("document-open"), QStyle::SP_DialogOpenButton},
+        {QStringLiteral("document-save"), QStyle::SP_DialogSaveButton},
+        {QStringLiteral("document-print"), QStyle::SP_FileDialogDetailedView},
+        {QStringLiteral("media-playback-start"), QStyle::SP_MediaPlay},
+        {QStringLiteral("application-exit"), QStyle::SP_DialogCloseButton}};
+    const auto make = [this, fallback](const QString& name, const QString& text, const QKeySequence& key, auto slot,
+                                       const QString& icon = {}) {
         auto* action = new QAction(text, this);
         action->setObjectName(name);
         if (!key.isEmpty()) action->setShortcut(key);
-        if (!icon.isEmpty()) action->setIcon(QIcon::fromTheme(icon));
+        if (!icon.isEmpty())
+            action->setIcon(QIcon::fromTheme(icon, fallback.contains(icon) ? style()->standardIcon(fallback[icon])
+                                                                           : QIcon()));
         connect(action, &QAction::triggered, this, slot);
         addAction(action);
         return action;

@@ -2,6 +2,10 @@
 // line.
 #include "desktop/editor_keys.h"
 #include "desktop/launch_options.h"
+#include "desktop/line_colouring.h"
+#include "desktop/name_catalog.h"
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
 #include "desktop/recent_files.h"
 #include "store/ini_file.h"
 
@@ -72,4 +76,48 @@ TEST(LaunchOptions, ReadsAFileTheDataFolderAndRefusesWhatItCanNotUse) {
     EXPECT_FALSE(parse_launch_options({"--frobnicate"}, error));
     EXPECT_EQ(error, "unknown option --frobnicate");
     EXPECT_FALSE(parse_launch_options({"a.qvx", "b.qvx"}, error));
+}
+
+TEST(LineColouring, ColoursNumbersNamesByKindAnswersAndComments) {
+    const NameKinds kinds{[](std::string_view name) { return name == "SIN" || name == "PI"; },
+                          [](std::string_view name) { return name == "f"; }};
+    const std::string line = "f(2.5e-3) + SIN(PI*x) = 0.75 // note";
+    const auto spans = colour_line(line, kinds, answer_position(line));
+    const std::vector<ColourSpan> expected{
+        {0, 1, SpanKind::UserFunction}, {2, 6, SpanKind::Number},  {12, 3, SpanKind::BuiltinName},
+        {16, 2, SpanKind::BuiltinName}, {19, 1, SpanKind::Name},   {24, 4, SpanKind::Answer},
+        {29, 7, SpanKind::Comment}};
+    EXPECT_EQ(spans, expected);
+    // Without a recognised answer the text behind '=' is coloured as code; '2i' is one number.
+    EXPECT_EQ(colour_line("z = 2i", kinds, std::string_view::npos),
+              (std::vector<ColourSpan>{{0, 1, SpanKind::Name}, {4, 2, SpanKind::Number}}));
+    // A comment from column 0 takes the whole line; a name with digits is one name.
+    EXPECT_EQ(colour_line("// x = 1", kinds, answer_position("// x = 1")),
+              (std::vector<ColourSpan>{{0, 8, SpanKind::Comment}}));
+    EXPECT_EQ(colour_line("x2+1", kinds, std::string_view::npos),
+              (std::vector<ColourSpan>{{0, 2, SpanKind::Name}, {3, 1, SpanKind::Number}}));
+    EXPECT_EQ(answer_position("no answer"), std::string_view::npos);
+}
+
+TEST(NameCatalog, OffersBuiltinsConstantsLibraryAndDocumentFunctions) {
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    parser.set_library_dirs(QUORVEX_DATA_DIR, "");
+    parser.eval_exp(std::string_view("area[w, h] = w*h"), true, true, false);
+    const auto entries = catalog_names(parser);
+    const auto find = [&](const std::string& name) {
+        for (const auto& entry : entries)
+            if (entry.name == name) return &entry;
+        return static_cast<const CatalogEntry*>(nullptr);
+    };
+    ASSERT_TRUE(find("SIN"));
+    EXPECT_EQ(find("SIN")->kind, NameKind::BuiltinFunction);
+    ASSERT_TRUE(find("PI"));
+    EXPECT_EQ(find("PI")->kind, NameKind::Constant);
+    ASSERT_TRUE(find("COT"));
+    EXPECT_EQ(find("COT")->prototype, "COT[X]");
+    EXPECT_EQ(find("COT")->category, "TRIGONOMETRIC");
+    EXPECT_NE(find("COT")->description.find("Cotangent"), std::string::npos);
+    ASSERT_TRUE(find("area"));
+    EXPECT_EQ(find("area")->kind, NameKind::UserFunction);
+    EXPECT_NE(find("area")->prototype.find("w*h"), std::string::npos);
 }

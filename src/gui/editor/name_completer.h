@@ -1,0 +1,33 @@
+#pragma once
+#include <QCompleter>
+
+class QStandardItemModel;
+
+namespace quorvex::engine {
+class Parser;
+}
+
+namespace quorvex::gui {
+
+// Offers built-in, library and document function names while a name is typed, each with its
+// prototype (and a library's description) as its tooltip.
+class NameCompleter : public QCompleter {
+    Q_OBJECT
+
+public:
+    NameCompleter(engine::Parser& parser, QObject* parent = nullptr);
+
+    // Reads the document's functions again (after a line declared one).
+    void refresh_document_functions();
+    // The names of document and library functions, for the colouring.
+    QStringList function_names() const;
+
+private:
+    void add_document_rows();
+
+    engine::Parser& m_parser;
+    QStandardItemModel* m_model;
+    int m_fixed_rows = 0; // built-ins, constants and libraries come first and stay
+};
+
+} // namespace quorvex::gui

@@ -1,0 +1,117 @@
+// Renders the desktop program's windows offscreen into PNG files, for looking at them: the frame
+// with a worked document, the options dialog and the error dialog, in the system palette and in
+// a dark one. Usage: quorvex-screenshots OUTPUT_DIR
+#include "desktop/recent_files.h"
+#include "gui/common/error_dialog.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/shell/main_frame.h"
+#include "gui/shell/options_dialog.h"
+#include "store/ini_file.h"
+#include "store/user_library.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+
+using namespace quorvex;
+using namespace quorvex::gui;
+
+namespace {
+
+QPalette dark_palette() {
+    QPalette palette;
+    const QColor window(45, 45, 48), base(30, 30, 30), text(220, 220, 220), highlight(38, 79, 120);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, window);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Highlight, highlight);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, QColor(140, 140, 140));
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(120, 120, 120));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(120, 120, 120));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(120, 120, 120));
+    return palette;
+}
+
+bool save(QWidget* widget, const QString& path) {
+    widget->repaint();
+    QApplication::processEvents();
+    const bool saved = widget->grab().save(path);
+    std::printf("%s %s\n", saved ? "wrote" : "FAILED", qPrintable(path));
+    return saved;
+}
+
+const char* const k_worksheet[] = {
+    "// Quorvex worksheet",          "radius = 2.5",  "area(r) = PI*r^2", "area(radius)",
+    "0.1 + 0.2",                     "SIN(30)",       "SQRT(-4)",         "hyp[a, b] = SQRT(a^2 + b^2)",
+    "hyp(3, 4) // Pythagoras",       "x = 1; y = 2; x/y", "1/3",
+};
+
+bool shoot(const QString& out, const QString& suffix) {
+    QTemporaryDir dir;
+    store::ensure_user_library(dir.path().toStdString());
+    store::IniFile settings((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
+    desktop::RecentFiles recent(settings);
+    SoundPlayer sounds(dir.path(), false);
+    Services services;
+    services.data_dir = dir.path();
+    services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
+    services.settings = &settings;
+    services.sounds = &sounds;
+    services.recent = &recent;
+    MainFrame frame(services);
+    ErrorDialog errors(&frame);
+    services.error_dialog = &errors;
+    frame.resize(1000, 640);
+    frame.show();
+    DocumentWindow* window = frame.new_document();
+    MathEditor* editor = window->editor();
+    for (const char* line : k_worksheet) {
+        QTest::keyClicks(editor, QString::fromLatin1(line));
+        QTest::keyClick(editor, Qt::Key_Return);
+    }
+    bool ok = save(&frame, out + QStringLiteral("/frame") + suffix + QStringLiteral(".png"));
+
+    QTest::keyClicks(editor, QStringLiteral("LN(0)"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    ok = save(&errors, out + QStringLiteral("/error-dialog") + suffix + QStringLiteral(".png")) && ok;
+    errors.hide();
+
+    OptionsDialog options(services, &window->parser(), &frame);
+    options.show();
+    ok = save(&options, out + QStringLiteral("/options-dialog") + suffix + QStringLiteral(".png")) && ok;
+    services.answer_save_question = [](const QString&) { return 0x00010000; }; // No
+    frame.close();
+    return ok;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: quorvex-screenshots OUTPUT_DIR\n");
+        return 2;
+    }
+    const QString out = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(out);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    bool ok = shoot(out, QString());
+    QApplication::setPalette(dark_palette());
+    ok = shoot(out, QStringLiteral("-dark")) && ok;
+    return ok ? 0 : 1;
+}
