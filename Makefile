@@ -2,7 +2,7 @@
 PRESET ?= default
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps configure build run test test-asan fuzz bench screenshots format clean
+.PHONY: all deps configure build run test test-asan fuzz bench screenshots package format clean
 
 all: build
 
@@ -37,6 +37,12 @@ fuzz: deps
 screenshots: build
 	@QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tools/quorvex-screenshots build/screenshots
 	@QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 $(BUILD_DIR)/tools/quorvex-screenshots build/screenshots/hidpi
+
+# A Debian package of the programs, data, menu entry, document type, icon and manual pages.
+package: deps
+	@cmake --preset package >/dev/null
+	@cmake --build --preset package
+	@cd build/package && cpack -G DEB
 
 bench: build
 	@for b in $(BUILD_DIR)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done; true

@@ -139,7 +139,8 @@ int main(int argc, char** argv) {
     }
 
     StderrReporter reporter;
-    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    // The system data (statistics tables) lies beside the installed library, else in the source tree.
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), quorvex::cli::default_library_dir() + "/");
     parser.set_reporter(&reporter);
     // The user library is made on first use; if that fails, the Parser says the file is missing.
     const std::string data_dir = options->data_dir.empty() ? quorvex::cli::default_data_dir() : options->data_dir;

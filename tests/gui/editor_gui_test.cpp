@@ -34,7 +34,7 @@ struct Program {
     QTemporaryDir dir;
     store::IniFile settings{(dir.path() + QStringLiteral("/Quorvex.ini")).toStdString()};
     desktop::RecentFiles recent{settings};
-    SoundPlayer sounds{dir.path(), true};
+    SoundPlayer sounds{QStringLiteral(QUORVEX_SOURCE_DATA_DIR "/sounds"), true}; // no audio device here: silent
     QStringList messages;
     QList<int> save_answers; // answers to the next save questions, Yes by default
     Services services;

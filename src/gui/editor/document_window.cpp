@@ -20,7 +20,9 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
     : QWidget(parent),
       m_services(services),
       m_untitled(std::move(untitled_name)),
-      m_parser(std::make_unique<engine::Parser>(&functions::builtin_functions(), services.library_dir.toStdString(),
+      // The system folder also holds the statistics tables, which the engine names by appending.
+      m_parser(std::make_unique<engine::Parser>(&functions::builtin_functions(),
+                                                services.library_dir.toStdString() + "/",
                                                 services.data_dir.toStdString())),
       m_reporter(this, services.collected_messages),
       m_document(std::make_unique<document::Document>(*m_parser, &m_reporter)),
