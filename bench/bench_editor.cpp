@@ -1,0 +1,123 @@
+// The desktop editor, offscreen: opening and showing a 1,000-line document, Enter on a line, and a
+// keystroke in a 10,000-line document (colouring redoes only the changed line).
+#include "desktop/recent_files.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "store/atomic_write.h"
+#include "store/ini_file.h"
+#include "store/user_library.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+
+#include <benchmark/benchmark.h>
+
+using namespace quorvex;
+
+namespace {
+
+struct Setup {
+    QTemporaryDir dir;
+    store::IniFile settings{(dir.path() + QStringLiteral("/Quorvex.ini")).toStdString()};
+    gui::SoundPlayer sounds{dir.path(), false};
+    gui::Services services;
+    QStringList messages;
+    Setup() {
+        store::ensure_user_library(dir.path().toStdString());
+        services.data_dir = dir.path();
+        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
+        services.settings = &settings;
+        services.sounds = &sounds;
+        services.collected_messages = &messages;
+    }
+};
+
+// A worksheet of `lines` lines: assignments, functions, calls, notes.
+std::string worksheet(int lines) {
+    std::string text;
+    for (int i = 0; i < lines; ++i) {
+        switch (i % 4) {
+        case 0: text += "v" + std::to_string(i) + " = " + std::to_string(i) + ".5"; break;
+        case 1: text += "f" + std::to_string(i) + "(x) = x^2 + v" + std::to_string(i - 1); break;
+        case 2: text += "f" + std::to_string(i - 1) + "(3) = 9.5 // a call"; break;
+        default: text += "SIN(30) + 0.1 + 0.2 = 0.8"; break;
+        }
+        text += "\r\n";
+    }
+    return text;
+}
+
+void OpenAndShow1000Lines(benchmark::State& state) {
+    Setup setup;
+    const QString path = setup.dir.filePath(QStringLiteral("thousand.qvx"));
+    {
+        engine::Parser parser;
+        document::Document document(parser);
+        document.ReadText(worksheet(1000));
+        document.Write(path.toStdString());
+    }
+    for (auto _ : state) {
+        gui::DocumentWindow window(setup.services, QStringLiteral("x"));
+        window.resize(900, 600);
+        window.show();
+        if (!window.load(path)) state.SkipWithError("load failed");
+        window.repaint(); // shown: laid out and painted once
+        benchmark::DoNotOptimize(window.editor()->document()->blockCount());
+    }
+}
+BENCHMARK(OpenAndShow1000Lines)->Unit(benchmark::kMillisecond);
+
+void EnterOnALine(benchmark::State& state) {
+    Setup setup;
+    gui::DocumentWindow window(setup.services, QStringLiteral("x"));
+    window.show();
+    gui::MathEditor* editor = window.editor();
+    QTest::keyClicks(editor, QStringLiteral("r = 2.5"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTest::keyClicks(editor, QStringLiteral("area(x) = PI*x^2"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTest::keyClicks(editor, QStringLiteral("area(r) + SQRT(2)/3"));
+    for (auto _ : state) {
+        // F4 recomputes the line in place: the old answer is found and replaced each time.
+        QTest::keyClick(editor, Qt::Key_F4);
+    }
+    if (!editor->textCursor().block().text().contains(QLatin1Char('='))) state.SkipWithError("no answer");
+}
+BENCHMARK(EnterOnALine)->Unit(benchmark::kMicrosecond);
+
+void KeystrokeIn10000Lines(benchmark::State& state) {
+    Setup setup;
+    gui::DocumentWindow window(setup.services, QStringLiteral("x"));
+    window.resize(900, 600);
+    window.show();
+    QString text;
+    const std::string sheet = worksheet(10000);
+    text = QString::fromStdString(sheet).remove(QLatin1Char('\r'));
+    window.editor()->setPlainText(text);
+    QTextCursor middle(window.editor()->document()->findBlockByNumber(5000));
+    window.editor()->setTextCursor(middle);
+    window.editor()->centerCursor();
+    QApplication::processEvents();
+    int i = 0;
+    for (auto _ : state) {
+        // A digit, then its removal: the document stays the same size.
+        QTest::keyClick(window.editor(), (i++ % 2) ? Qt::Key_Backspace : Qt::Key_7);
+        window.editor()->viewport()->repaint();
+    }
+}
+BENCHMARK(KeystrokeIn10000Lines)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
