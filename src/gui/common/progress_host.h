@@ -22,7 +22,7 @@ public:
     ProgressHost(const ProgressHost&) = delete;
     ProgressHost& operator=(const ProgressHost&) = delete;
 
-    bool aborted() const override { return m_stopped; }
+    bool aborted() const override { return m_stopped || (m_dialog && m_dialog->wasCanceled()); }
     void pump() override;
     // The step now being done and the share of the whole that is done.
     void set_progress(std::string_view text, int percent);

@@ -1,0 +1,116 @@
+// Shell services offscreen: a second start hands its file to the first, long work shows a
+// progress dialog whose Stop is heard, export to PDF, the options dialog writing Quorvex.ini.
+#include "desktop/recent_files.h"
+#include "gui/common/progress_host.h"
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/shell/main_frame.h"
+#include "gui/shell/options_dialog.h"
+#include "gui/shell/single_instance.h"
+#include "store/ini_file.h"
+#include "store/user_library.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <future>
+
+using namespace quorvex;
+using namespace quorvex::gui;
+
+class ShellGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aSecondStartHandsItsFileToTheFirst() {
+        QTemporaryDir dir;
+        SingleInstance first(dir.path());
+        QVERIFY(first.listen());
+        QSignalSpy requested(&first, &SingleInstance::fileRequested);
+        // The second start is another process; a thread stands in for it, since the hand-over
+        // waits for the answer that the first gives from its event loop.
+        auto taken = std::async(std::launch::async, [&dir] {
+            return SingleInstance(dir.path()).hand_over(QStringLiteral("work.qvx"));
+        });
+        QTRY_COMPARE(requested.count(), 1);
+        QVERIFY(taken.get());
+        QCOMPARE(requested.at(0).at(0).toString(), QDir::current().absoluteFilePath(QStringLiteral("work.qvx")));
+        // Another data folder is another program: nobody takes its request.
+        QTemporaryDir other;
+        QVERIFY(!SingleInstance(other.path()).hand_over(QString()));
+    }
+
+    void longWorkShowsProgressAndHearsStop() {
+        QWidget parent;
+        ProgressHost host(&parent, QStringLiteral("Open File"));
+        host.set_progress("Opening File...", 10);
+        QVERIFY(!host.dialog_shown()); // quick work shows nothing
+        QTest::qWait(120);
+        host.set_progress("Opening File...", 40);
+        QVERIFY(host.dialog_shown());
+        auto* dialog = parent.findChild<QProgressDialog*>(QStringLiteral("progressDialog"));
+        QVERIFY(dialog);
+        QCOMPARE(dialog->value(), 40);
+        QCOMPARE(dialog->labelText(), QStringLiteral("Opening File..."));
+        QVERIFY(!host.aborted());
+        auto* stop = dialog->findChild<QPushButton*>();
+        QVERIFY(stop);
+        QCOMPARE(stop->text(), QStringLiteral("Stop"));
+        stop->click();
+        QVERIFY(host.aborted());
+    }
+
+    void exportsTheTextToPdfAndOptionsReachTheSettings() {
+        QTemporaryDir dir;
+        store::ensure_user_library(dir.path().toStdString());
+        store::IniFile settings((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
+        desktop::RecentFiles recent(settings);
+        SoundPlayer sounds(dir.path(), false);
+        QStringList messages;
+        Services services;
+        services.data_dir = dir.path();
+        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
+        services.settings = &settings;
+        services.sounds = &sounds;
+        services.recent = &recent;
+        services.collected_messages = &messages;
+        services.answer_save_question = [](const QString&) { return int(QMessageBox::No); };
+        MainFrame frame(services);
+        frame.choose_save_path = [&dir](const QString& suggestion) { return dir.filePath(QFileInfo(suggestion).fileName()); };
+        DocumentWindow* window = frame.new_document();
+        QTest::keyClicks(window->editor(), QStringLiteral("SIN(30)"));
+        QTest::keyClick(window->editor(), Qt::Key_Return);
+        frame.action(QStringLiteral("fileExportPdf"))->trigger();
+        QFile pdf(dir.filePath(QStringLiteral("Untitled 1.pdf")));
+        QVERIFY(pdf.open(QIODevice::ReadOnly));
+        QVERIFY(pdf.read(5) == "%PDF-");
+        QVERIFY(pdf.size() > 500);
+
+        OptionsDialog options(services, &window->parser());
+        options.findChild<QComboBox*>()->setCurrentIndex(2); // Enter or '=' computes
+        for (QCheckBox* box : options.findChildren<QCheckBox*>())
+            if (box->text().contains(QStringLiteral("sounds"))) box->setChecked(false);
+        auto* angles = options.findChildren<QComboBox*>().last();
+        angles->setCurrentIndex(1); // radians for this document
+        options.accept();
+        QCOMPARE(services.options.CalculationMethod, 2);
+        QVERIFY(!sounds.enabled());
+        QCOMPARE(window->parser().angle_type(), 1);
+        store::IniFile reread((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
+        QCOMPARE(reread.GetInt("OPTIONS", "CalculationMethod", 1), 2);
+        QCOMPARE(reread.GetInt("OPTIONS", "Sound", 1), 0);
+        QCOMPARE(reread.GetString("PARSER OPTIONS", "AngleType"), std::string()); // only when asked
+    }
+};
+
+QTEST_MAIN(ShellGuiTest)
+#include "shell_gui_test.moc"
