@@ -41,8 +41,28 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
     layout->addWidget(m_splitter);
     apply_font();
     connect(m_editor->document(), &QTextDocument::modificationChanged, this, [this] { update_caption(); });
-    connect(m_editor, &MathEditor::variablesChanged, this, [this] { update_caption(); });
-    connect(m_editor, &MathEditor::functionsChanged, this, [this] { update_caption(); });
+    desktop::HubListener listener;
+    listener.variables_changed = [this] {
+        update_caption();
+        Q_EMIT variablesChanged();
+    };
+    listener.functions_changed = [this] {
+        m_editor->refresh_names();
+        update_caption();
+        Q_EMIT functionsChanged();
+    };
+    listener.play = [this](std::string_view sound) {
+        if (m_services.sounds) m_services.sounds->play(QString::fromUtf8(sound.data(), static_cast<qsizetype>(sound.size())));
+    };
+    m_hub = std::make_unique<desktop::DocumentHub>(*m_parser, *m_document, m_reporter, std::move(listener));
+    connect(m_editor, &MathEditor::variablesChanged, this, [this] {
+        update_caption();
+        Q_EMIT variablesChanged();
+    });
+    connect(m_editor, &MathEditor::functionsChanged, this, [this] {
+        update_caption();
+        Q_EMIT functionsChanged();
+    });
     update_caption();
 }
 

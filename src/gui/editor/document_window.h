@@ -1,4 +1,5 @@
 #pragma once
+#include "desktop/document_hub.h"
 #include "document/document.h"
 #include "engine/parser.h"
 #include "gui/common/message_reporter.h"
@@ -31,6 +32,8 @@ public:
     engine::Parser& parser() { return *m_parser; }
     document::Document& document() { return *m_document; }
     QSplitter* splitter() const { return m_splitter; }
+    // The way the document's tools, managers and graphs reach its engine and graphs.
+    desktop::DocumentHub& hub() { return *m_hub; }
 
     // The file, empty for a document never saved.
     const QString& file_path() const { return m_path; }
@@ -63,6 +66,8 @@ public:
 Q_SIGNALS:
     void captionChanged();
     void saved(const QString& path);
+    void variablesChanged();
+    void functionsChanged();
 
 private:
     void show_text();
@@ -77,6 +82,7 @@ private:
     std::unique_ptr<document::Document> m_document;
     QSplitter* m_splitter;
     MathEditor* m_editor;
+    std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
 };
 
