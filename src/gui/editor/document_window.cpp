@@ -8,6 +8,7 @@
 #include "gui/common/sound_player.h"
 #include "store/ini_file.h"
 
+#include <QCloseEvent>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QSplitter>
@@ -149,6 +150,13 @@ bool DocumentWindow::save(const QString& path) {
     update_caption();
     Q_EMIT saved(m_path);
     return true;
+}
+
+void DocumentWindow::closeEvent(QCloseEvent* event) {
+    if (may_close(m_save_as ? m_save_as : [] { return QString(); }))
+        event->accept();
+    else
+        event->ignore();
 }
 
 bool DocumentWindow::is_modified() const {

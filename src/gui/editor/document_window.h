@@ -59,6 +59,9 @@ public:
     // (empty: the user cancelled).
     bool may_close(const std::function<QString()>& save_as);
 
+    // How a close asks for a file name for a document never saved (the frame's Save As).
+    void set_save_as_chooser(std::function<QString()> chooser) { m_save_as = std::move(chooser); }
+
     // The autosave slot of this window.
     const std::string& autosave_slot() const { return m_autosave_slot; }
     void set_autosave_slot(std::string slot) { m_autosave_slot = std::move(slot); }
@@ -68,6 +71,10 @@ Q_SIGNALS:
     void saved(const QString& path);
     void variablesChanged();
     void functionsChanged();
+
+protected:
+    // Closing the window (its title bar's button, the frame) asks the save question first.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void show_text();
@@ -84,6 +91,7 @@ private:
     MathEditor* m_editor;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
+    std::function<QString()> m_save_as;
 };
 
 } // namespace quorvex::gui

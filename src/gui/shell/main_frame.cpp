@@ -228,6 +228,13 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
     sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->setWindowTitle(window->windowTitle());
     window->set_autosave_slot(desktop::AutosaveFolder::new_slot(::getpid(), ++m_slot_count));
+    window->set_save_as_chooser([this, window] { return ask_save_path(window); });
+    // However the window goes, its autosave goes with it: it was saved, or the user said No.
+    connect(window, &QObject::destroyed, this,
+            [folder = autosave_dir(m_services).toStdString(), slot = window->autosave_slot()] {
+                desktop::AutosaveFolder(folder).remove(slot);
+            });
+    connect(window, &DocumentWindow::saved, this, [this](const QString& path) { remember(path); });
     connect(window, &DocumentWindow::captionChanged, sub, [sub, window] {
         sub->setWindowTitle(window->windowTitle());
         sub->setWindowModified(window->isWindowModified());
@@ -323,20 +330,14 @@ bool MainFrame::save_document(DocumentWindow* window, bool ask_for_name) {
     const QString path = ask_for_name || window->file_path().isEmpty() ? ask_save_path(window) : window->file_path();
     if (path.isEmpty() || !window->save(path)) return false;
     desktop::AutosaveFolder(autosave_dir(m_services).toStdString()).remove(window->autosave_slot());
-    remember(window->file_path());
     statusBar()->showMessage(tr("Saved %1").arg(window->file_path()), 4000);
     return true;
 }
 
 bool MainFrame::close_window(QMdiSubWindow* sub) {
     if (!sub) return true;
-    auto* window = qobject_cast<DocumentWindow*>(sub->widget());
-    if (window && !window->may_close([this, window] { return ask_save_path(window); })) return false;
-    if (window) desktop::AutosaveFolder(autosave_dir(m_services).toStdString()).remove(window->autosave_slot());
-    // The window has been asked already: close it without a second question.
-    sub->setWidget(nullptr);
-    delete window;
-    sub->close();
+    // The document window asks its save question as it closes; a refusal keeps it open.
+    if (!sub->close()) return false;
     update_actions();
     return true;
 }
