@@ -62,7 +62,12 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     resize(1000, 700);
 }
 
-MainFrame::~MainFrame() = default;
+MainFrame::~MainFrame() {
+    // The documents go while this is still a frame: their going makes the area and the editors
+    // signal, and the handlers reach back into the frame.
+    disconnect(m_area, nullptr, this, nullptr);
+    for (QMdiSubWindow* sub : m_area->subWindowList()) delete sub;
+}
 
 QAction* MainFrame::action(const QString& name) const { return findChild<QAction*>(name); }
 
