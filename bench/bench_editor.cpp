@@ -1,13 +1,8 @@
 // The desktop editor, offscreen: opening and showing a 1,000-line document, Enter on a line, and a
 // keystroke in a 10,000-line document (colouring redoes only the changed line).
-#include "desktop/recent_files.h"
-#include "gui/common/services.h"
-#include "gui/common/sound_player.h"
+#include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
-#include "store/atomic_write.h"
-#include "store/ini_file.h"
-#include "store/user_library.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -20,20 +15,9 @@ using namespace quorvex;
 
 namespace {
 
-struct Setup {
-    QTemporaryDir dir;
-    store::IniFile settings{(dir.path() + QStringLiteral("/Quorvex.ini")).toStdString()};
-    gui::SoundPlayer sounds{dir.path(), false};
-    gui::Services services;
-    QStringList messages;
-    Setup() {
-        store::ensure_user_library(dir.path().toStdString());
-        services.data_dir = dir.path();
-        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
-        services.settings = &settings;
-        services.sounds = &sounds;
-        services.collected_messages = &messages;
-    }
+struct Setup : gui::ScratchServices {
+    Setup() : ScratchServices(QStringLiteral(QUORVEX_SOURCE_DATA_DIR)) {}
+    QString filePath(const QString& name) const { return file_path(name); }
 };
 
 // A worksheet of `lines` lines: assignments, functions, calls, notes.
@@ -53,7 +37,7 @@ std::string worksheet(int lines) {
 
 void OpenAndShow1000Lines(benchmark::State& state) {
     Setup setup;
-    const QString path = setup.dir.filePath(QStringLiteral("thousand.qvx"));
+    const QString path = setup.filePath(QStringLiteral("thousand.qvx"));
     {
         engine::Parser parser;
         document::Document document(parser);

@@ -1,16 +1,12 @@
 // Renders the desktop program's windows offscreen into PNG files, for looking at them: the frame
 // with a worked document, the options dialog and the error dialog, in the system palette and in
 // a dark one. Usage: quorvex-screenshots OUTPUT_DIR
-#include "desktop/recent_files.h"
 #include "gui/common/error_dialog.h"
-#include "gui/common/services.h"
-#include "gui/common/sound_player.h"
+#include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/shell/main_frame.h"
 #include "gui/shell/options_dialog.h"
-#include "store/ini_file.h"
-#include "store/user_library.h"
 
 #include <QApplication>
 #include <QDir>
@@ -62,17 +58,9 @@ const char* const k_worksheet[] = {
 };
 
 bool shoot(const QString& out, const QString& suffix) {
-    QTemporaryDir dir;
-    store::ensure_user_library(dir.path().toStdString());
-    store::IniFile settings((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
-    desktop::RecentFiles recent(settings);
-    SoundPlayer sounds(dir.path(), false);
-    Services services;
-    services.data_dir = dir.path();
-    services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
-    services.settings = &settings;
-    services.sounds = &sounds;
-    services.recent = &recent;
+    ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+    Services& services = scratch.services;
+    scratch.save_answers = {0x00010000}; // No: the worksheet is not kept
     MainFrame frame(services);
     ErrorDialog errors(&frame);
     services.error_dialog = &errors;
@@ -94,7 +82,6 @@ bool shoot(const QString& out, const QString& suffix) {
     OptionsDialog options(services, &window->parser(), &frame);
     options.show();
     ok = save(&options, out + QStringLiteral("/options-dialog") + suffix + QStringLiteral(".png")) && ok;
-    services.answer_save_question = [](const QString&) { return 0x00010000; }; // No
     frame.close();
     return ok;
 }

@@ -15,9 +15,13 @@ void DocumentHub::play(std::string_view sound) const {
     if (m_listener.play) m_listener.play(sound);
 }
 
-bool DocumentHub::AddEditVariable(std::string_view name, std::string_view value) {
+void DocumentHub::declare(std::string_view name, std::string_view value) {
     const std::string text = value.empty() ? std::string(name) : std::string(name) + "=" + std::string(value);
     m_parser.eval_exp(text, false, true, false);
+}
+
+bool DocumentHub::AddEditVariable(std::string_view name, std::string_view value) {
+    declare(name, value);
     if (!m_parser.var_changed()) return false;
     if (m_listener.variables_changed) m_listener.variables_changed();
     play("Add.wav");
@@ -25,8 +29,7 @@ bool DocumentHub::AddEditVariable(std::string_view name, std::string_view value)
 }
 
 bool DocumentHub::AddEditFunction(std::string_view name, std::string_view value) {
-    const std::string text = value.empty() ? std::string(name) : std::string(name) + "=" + std::string(value);
-    m_parser.eval_exp(text, false, true, false);
+    declare(name, value);
     if (!m_parser.func_declared()) return false;
     if (m_listener.functions_changed) m_listener.functions_changed();
     if (m_parser.var_changed()) {

@@ -61,6 +61,8 @@ public:
 
 private:
     void play(std::string_view sound) const;
+    // "name=value", or the bare name, through the engine, which reports what it refuses.
+    void declare(std::string_view name, std::string_view value);
 
     engine::Parser& m_parser;
     document::Document& m_document;

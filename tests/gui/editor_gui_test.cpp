@@ -2,15 +2,13 @@
 // error dialog, saving and reopening, the save question, the recent list, autosave recovery.
 #include "desktop/recent_files.h"
 #include "gui/common/error_dialog.h"
-#include "gui/common/services.h"
+#include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/editor/name_completer.h"
 #include "gui/shell/main_frame.h"
 #include "store/atomic_write.h"
-#include "store/ini_file.h"
-#include "store/user_library.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
@@ -29,39 +27,21 @@ using namespace quorvex::gui;
 
 namespace {
 
-// A program's services over a fresh data folder.
-struct Program {
-    QTemporaryDir dir;
-    store::IniFile settings{(dir.path() + QStringLiteral("/Quorvex.ini")).toStdString()};
-    desktop::RecentFiles recent{settings};
-    SoundPlayer sounds{QStringLiteral(QUORVEX_SOURCE_DATA_DIR "/sounds"), true}; // no audio device here: silent
-    QStringList messages;
-    QList<int> save_answers; // answers to the next save questions, Yes by default
-    Services services;
+// A program over a fresh data folder, with the sounds it would play.
+struct Program : ScratchServices {
     std::unique_ptr<MainFrame> frame;
     std::unique_ptr<ErrorDialog> errors;
 
-    explicit Program(int method = 1) {
-        store::ensure_user_library(dir.path().toStdString());
-        services.data_dir = dir.path();
-        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
-        services.settings = &settings;
+    explicit Program(int method = 1)
+        : ScratchServices(QStringLiteral(QUORVEX_SOURCE_DATA_DIR), QStringLiteral(QUORVEX_SOURCE_DATA_DIR "/sounds")) {
         services.options.CalculationMethod = method;
-        services.sounds = &sounds;
-        services.recent = &recent;
-        services.collected_messages = &messages;
-        services.answer_save_question = [this](const QString& text) {
-            messages << QStringLiteral("Save File: ") + text;
-            return save_answers.isEmpty() ? int(QMessageBox::Yes) : save_answers.takeFirst();
-        };
         frame = std::make_unique<MainFrame>(services);
         errors = std::make_unique<ErrorDialog>();
         services.error_dialog = errors.get();
-        frame->choose_save_path = [this](const QString& suggestion) {
-            return dir.filePath(QFileInfo(suggestion).fileName());
-        };
+        frame->choose_save_path = [this](const QString& suggestion) { return file_path(QFileInfo(suggestion).fileName()); };
         frame->show();
     }
+    const desktop::RecentFiles& recent() const { return *services.recent; }
 };
 
 void type_line(MathEditor* editor, const QString& text, Qt::Key end = Qt::Key_Return,
@@ -92,7 +72,7 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("a = 3"), QStringLiteral("f(x) = x^2 + a"), QStringLiteral("f(2) = 7"),
                               QStringLiteral("// a note; not computed"), QStringLiteral("b = 2; c = 5; b*c = 10"),
                               QStringLiteral("0.1+0.2 = 0.3 // exact"), QString()}));
-        QCOMPARE(program.sounds.last_played(), QStringLiteral("Command.wav"));
+        QCOMPARE(program.sounds().last_played(), QStringLiteral("Command.wav"));
 
         // An old answer is recognised and replaced when its line is computed again.
         QTextCursor cursor(editor->document()->findBlockByNumber(2));
@@ -111,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(program.errors->isVisible());
         QCOMPARE(program.errors->windowTitle(), QStringLiteral("Computation Error"));
         QVERIFY(!program.errors->text().isEmpty());
-        QCOMPARE(program.sounds.last_played(), QStringLiteral("Error.wav"));
+        QCOMPARE(program.sounds().last_played(), QStringLiteral("Error.wav"));
         QCOMPARE(lines_of(editor).at(0), QStringLiteral("1/0")); // the line keeps its text
         QTest::keyClicks(editor, QStringLiteral("2"));
         QVERIFY(!program.errors->isVisible());
@@ -185,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(path.endsWith(QStringLiteral("Untitled 1.qvx")));
         QVERIFY(!window->is_modified());
         QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path.toUpper() + QStringLiteral("[*]"));
-        QCOMPARE(QString::fromStdString(program.recent.files().front()), path);
+        QCOMPARE(QString::fromStdString(program.recent().files().front()), path);
 
         program.frame->mdi_area()->closeAllSubWindows();
         QVERIFY(program.frame->documents().isEmpty());
@@ -213,7 +193,7 @@ private Q_SLOTS:
             QStringLiteral("Save File: Attributes in the file have changed!\n\n Do you wish to save the changes?")));
         program.save_answers = {QMessageBox::Yes};
         QVERIFY(program.frame->close());
-        QVERIFY(QFileInfo::exists(program.dir.filePath(QStringLiteral("Untitled 1.qvx"))));
+        QVERIFY(QFileInfo::exists(program.file_path(QStringLiteral("Untitled 1.qvx"))));
     }
 
     void aMissingFileIsToldAndANewDocumentOpens() {
@@ -234,18 +214,18 @@ private Q_SLOTS:
             path = window->file_path();
             type_line(window->editor(), QStringLiteral("k*2"));
             program.frame->autosave_now();
-            autosave_dir = program.dir.filePath(QStringLiteral("autosave"));
+            autosave_dir = program.file_path(QStringLiteral("autosave"));
             QCOMPARE(QDir(autosave_dir).entryList(QDir::Files).size(), 2);
             // A crash: the slot stays behind, under a process that no longer runs.
             const QString slot = QString::fromStdString(window->autosave_slot());
             const QString dead = QStringLiteral("document-999999999-1");
             for (const QString& extension : {QStringLiteral(".qvx"), QStringLiteral(".origin")})
                 QVERIFY(QFile::copy(autosave_dir + QLatin1Char('/') + slot + extension,
-                                    program.dir.filePath(QStringLiteral("kept") + extension)));
+                                    program.file_path(QStringLiteral("kept") + extension)));
             program.save_answers = {QMessageBox::No};
             QVERIFY(program.frame->close());
             for (const QString& extension : {QStringLiteral(".qvx"), QStringLiteral(".origin")})
-                QVERIFY(QFile::rename(program.dir.filePath(QStringLiteral("kept") + extension),
+                QVERIFY(QFile::rename(program.file_path(QStringLiteral("kept") + extension),
                                       autosave_dir + QLatin1Char('/') + dead + extension));
 
             // The next start offers it back, with the file to save to.

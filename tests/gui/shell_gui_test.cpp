@@ -2,7 +2,7 @@
 // progress dialog whose Stop is heard, export to PDF, the options dialog writing Quorvex.ini.
 #include "desktop/recent_files.h"
 #include "gui/common/progress_host.h"
-#include "gui/common/services.h"
+#include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
@@ -70,27 +70,18 @@ private Q_SLOTS:
     }
 
     void exportsTheTextToPdfAndOptionsReachTheSettings() {
-        QTemporaryDir dir;
-        store::ensure_user_library(dir.path().toStdString());
-        store::IniFile settings((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
-        desktop::RecentFiles recent(settings);
-        SoundPlayer sounds(dir.path(), false);
-        QStringList messages;
-        Services services;
-        services.data_dir = dir.path();
-        services.library_dir = QStringLiteral(QUORVEX_SOURCE_DATA_DIR);
-        services.settings = &settings;
-        services.sounds = &sounds;
-        services.recent = &recent;
-        services.collected_messages = &messages;
-        services.answer_save_question = [](const QString&) { return int(QMessageBox::No); };
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR), QStringLiteral(QUORVEX_SOURCE_DATA_DIR "/sounds"));
+        Services& services = scratch.services;
+        scratch.save_answers = {QMessageBox::No};
         MainFrame frame(services);
-        frame.choose_save_path = [&dir](const QString& suggestion) { return dir.filePath(QFileInfo(suggestion).fileName()); };
+        frame.choose_save_path = [&scratch](const QString& suggestion) {
+            return scratch.file_path(QFileInfo(suggestion).fileName());
+        };
         DocumentWindow* window = frame.new_document();
         QTest::keyClicks(window->editor(), QStringLiteral("SIN(30)"));
         QTest::keyClick(window->editor(), Qt::Key_Return);
         frame.action(QStringLiteral("fileExportPdf"))->trigger();
-        QFile pdf(dir.filePath(QStringLiteral("Untitled 1.pdf")));
+        QFile pdf(scratch.file_path(QStringLiteral("Untitled 1.pdf")));
         QVERIFY(pdf.open(QIODevice::ReadOnly));
         QVERIFY(pdf.read(5) == "%PDF-");
         QVERIFY(pdf.size() > 500);
@@ -101,11 +92,12 @@ private Q_SLOTS:
             if (box->text().contains(QStringLiteral("sounds"))) box->setChecked(false);
         auto* angles = options.findChildren<QComboBox*>().last();
         angles->setCurrentIndex(1); // radians for this document
+        QVERIFY(scratch.sounds().enabled());
         options.accept();
         QCOMPARE(services.options.CalculationMethod, 2);
-        QVERIFY(!sounds.enabled());
+        QVERIFY(!scratch.sounds().enabled());
         QCOMPARE(window->parser().angle_type(), 1);
-        store::IniFile reread((dir.path() + QStringLiteral("/Quorvex.ini")).toStdString());
+        store::IniFile reread(scratch.file_path(QStringLiteral("Quorvex.ini")).toStdString());
         QCOMPARE(reread.GetInt("OPTIONS", "CalculationMethod", 1), 2);
         QCOMPARE(reread.GetInt("OPTIONS", "Sound", 1), 0);
         QCOMPARE(reread.GetString("PARSER OPTIONS", "AngleType"), std::string()); // only when asked
