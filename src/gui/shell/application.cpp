@@ -69,15 +69,16 @@ bool Application::start() {
         });
     m_frame->show();
     if (m_sounds) m_sounds->play(QStringLiteral("Quorvex.wav"));
+    // Work a crash left behind first; a new empty document only when there is nothing else.
+    m_frame->offer_recovery();
     if (!file.isEmpty()) {
         if (!QFileInfo::exists(file))
             m_frame->open_missing(file);
         else if (!m_frame->open_document(file))
             m_frame->new_document();
-    } else {
+    } else if (m_frame->documents().isEmpty()) {
         m_frame->new_document();
     }
-    m_frame->offer_recovery();
     return true;
 }
 
