@@ -1,0 +1,32 @@
+#pragma once
+#include "chart_data.h"
+#include "graph_data.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvex::engine {
+class Host;
+class Parser;
+} // namespace quorvex::engine
+
+namespace quorvex::graph {
+
+// What a sweep met on the way: the messages for the graph's error list, and how it ended.
+struct SweepReport {
+    std::vector<std::string> errors;
+    bool cancelled = false;
+    bool two_solutions = false; // a function has a second branch (a square root was taken)
+};
+
+// Turns a 2-D graph into chart numbers with the document's engine: every function is mapped
+// once and run at each point of the X variable's range; a point where the engine fails or the
+// answer is complex is a hole, and its message goes to the report. With GraphTwoSolutions a
+// function with a square root comes back along its negative branch. Data sets follow the
+// functions as further series. The engine's variables are as they were afterwards.
+// Series order: the last function first, then the data sets in order.
+std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
+                                  engine::Host* host = nullptr);
+
+} // namespace quorvex::graph

@@ -1,0 +1,115 @@
+// The 2-D sweep against the engine: holes where a function fails, both branches of a square root,
+// data sets as series, and the engine's variables left as they were.
+#include "graph/sweep_2d.h"
+
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvex;
+using namespace quorvex::graph;
+
+namespace {
+
+struct Sweep : ::testing::Test {
+    engine::Parser parser{&functions::builtin_functions(), QUORVEX_DATA_DIR};
+    GraphData graph{"g"};
+
+    void declare(const char* line) {
+        parser.eval_exp(line, true, false, false);
+        ASSERT_FALSE(parser.IsAnError()) << line;
+    }
+    void sweep_x(double low, double high, long points) {
+        graph.XAxisVar = VariableCopy(engine::Variable("x", engine::complex(low, 0), engine::complex(high, 0), points));
+    }
+};
+
+} // namespace
+
+TEST_F(Sweep, AFailingPointIsAHoleWithItsMessageAndTheVariableComesBack) {
+    declare("x = 7");
+    declare("f[x] = 1/x");
+    declare("g[x] = 2*x");
+    graph.Functions.emplace_back("f[x]", "1/x");
+    graph.Functions.emplace_back("g[x]", "2*x");
+    sweep_x(-1, 1, 5);
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    ASSERT_EQ(data->series(), 2u);
+    ASSERT_EQ(data->points(), 5u);
+    // Series 0 is the last function.
+    const double g[] = {-2, -1, 0, 1, 2};
+    const double f[] = {-1, -2, 0, 2, 1};
+    for (size_t p = 0; p < 5; ++p) {
+        EXPECT_DOUBLE_EQ(data->x(0, p), -1 + 0.5 * static_cast<double>(p));
+        EXPECT_DOUBLE_EQ(data->y(0, p), g[p]) << p;
+        if (p == 2)
+            EXPECT_TRUE(ChartData::is_hole(data->y(1, p))); // 1/0: a gap in the curve
+        else
+            EXPECT_DOUBLE_EQ(data->y(1, p), f[p]) << p;
+    }
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_EQ(report.errors[0].rfind("An error occured at x = 0 : ", 0), 0u) << report.errors[0];
+    EXPECT_EQ(data->label(0), "g[x]");
+    EXPECT_EQ(parser.get_var_value("x").real(), 7); // the user's x is back
+    EXPECT_EQ(parser.equation_count(), 0);          // no equation left behind
+    EXPECT_FALSE(parser.IsAnError());
+
+    // A function the document does not have is named, and nothing is drawn.
+    graph.Functions.emplace_back("nosuch[x]", "x");
+    report = {};
+    EXPECT_FALSE(sweep_2d(parser, graph, report));
+    ASSERT_FALSE(report.errors.empty());
+    EXPECT_EQ(report.errors[0], "\"nosuch[x]\" could not be found. The graph could not be created!");
+}
+
+TEST_F(Sweep, ASquareRootIsDrawnAlongBothBranchesAndComplexPointsAreHoles) {
+    declare("h[x] = SQRT(x)");
+    graph.Functions.emplace_back("h[x]", "SQRT(x)");
+    sweep_x(-1, 4, 6); // -1 0 1 2 3 4
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    EXPECT_TRUE(report.two_solutions);
+    ASSERT_EQ(data->points(), 11u); // out along the positive branch, back along the negative one
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 0))); // SQRT(-1) is complex
+    const double forward[] = {0, 1, 1.4142135623731, 1.7320508075689, 2};
+    for (size_t p = 1; p <= 5; ++p) EXPECT_NEAR(data->y(0, p), forward[p - 1], 1e-12) << p;
+    const double back_x[] = {3, 2, 1, 0, -1};
+    for (size_t p = 6; p < 11; ++p) EXPECT_DOUBLE_EQ(data->x(0, p), back_x[p - 6]) << p;
+    // The curve rose to its end: the first point back is a gap, so that no line joins (4, 2) to
+    // (3, -1.73); then the negative branch, and x = -1 is complex again.
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 6)));
+    for (size_t p = 7; p < 10; ++p) EXPECT_NEAR(data->y(0, p), -std::sqrt(back_x[p - 6]), 1e-12) << p;
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 10)));
+    EXPECT_TRUE(report.errors.empty());
+    EXPECT_FALSE(parser.is_variable("x")); // made for the sweep, removed after it
+
+    graph.GraphTwoSolutions = false;
+    report = {};
+    EXPECT_EQ(sweep_2d(parser, graph, report)->points(), 6u);
+}
+
+TEST_F(Sweep, DataSetsFollowTheFunctionsWithHolesForWhatDoesNotEvaluate) {
+    StrDataPnts set;
+    set.SetName("measured");
+    const char* xs[] = {"1", "2", "bad", "4"};
+    const char* ys[] = {"PI", "1/0", "3", nullptr};
+    for (int i = 0; i < 4; ++i) {
+        set.PutXDataPoint(xs[i], i);
+        set.PutYDataPoint(ys[i], i);
+    }
+    graph.DataSets.push_back(set);
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report); // no function: no variable needed
+    ASSERT_TRUE(data);
+    ASSERT_EQ(data->series(), 1u);
+    EXPECT_EQ(data->label(0), "measured");
+    EXPECT_NEAR(data->y(0, 0), 3.14159265358979, 1e-12);
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 1)));
+    EXPECT_TRUE(ChartData::is_hole(data->x(0, 2)));
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 3)));
+    EXPECT_DOUBLE_EQ(data->x(0, 3), 4);
+}
