@@ -1,0 +1,97 @@
+#include "build_2d.h"
+
+#include "graph_types.h"
+
+#include "engine/reporter.h"
+
+namespace quorvex::graph {
+
+namespace {
+
+constexpr const char* k_caption = "Graphing Utility";
+
+void tell(engine::Reporter* reporter, const std::string& text) {
+    if (reporter) reporter->report(text, k_caption, engine::MessageKind::Information);
+}
+
+} // namespace
+
+bool allows_log_x(int type) {
+    using namespace graph_type;
+    return type == Scatter || type == Line || type == Plot || type == Area || type == HiLo || type == HiLoOpenClose ||
+           type == Candle;
+}
+
+bool allows_log_y(int type) { return allows_log_x(type) || type == graph_type::Bar || type == graph_type::StackingBar; }
+
+bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLook> looks, Chart2D& chart,
+              SweepReport& report, engine::Reporter* reporter, engine::Host* host) {
+    chart.clear();
+    if (graph.XAxisLogarithmic && !allows_log_x(graph.Type)) {
+        tell(reporter, "A logarithmic X axis is not available for this type of graph; the X axis is linear.");
+        graph.XAxisLogarithmic = 0;
+    }
+    if (graph.YAxisLogarithmic && !allows_log_y(graph.Type)) {
+        tell(reporter, "A logarithmic Y axis is not available for this type of graph; the Y axis is linear.");
+        graph.YAxisLogarithmic = 0;
+    }
+    std::optional<ChartData> data = sweep_2d(parser, graph, report, host);
+    if (!data || report.cancelled) return false;
+
+    const GraphTypeInfo* info = find_graph_type(graph.Type);
+    chart.set_type(info ? info->drawn_as : graph_type::Plot);
+    chart.set_data(*data);
+    const size_t functions = graph.Functions.size();
+    for (size_t s = 0; s < data->series(); ++s) {
+        std::optional<store::TColor> color;
+        int width = 1;
+        if (s < functions) {
+            // Series s draws function n-1-s.
+            const size_t function = functions - 1 - s;
+            if (function < looks.size()) color = looks[function].color, width = looks[function].width;
+        } else if (const StrDataPnts* set = graph.GetDataSet(static_cast<int>(s - functions))) {
+            if (set->HasLineColor) color = set->LineColor;
+            width = set->LineWidth;
+        }
+        chart.set_series_style(s, series_style(static_cast<int>(s), graph.Type, color, width,
+                                               graph.DataAreaBackgroundColor));
+    }
+    chart.set_titles(graph.Header, graph.Footer, graph.XAxisTitle, graph.YAxisTitle);
+    ChartColors colors;
+    colors.background = graph.BackgroundColor;
+    colors.foreground = graph.ForegroundColor;
+    colors.data_area_background = graph.DataAreaBackgroundColor;
+    colors.data_area_foreground = graph.DataAreaForegroundColor;
+    colors.header = graph.HeaderForegroundColor;
+    colors.footer = graph.FooterForegroundColor;
+    colors.legend_background = graph.LegendBackgroundColor;
+    colors.legend_foreground = graph.LegendForegroundColor;
+    chart.set_colors(colors);
+
+    bool log_x = graph.XAxisLogarithmic != 0, log_y = graph.YAxisLogarithmic != 0;
+    if (const std::optional<ChartBounds> shown = shown_bounds(*data, graph.Type)) {
+        const std::optional<ChartBounds> extent = data_extent(*data);
+        if (log_x && extent->x_min <= 0) {
+            tell(reporter, "The X values reach zero or below, which a logarithmic axis can not show; the X axis is "
+                           "drawn linear.");
+            log_x = false;
+        }
+        if (log_y && extent->y_min <= 0) {
+            tell(reporter, "The Y values reach zero or below, which a logarithmic axis can not show; the Y axis is "
+                           "drawn linear.");
+            log_y = false;
+        }
+        ChartBounds bounds = *shown;
+        // A logarithmic axis shows the values themselves: a margin could reach zero.
+        if (log_x) bounds.x_min = extent->x_min, bounds.x_max = extent->x_max;
+        if (log_y) bounds.y_min = extent->y_min, bounds.y_max = extent->y_max;
+        chart.set_bounds(bounds);
+    }
+    chart.set_logarithmic(log_x, log_y);
+    chart.set_grid(graph.ShowGridLines != 0);
+    for (GraphNote& note : graph.Notes)
+        note.Index = note.IsNote ? chart.add_note(note.Text, note.PosX, note.PosY) : -1;
+    return true;
+}
+
+} // namespace quorvex::graph

@@ -1,0 +1,83 @@
+#pragma once
+#include "chart_data.h"
+
+#include <string>
+#include <vector>
+
+namespace quorvex::graph {
+
+// The colours of a 2-D chart's parts (0x00BBGGRR).
+struct ChartColors {
+    store::TColor background = 0xFFFFFF, foreground = 0;
+    store::TColor data_area_background = 0xFFFFFF, data_area_foreground = 0;
+    store::TColor header = 0, footer = 0, legend_background = 0xFFFFFF, legend_foreground = 0;
+};
+
+// What drawing a 2-D graph asks of a chart. The graph window draws through the Qt Charts one;
+// the sweep and the build are tested against the recording one.
+class Chart2D {
+public:
+    virtual ~Chart2D() = default;
+    // Drops data, texts and settings.
+    virtual void clear() = 0;
+    // The kind of chart to draw (a graph type as the chart draws it: plot, bar, pie, ...).
+    virtual void set_type(int type) = 0;
+    virtual void set_data(const ChartData& data) = 0;
+    virtual void set_series_style(size_t series, const SeriesStyle& style) = 0;
+    virtual void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
+                            const std::string& y_title) = 0;
+    virtual void set_colors(const ChartColors& colors) = 0;
+    virtual void set_bounds(const ChartBounds& bounds) = 0;
+    virtual void set_logarithmic(bool x, bool y) = 0;
+    virtual void set_grid(bool on) = 0;
+    // A text at a point of a series; its index among the chart's texts.
+    virtual int add_point_label(size_t series, size_t point, const std::string& text) = 0;
+    // A note at a place in pixels of the chart; its index among the chart's texts.
+    virtual int add_note(const std::string& text, int x, int y) = 0;
+};
+
+// A chart that only remembers what it was told: for tests and for builds without a display.
+class RecordingChart : public Chart2D {
+public:
+    struct Text {
+        std::string text;
+        bool note = false;
+        size_t series = 0, point = 0; // a label's place
+        int x = 0, y = 0;             // a note's place
+    };
+
+    void clear() override { *this = RecordingChart(); }
+    void set_type(int type) override { this->type = type; }
+    void set_data(const ChartData& data) override { this->data = data; }
+    void set_series_style(size_t series, const SeriesStyle& style) override {
+        if (styles.size() <= series) styles.resize(series + 1);
+        styles[series] = style;
+    }
+    void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
+                    const std::string& y_title) override {
+        titles = {header, footer, x_title, y_title};
+    }
+    void set_colors(const ChartColors& colors) override { this->colors = colors; }
+    void set_bounds(const ChartBounds& bounds) override { this->bounds = bounds; }
+    void set_logarithmic(bool x, bool y) override { log_x = x, log_y = y; }
+    void set_grid(bool on) override { grid = on; }
+    int add_point_label(size_t series, size_t point, const std::string& text) override {
+        texts.push_back({text, false, series, point, 0, 0});
+        return static_cast<int>(texts.size()) - 1;
+    }
+    int add_note(const std::string& text, int x, int y) override {
+        texts.push_back({text, true, 0, 0, x, y});
+        return static_cast<int>(texts.size()) - 1;
+    }
+
+    int type = 0;
+    ChartData data{1, 0, 0};
+    std::vector<SeriesStyle> styles;
+    std::vector<std::string> titles;
+    ChartColors colors;
+    std::optional<ChartBounds> bounds;
+    bool log_x = false, log_y = false, grid = false;
+    std::vector<Text> texts;
+};
+
+} // namespace quorvex::graph

@@ -1,0 +1,91 @@
+// Building a 2-D graph onto the recording chart: styles and titles, the shown range, logarithmic
+// axes refused where they can not be drawn, notes.
+#include "graph/build_2d.h"
+
+#include "engine/parser.h"
+#include "engine/reporter.h"
+#include "functions/builtin_functions.h"
+#include "graph/graph_types.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvex;
+using namespace quorvex::graph;
+
+namespace {
+
+struct Told : engine::Reporter {
+    std::vector<std::string> texts;
+    void report(std::string_view text, std::string_view, engine::MessageKind) override { texts.emplace_back(text); }
+};
+
+struct Build : ::testing::Test {
+    engine::Parser parser{&functions::builtin_functions(), QUORVEX_DATA_DIR};
+    GraphData graph{"squares"};
+    RecordingChart chart;
+    Told told;
+    SweepReport report;
+
+    void SetUp() override {
+        parser.eval_exp("sq[x] = x^2", true, false, false);
+        graph.Functions.emplace_back("sq[x]", "x^2");
+        graph.XAxisVar = VariableCopy(engine::Variable("x", engine::complex(-2, 0), engine::complex(2, 0), 5));
+    }
+};
+
+} // namespace
+
+TEST_F(Build, HandsTheChartDataStylesTitlesRangeAndNotes) {
+    graph.Header = "Squares";
+    graph.XAxisTitle = "x";
+    graph.Notes.emplace_back("minimum", 120, 80, -1, true);
+    const SeriesLook look{0x0000FFu, 3};
+    ASSERT_TRUE(build_2d(parser, graph, std::span(&look, 1), chart, report, &told));
+    EXPECT_EQ(chart.type, graph_type::Plot);
+    ASSERT_EQ(chart.data.series(), 1u);
+    EXPECT_DOUBLE_EQ(chart.data.y(0, 0), 4);
+    EXPECT_DOUBLE_EQ(chart.data.y(0, 2), 0);
+    ASSERT_EQ(chart.styles.size(), 1u);
+    EXPECT_EQ(chart.styles[0].color, 0x0000FFu);
+    EXPECT_EQ(chart.styles[0].line_width, 3);
+    EXPECT_EQ(chart.titles[0], "Squares");
+    EXPECT_EQ(chart.titles[2], "x");
+    ASSERT_TRUE(chart.bounds);
+    EXPECT_DOUBLE_EQ(chart.bounds->x_min, -2.2);
+    EXPECT_DOUBLE_EQ(chart.bounds->y_min, 0);
+    EXPECT_DOUBLE_EQ(chart.bounds->y_max, 4.2);
+    EXPECT_TRUE(chart.grid);
+    ASSERT_EQ(chart.texts.size(), 1u);
+    EXPECT_TRUE(chart.texts[0].note);
+    EXPECT_EQ(chart.texts[0].x, 120);
+    EXPECT_EQ(graph.Notes.front().Index, 0);
+    EXPECT_TRUE(told.texts.empty());
+}
+
+TEST_F(Build, LogarithmicAxesOnlyWhereTheyCanBeDrawn) {
+    // Y from 0: a logarithmic Y axis can not show it; the flag stays for a later range.
+    graph.YAxisLogarithmic = 1;
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_FALSE(chart.log_y);
+    EXPECT_EQ(graph.YAxisLogarithmic, 1);
+    ASSERT_EQ(told.texts.size(), 1u);
+    EXPECT_NE(told.texts[0].find("zero or below"), std::string::npos);
+
+    // Positive values: drawn logarithmic, the range is the values themselves.
+    graph.XAxisVar = VariableCopy(engine::Variable("x", engine::complex(1, 0), engine::complex(10, 0), 10));
+    graph.XAxisLogarithmic = 1;
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_TRUE(chart.log_x);
+    EXPECT_TRUE(chart.log_y);
+    EXPECT_DOUBLE_EQ(chart.bounds->x_min, 1);
+    EXPECT_DOUBLE_EQ(chart.bounds->y_max, 100);
+
+    // A pie has no logarithmic axis: refused and cleared.
+    graph.Type = graph_type::Pie;
+    told.texts.clear();
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(graph.XAxisLogarithmic, 0);
+    EXPECT_EQ(graph.YAxisLogarithmic, 0);
+    EXPECT_EQ(told.texts.size(), 2u);
+    EXPECT_EQ(chart.type, graph_type::Pie);
+}
