@@ -5,6 +5,7 @@
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_window.h"
 #include "gui/shell/main_frame.h"
 #include "gui/shell/options_dialog.h"
 
@@ -78,6 +79,23 @@ bool shoot(const QString& out, const QString& suffix) {
     QTest::keyClick(editor, Qt::Key_Return);
     ok = save(&errors, out + QStringLiteral("/error-dialog") + suffix + QStringLiteral(".png")) && ok;
     errors.hide();
+
+    // A graph of each drawn kind: a curve with a pole, points, bars.
+    QTest::keyClicks(editor, QStringLiteral("wave(x) = SIN(x)*x/100"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTest::keyClicks(editor, QStringLiteral("pole(x) = 1/(x-2)"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    window->add_function_graph("wave[x]", "x", -720, 720, 401);
+    ok = save(&frame, out + QStringLiteral("/graph-plot") + suffix + QStringLiteral(".png")) && ok;
+    window->add_function_graph("pole[x]", "x", -4, 8, 241);
+    ok = save(&frame, out + QStringLiteral("/graph-pole") + suffix + QStringLiteral(".png")) && ok;
+    auto& graphs = window->document().Graphs;
+    for (auto [type, name] : {std::pair{13, "scatter"}, std::pair{2, "bar"}, std::pair{5, "area"}, std::pair{3, "pie"}}) {
+        graphs.front().Data.Type = type;
+        window->graph_window()->draw(0);
+        ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
+    }
+    window->toggle_graph();
 
     OptionsDialog options(services, &window->parser(), &frame);
     options.show();

@@ -2,6 +2,8 @@
 
 #include "math_editor.h"
 
+#include "gui/graph2d/graph_window.h"
+
 #include "functions/builtin_functions.h"
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
@@ -157,6 +159,59 @@ void DocumentWindow::closeEvent(QCloseEvent* event) {
         event->accept();
     else
         event->ignore();
+}
+
+GraphWindow* DocumentWindow::graph_window() {
+    if (!m_graph_window) {
+        m_graph_window = new GraphWindow(*this, m_splitter);
+        m_splitter->insertWidget(0, m_graph_window);
+        m_graph_window->hide();
+    }
+    return m_graph_window;
+}
+
+bool DocumentWindow::graph_shown() const { return m_graph_window && m_graph_window->isVisible(); }
+
+void DocumentWindow::toggle_graph() {
+    GraphWindow* graphs = graph_window();
+    if (graph_shown()) {
+        graphs->hide();
+        m_editor->show();
+        m_editor->setFocus();
+        return;
+    }
+    graphs->refresh_list();
+    m_editor->hide();
+    graphs->show();
+    if (graphs->current_graph() >= 0) graphs->draw(graphs->current_graph());
+    graphs->setFocus();
+}
+
+bool DocumentWindow::add_function_graph(const std::string& function, const std::string& variable, double low,
+                                        double high, long points, QString* error) {
+    const auto fail = [error](const QString& why) {
+        if (error) *error = why;
+        return false;
+    };
+    const int index = m_parser->find_function(function.c_str());
+    if (index < 0) return fail(QStringLiteral("\"%1\" is no function of this document.").arg(QString::fromStdString(function)));
+    if (!(high > low) || points < 2 || points > 1000000)
+        return fail(QStringLiteral("The range needs a low end below the high end and 2 to 1000000 points."));
+    document::DocumentGraph graph;
+    const engine::Function* declared = m_parser->function_at(index);
+    graph.Data.Functions.emplace_back(declared->full_name(), declared->value());
+    graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(variable, engine::complex(low, 0), engine::complex(high, 0), points));
+    graph.Data.Name = m_hub->GetUniqueGraphName(declared->short_name());
+    graph.Data.SetDefaultHeader(true);
+    graph.Data.Footer.clear(); // the header names the function already
+    graph.Data.SetDefaultXAxisTitle(true);
+    graph.Data.SetDefaultYAxisTitle(true);
+    m_document->Graphs.push_back(std::move(graph));
+    m_parser->set_vars_saved(false); // the document changed
+    update_caption();
+    if (!graph_shown()) toggle_graph();
+    graph_window()->refresh_list();
+    return graph_window()->draw(static_cast<int>(m_document->Graphs.size()) - 1);
 }
 
 bool DocumentWindow::is_modified() const {

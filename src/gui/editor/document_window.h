@@ -12,6 +12,10 @@
 class QSplitter;
 
 namespace quorvex::gui {
+class GraphWindow;
+}
+
+namespace quorvex::gui {
 
 class MathEditor;
 struct Services;
@@ -32,6 +36,16 @@ public:
     engine::Parser& parser() { return *m_parser; }
     document::Document& document() { return *m_document; }
     QSplitter* splitter() const { return m_splitter; }
+    Services& services() { return m_services; }
+    // The graph window, made on first use; it takes the editor's place while it is shown.
+    GraphWindow* graph_window();
+    bool graph_shown() const;
+    // Shows the graph window in the editor's place, or the editor again (F9).
+    void toggle_graph();
+    // Adds a graph of the document's function `function` (its full name) over `variable` from
+    // `low` to `high` in `points` points, and draws it; false with `error` set when it can not.
+    bool add_function_graph(const std::string& function, const std::string& variable, double low, double high,
+                            long points, QString* error = nullptr);
     // The way the document's tools, managers and graphs reach its engine and graphs.
     desktop::DocumentHub& hub() { return *m_hub; }
 
@@ -89,6 +103,7 @@ private:
     std::unique_ptr<document::Document> m_document;
     QSplitter* m_splitter;
     MathEditor* m_editor;
+    GraphWindow* m_graph_window = nullptr;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
     std::function<QString()> m_save_as;

@@ -7,6 +7,8 @@
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/new_graph_dialog.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
 
@@ -144,6 +146,13 @@ void MainFrame::create_actions() {
         if (DocumentWindow* window = active_document()) window->editor()->set_as_fraction(on);
     });
     fraction->setCheckable(true);
+    make(QStringLiteral("graphToggle"), tr("Show &Graph / Editor"), QKeySequence(Qt::Key_F9), [this] {
+        if (DocumentWindow* window = active_document()) window->toggle_graph();
+    });
+    make(QStringLiteral("graphNew"), tr("&New Graph of a Function..."), {}, [this] { new_function_graph(); });
+    make(QStringLiteral("graphExport"), tr("&Export Graph..."), {}, [this] {
+        if (DocumentWindow* window = active_document()) window->graph_window()->export_with_dialog();
+    });
     make(QStringLiteral("toolsOptions"), tr("&Options..."), {}, [this] { show_options(); },
          QStringLiteral("preferences-system"));
 
@@ -180,6 +189,9 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeLine")));
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
+    QMenu* graph = menuBar()->addMenu(tr("&Graph"));
+    for (const char* name : {"graphToggle", "graphNew", "graphExport"}) graph->addAction(action(QLatin1String(name)));
+
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
     tools->addAction(action(QStringLiteral("toolsOptions")));
 
@@ -203,7 +215,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphExport", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
@@ -432,6 +444,18 @@ void MainFrame::export_pdf() {
     printer.setOutputFileName(path);
     window->editor()->print(&printer);
     statusBar()->showMessage(tr("Exported %1").arg(path), 4000);
+}
+
+void MainFrame::new_function_graph() {
+    DocumentWindow* window = active_document();
+    if (!window) return;
+    NewGraphDialog dialog(window->parser(), this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    QString error;
+    if (!window->add_function_graph(dialog.function(), dialog.variable(), dialog.low(), dialog.high(), dialog.points(),
+                                    &error) &&
+        !error.isEmpty())
+        QMessageBox::warning(this, tr("Graphing Utility"), error);
 }
 
 void MainFrame::show_options() {

@@ -54,6 +54,7 @@ private:
     void print(bool preview);
     void export_pdf();
     void show_options();
+    void new_function_graph();
     bool close_window(QMdiSubWindow* sub);
     QMdiSubWindow* add_window(DocumentWindow* window);
     QMdiSubWindow* window_of_path(const QString& path) const;

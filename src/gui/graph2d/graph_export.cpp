@@ -1,0 +1,80 @@
+#include "graph_export.h"
+
+#include <QChart>
+#include <QChartView>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+
+namespace quorvex::gui {
+
+namespace {
+
+// Lays the chart out at `size` in a view of its own, paints it with `painter`, and gives it back.
+void paint_at(QChart* chart, QSize size, QPainter& painter) {
+    QGraphicsScene* home = chart->scene();
+    QChartView* owner = home ? qobject_cast<QChartView*>(home->views().value(0)) : nullptr;
+    const QSizeF old_size = chart->size();
+    const QPointF old_pos = chart->pos();
+    chart->resize(size);
+    chart->setPos(0, 0);
+    if (home) home->render(&painter, QRectF(QPointF(0, 0), size), QRectF(QPointF(0, 0), size));
+    chart->setPos(old_pos);
+    chart->resize(old_size);
+    if (owner) owner->viewport()->update();
+}
+
+} // namespace
+
+bool export_chart(QChart* chart, const QString& path, QSize size, QString* error) {
+    const auto fail = [error](const QString& why) {
+        if (error) *error = why;
+        return false;
+    };
+    if (!chart || !chart->scene()) return fail(QStringLiteral("There is no graph to export."));
+    if (size.width() < 16 || size.height() < 16 || size.width() > 20000 || size.height() > 20000)
+        return fail(QStringLiteral("The size %1x%2 is not one a picture can have (16 to 20000 pixels a side).")
+                        .arg(size.width())
+                        .arg(size.height()));
+    const QString kind = QFileInfo(path).suffix().toLower();
+    if (kind == QStringLiteral("png")) {
+        QImage image(size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paint_at(chart, size, painter);
+        painter.end();
+        if (!image.save(path, "PNG")) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
+        return true;
+    }
+    if (kind == QStringLiteral("svg")) {
+        QSvgGenerator svg;
+        svg.setFileName(path);
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(0, 0), size));
+        svg.setTitle(chart->title());
+        QPainter painter;
+        if (!painter.begin(&svg)) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
+        paint_at(chart, size, painter);
+        painter.end();
+        return QFileInfo(path).size() > 0 || fail(QStringLiteral("The picture could not be written to %1.").arg(path));
+    }
+    if (kind == QStringLiteral("pdf")) {
+        QPdfWriter pdf(path);
+        pdf.setResolution(96);
+        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
+        pdf.setPageMargins(QMarginsF(0, 0, 0, 0));
+        QPainter painter;
+        if (!painter.begin(&pdf)) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
+        const double scale = pdf.width() / static_cast<double>(size.width());
+        painter.scale(scale, scale);
+        paint_at(chart, size, painter);
+        painter.end();
+        return true;
+    }
+    return fail(QStringLiteral("%1: the picture's kind is told by its extension, .png, .svg or .pdf.").arg(path));
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,34 @@
+#pragma once
+#include <QChartView>
+
+namespace quorvex::gui {
+
+// The drawn graph: the mouse wheel zooms about the pointer, a dragged rectangle zooms into it,
+// the arrow keys (or a drag with the middle button) pan, Home or a double click restores the
+// whole graph, and the pointer's coordinates are told as it moves.
+class GraphView : public QChartView {
+    Q_OBJECT
+
+public:
+    explicit GraphView(QWidget* parent = nullptr);
+
+    void reset_zoom();
+
+Q_SIGNALS:
+    // The pointer's place in the graph's coordinates; `inside` false when it left the data area.
+    void pointerMoved(QPointF value, bool inside);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QPoint m_pan_from;
+    bool m_panning = false;
+};
+
+} // namespace quorvex::gui

@@ -1,0 +1,155 @@
+#include "graph_window.h"
+
+#include "graph_export.h"
+#include "graph_view.h"
+#include "qt_chart_2d.h"
+
+#include "graph/build_2d.h"
+#include "gui/common/message_reporter.h"
+#include "gui/common/progress_host.h"
+#include "gui/common/services.h"
+#include "gui/editor/document_window.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace quorvex::gui {
+
+GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
+    : QWidget(parent),
+      m_document(document),
+      m_graphs(new QComboBox(this)),
+      m_view(new GraphView(this)),
+      m_chart(std::make_unique<QtChart2D>(m_view)),
+      m_errors(new QListWidget(this)),
+      m_status(new QLabel(this)) {
+    setObjectName(QStringLiteral("graphWindow"));
+    m_graphs->setObjectName(QStringLiteral("graphList"));
+    m_graphs->setMinimumContentsLength(16);
+    auto* draw_button = new QPushButton(tr("&Draw"), this);
+    auto* whole = new QPushButton(tr("&Whole Graph"), this);
+    auto* export_button = new QPushButton(tr("E&xport..."), this);
+    auto* label = new QLabel(tr("&Graph:"), this);
+    label->setBuddy(m_graphs);
+    auto* bar = new QHBoxLayout;
+    bar->addWidget(label);
+    bar->addWidget(m_graphs, 1);
+    bar->addWidget(draw_button);
+    bar->addWidget(whole);
+    bar->addWidget(export_button);
+
+    m_errors->setObjectName(QStringLiteral("graphErrors"));
+    m_errors->setToolTip(tr("Graph Errors"));
+    m_errors->setVisible(false);
+    m_errors->setMaximumHeight(fontMetrics().height() * 6); // a few lines; the graph keeps the room
+    auto* split = new QSplitter(Qt::Vertical, this);
+    split->addWidget(m_view);
+    split->addWidget(m_errors);
+    split->setStretchFactor(0, 4);
+    split->setStretchFactor(1, 1);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addLayout(bar);
+    layout->addWidget(split, 1);
+    layout->addWidget(m_status);
+
+    connect(draw_button, &QPushButton::clicked, this, [this] { draw(current_graph()); });
+    connect(m_graphs, qOverload<int>(&QComboBox::activated), this, [this](int index) { draw(index); });
+    connect(whole, &QPushButton::clicked, m_view, &GraphView::reset_zoom);
+    connect(export_button, &QPushButton::clicked, this, &GraphWindow::export_with_dialog);
+    connect(m_view, &GraphView::pointerMoved, this, [this](QPointF value, bool inside) {
+        const QString text = inside ? QStringLiteral("x = %1   y = %2").arg(value.x(), 0, 'g', 8).arg(value.y(), 0, 'g', 8)
+                                    : QString();
+        m_status->setText(text);
+        Q_EMIT pointerMoved(text);
+    });
+    refresh_list();
+}
+
+GraphWindow::~GraphWindow() = default;
+
+int GraphWindow::current_graph() const { return m_graphs->currentIndex(); }
+
+void GraphWindow::refresh_list() {
+    const QString kept = m_graphs->currentText();
+    m_graphs->clear();
+    for (const document::DocumentGraph& graph : m_document.document().Graphs)
+        m_graphs->addItem(QString::fromStdString(graph.Data.Name.empty() ? "(unnamed)" : graph.Data.Name));
+    const int again = m_graphs->findText(kept);
+    if (again >= 0) m_graphs->setCurrentIndex(again);
+    if (m_graphs->count() == 0)
+        m_status->setText(tr("This document has no graphs yet: Graph > New Graph of a Function makes one."));
+}
+
+QStringList GraphWindow::errors() const {
+    QStringList all;
+    for (int i = 0; i < m_errors->count(); ++i) all << m_errors->item(i)->text();
+    return all;
+}
+
+bool GraphWindow::draw(int index) {
+    auto& graphs = m_document.document().Graphs;
+    if (index < 0 || index >= static_cast<int>(graphs.size())) return false;
+    document::DocumentGraph& graph = graphs[static_cast<size_t>(index)];
+    m_graphs->setCurrentIndex(index);
+    if (graph.Data.GetGraphType() == 2) {
+        m_status->setText(tr("\"%1\" is a 3-D graph, which this window does not draw yet.")
+                              .arg(QString::fromStdString(graph.Data.Name)));
+        return false;
+    }
+    std::vector<graph::SeriesLook> looks;
+    for (size_t f = 0; f < graph.Data.Functions.size(); ++f) {
+        const document::FunctionStyle& style = graph.StyleOf(f);
+        looks.push_back({style.LineColor, style.LineWidth});
+    }
+    ProgressHost host(this, tr("Building Graph: %1").arg(QString::fromStdString(graph.Data.Name)));
+    graph::SweepReport report;
+    MessageReporter reporter(this, m_document.services().collected_messages);
+    const bool drawn = graph::build_2d(m_document.parser(), graph.Data, looks, *m_chart, report, &reporter, &host);
+    m_errors->clear();
+    for (const std::string& error : report.errors) m_errors->addItem(QString::fromStdString(error));
+    m_errors->setVisible(!report.errors.empty());
+    m_view->reset_zoom();
+    m_view->viewport()->update();
+    if (report.cancelled) {
+        m_status->setText(tr("Stopped."));
+        return false;
+    }
+    if (!drawn) {
+        m_status->setText(tr("The graph \"%1\" could not be created; see the errors below.")
+                              .arg(QString::fromStdString(graph.Data.Name)));
+        return false;
+    }
+    m_status->setText(report.errors.empty()
+                          ? QString()
+                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
+                               "Errors\" list for details.")
+                                .arg(QString::fromStdString(graph.Data.Name)));
+    return true;
+}
+
+void GraphWindow::export_with_dialog() {
+    const QString base = m_graphs->currentText().isEmpty() ? QStringLiteral("graph") : m_graphs->currentText();
+    const QString suggestion = (m_document.file_path().isEmpty() ? QDir::homePath()
+                                                                  : QFileInfo(m_document.file_path()).absolutePath()) +
+                               QLatin1Char('/') + base + QStringLiteral(".png");
+    const QString path = choose_export_path
+                             ? choose_export_path(suggestion)
+                             : QFileDialog::getSaveFileName(this, tr("Export Graph"), suggestion,
+                                                            tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"));
+    if (path.isEmpty()) return;
+    QString error;
+    if (!export_chart(m_chart->chart(), path, m_view->size(), &error)) QMessageBox::warning(this, tr("Export Graph"), error);
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,52 @@
+#pragma once
+#include <QWidget>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QListWidget;
+
+namespace quorvex::gui {
+
+class DocumentWindow;
+class GraphView;
+class QtChart2D;
+
+// A document's graph window: the list of the document's graphs, the drawn graph (zoom, pan,
+// coordinates under the pointer), the errors met while computing it, and export to a picture.
+class GraphWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit GraphWindow(DocumentWindow& document, QWidget* parent = nullptr);
+    ~GraphWindow() override;
+
+    // Fills the list from the document's graphs, keeping the current one when it is still there.
+    void refresh_list();
+    // Computes and draws graph `index` of the document; false (with its messages in the error
+    // list) when nothing could be drawn.
+    bool draw(int index);
+    int current_graph() const;
+    GraphView* view() const { return m_view; }
+    QtChart2D& chart() { return *m_chart; }
+    QStringList errors() const;
+    // Asks for a file and writes the drawn graph to it.
+    void export_with_dialog();
+
+    // Tests choose the export file here instead of a dialog.
+    std::function<QString(const QString& suggestion)> choose_export_path;
+
+Q_SIGNALS:
+    void pointerMoved(const QString& coordinates);
+
+private:
+    DocumentWindow& m_document;
+    QComboBox* m_graphs;
+    GraphView* m_view;
+    std::unique_ptr<QtChart2D> m_chart;
+    QListWidget* m_errors;
+    QLabel* m_status;
+};
+
+} // namespace quorvex::gui

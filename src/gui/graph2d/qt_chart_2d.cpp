@@ -1,0 +1,309 @@
+#include "qt_chart_2d.h"
+
+#include "graph/graph_types.h"
+
+#include <QAreaSeries>
+#include <QBarCategoryAxis>
+#include <QBarSeries>
+#include <QBarSet>
+#include <QChart>
+#include <QChartView>
+#include <QGraphicsSimpleTextItem>
+#include <QLegendMarker>
+#include <QLineSeries>
+#include <QLogValueAxis>
+#include <QPieSeries>
+#include <QPolarChart>
+#include <QScatterSeries>
+#include <QStackedBarSeries>
+#include <QValueAxis>
+
+#include <cmath>
+
+namespace quorvex::gui {
+
+namespace {
+
+using graph::ChartData;
+namespace type = graph::graph_type;
+
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
+
+// The pieces of a series between its holes: each a run of drawable points.
+std::vector<QList<QPointF>> pieces_of(const ChartData& data, size_t series) {
+    std::vector<QList<QPointF>> pieces(1);
+    for (size_t p = 0; p < data.points(); ++p) {
+        const double x = data.x(series, p), y = data.y(series, p);
+        if (ChartData::is_hole(x) || ChartData::is_hole(y)) {
+            if (!pieces.back().isEmpty()) pieces.emplace_back();
+            continue;
+        }
+        pieces.back().append(QPointF(x, y));
+    }
+    if (pieces.back().isEmpty()) pieces.pop_back();
+    return pieces;
+}
+
+// A short number for a bar's category or a slice's name.
+QString short_number(double value) { return QString::number(value, 'g', 6); }
+
+} // namespace
+
+QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
+
+QChart* QtChart2D::chart() const { return m_view->chart(); }
+
+QColor QtChart2D::color_of(store::TColor color) {
+    return QColor(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
+                  static_cast<int>((color >> 16) & 0xFF));
+}
+
+bool QtChart2D::is_bar_type() const {
+    return m_type == type::Bar || m_type == type::StackingBar || m_type == type::Hystogram || m_type == type::Pareto;
+}
+
+void QtChart2D::make_chart() {
+    const bool polar = m_type == type::Polar || m_type == type::Radar || m_type == type::RadarFilled;
+    QChart* old = m_view->chart();
+    QChart* chart = polar ? new QPolarChart : new QChart;
+    chart->setAnimationOptions(QChart::NoAnimation);
+    chart->legend()->setAlignment(Qt::AlignBottom);
+    m_view->setChart(chart);
+    m_texts.clear();
+    if (old && old != chart) delete old;
+}
+
+void QtChart2D::clear() {
+    m_data = ChartData(1, 0, 0);
+    m_styles.clear();
+    m_items.clear();
+    m_bounds.reset();
+    m_log_x = m_log_y = false;
+    // A chart of its own for each build: nothing of the last graph's axes or texts stays behind.
+    make_chart();
+}
+
+void QtChart2D::set_type(int graph_type) {
+    const bool was_polar = qobject_cast<QPolarChart*>(chart()) != nullptr;
+    m_type = graph_type;
+    const bool polar = m_type == type::Polar || m_type == type::Radar || m_type == type::RadarFilled;
+    if (polar != was_polar) make_chart();
+}
+
+void QtChart2D::set_data(const ChartData& data) {
+    m_data = data;
+    m_styles.assign(data.series(), graph::SeriesStyle{});
+    build_series();
+}
+
+void QtChart2D::build_series() {
+    QChart* view_chart = chart();
+    view_chart->removeAllSeries();
+    m_items.assign(m_data.series(), {});
+    if (m_type == type::Pie) {
+        // A pie of the first series: one slice per point, named by its X.
+        auto* pie = new QPieSeries;
+        if (m_data.series() > 0)
+            for (size_t p = 0; p < m_data.points(); ++p) {
+                const double y = m_data.y(0, p);
+                if (ChartData::is_hole(y) || y <= 0) continue;
+                const double x = m_data.x(0, p);
+                pie->append(ChartData::is_hole(x) ? QString::number(p + 1) : short_number(x), y);
+            }
+        pie->setLabelsVisible(true);
+        view_chart->addSeries(pie);
+        return;
+    }
+    if (is_bar_type()) {
+        QAbstractBarSeries* bars = m_type == type::StackingBar ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
+                                                               : new QBarSeries;
+        for (size_t s = 0; s < m_data.series(); ++s) {
+            auto* set = new QBarSet(text_of(m_data.label(s)));
+            for (size_t p = 0; p < m_data.points(); ++p) {
+                const double y = m_data.y(s, p);
+                *set << (ChartData::is_hole(y) ? 0.0 : y);
+            }
+            bars->append(set);
+            m_items[s].push_back(set);
+        }
+        view_chart->addSeries(bars);
+        return;
+    }
+    for (size_t s = 0; s < m_data.series(); ++s) {
+        bool first = true;
+        for (const QList<QPointF>& piece : pieces_of(m_data, s)) {
+            QAbstractSeries* added = nullptr;
+            if (m_type == type::Scatter) {
+                auto* points = new QScatterSeries;
+                points->append(piece);
+                added = points;
+            } else if (m_type == type::Area || m_type == type::RadarFilled) {
+                auto* upper = new QLineSeries;
+                upper->append(piece);
+                added = new QAreaSeries(upper);
+            } else {
+                auto* line = new QLineSeries;
+                line->append(piece);
+                // A plot marks its points; a line graph is only the line.
+                line->setPointsVisible(m_type == type::Plot && m_data.points() <= 200);
+                added = line;
+            }
+            m_items[s].push_back(added);
+            added->setName(text_of(m_data.label(s)));
+            view_chart->addSeries(added);
+            // One legend entry per series, not per piece.
+            if (!first)
+                for (QLegendMarker* marker : view_chart->legend()->markers(added)) marker->setVisible(false);
+            first = false;
+        }
+    }
+    for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
+}
+
+void QtChart2D::apply_style(size_t series) {
+    const graph::SeriesStyle& style = m_styles[series];
+    const QColor color = color_of(style.color);
+    QPen pen(color);
+    pen.setWidthF(style.line_width);
+    pen.setCosmetic(true);
+    for (QObject* item : m_items[series]) {
+        if (auto* set = qobject_cast<QBarSet*>(item)) {
+            set->setColor(color);
+            set->setBorderColor(color);
+        } else if (auto* points = qobject_cast<QScatterSeries*>(item)) {
+            points->setColor(color);
+            points->setBorderColor(color);
+            points->setMarkerSize(style.point_size + 1);
+        } else if (auto* area = qobject_cast<QAreaSeries*>(item)) {
+            QColor fill = color;
+            fill.setAlpha(110);
+            area->setBrush(fill);
+            area->setPen(pen);
+        } else if (auto* line = qobject_cast<QLineSeries*>(item)) {
+            line->setPen(pen);
+        }
+    }
+}
+
+void QtChart2D::set_series_style(size_t series, const graph::SeriesStyle& style) {
+    if (series >= m_styles.size() || series >= m_items.size()) return;
+    m_styles[series] = style;
+    apply_style(series);
+}
+
+void QtChart2D::set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
+                           const std::string& y_title) {
+    QString title = text_of(header);
+    if (!footer.empty()) title += QStringLiteral("<br><small>") + text_of(footer).toHtmlEscaped() + QStringLiteral("</small>");
+    chart()->setTitle(title);
+    m_x_title = x_title;
+    m_y_title = y_title;
+    update_axes();
+}
+
+void QtChart2D::set_colors(const graph::ChartColors& colors) {
+    m_colors = colors;
+    chart()->setBackgroundBrush(color_of(colors.background));
+    chart()->setPlotAreaBackgroundBrush(color_of(colors.data_area_background));
+    chart()->setPlotAreaBackgroundVisible(true);
+    chart()->setTitleBrush(color_of(colors.foreground));
+    chart()->legend()->setLabelColor(color_of(colors.foreground));
+    update_axes();
+}
+
+void QtChart2D::set_bounds(const graph::ChartBounds& bounds) {
+    m_bounds = bounds;
+    update_axes();
+}
+
+void QtChart2D::set_logarithmic(bool x, bool y) {
+    m_log_x = x;
+    m_log_y = y;
+    update_axes();
+}
+
+void QtChart2D::set_grid(bool on) {
+    m_grid = on;
+    for (QAbstractAxis* axis : chart()->axes()) axis->setGridLineVisible(on);
+}
+
+void QtChart2D::update_axes() {
+    QChart* view_chart = chart();
+    for (QAbstractAxis* axis : view_chart->axes()) {
+        view_chart->removeAxis(axis);
+        delete axis;
+    }
+    if (m_type == type::Pie || view_chart->series().isEmpty()) return;
+    const QColor ink = color_of(m_colors.foreground);
+    const auto value_axis = [&](bool log, double low, double high, const std::string& title) -> QAbstractAxis* {
+        QAbstractAxis* axis = nullptr;
+        if (log) {
+            auto* log_axis = new QLogValueAxis;
+            log_axis->setBase(10);
+            log_axis->setLabelFormat(QStringLiteral("%g"));
+            if (low > 0 && high > low) log_axis->setRange(low, high);
+            axis = log_axis;
+        } else {
+            auto* linear = new QValueAxis;
+            if (high > low) linear->setRange(low, high);
+            linear->setLabelFormat(QStringLiteral("%g"));
+            linear->applyNiceNumbers(); // round ticks; the range grows to the next of them
+            axis = linear;
+        }
+        axis->setTitleText(text_of(title));
+        axis->setLabelsColor(ink);
+        axis->setTitleBrush(ink);
+        axis->setGridLineVisible(m_grid);
+        return axis;
+    };
+    const graph::ChartBounds b = m_bounds.value_or(graph::ChartBounds{0, 1, 0, 1});
+    QAbstractAxis* x_axis = nullptr;
+    if (is_bar_type()) {
+        auto* categories = new QBarCategoryAxis;
+        for (size_t p = 0; p < m_data.points(); ++p) {
+            const double x = m_data.series() ? m_data.x(0, p) : graph::k_chart_hole;
+            categories->append(ChartData::is_hole(x) ? QString::number(p + 1) : short_number(x));
+        }
+        categories->setLabelsVisible(m_data.points() <= 40); // more would only be an ellipsis each
+        categories->setTitleText(text_of(m_x_title));
+        categories->setLabelsColor(ink);
+        categories->setTitleBrush(ink);
+        x_axis = categories;
+    } else {
+        x_axis = value_axis(m_log_x, b.x_min, b.x_max, m_x_title);
+    }
+    QAbstractAxis* y_axis = value_axis(m_log_y && !is_bar_type(), b.y_min, b.y_max, m_y_title);
+    if (auto* polar = qobject_cast<QPolarChart*>(view_chart)) {
+        polar->addAxis(x_axis, QPolarChart::PolarOrientationAngular);
+        polar->addAxis(y_axis, QPolarChart::PolarOrientationRadial);
+    } else {
+        view_chart->addAxis(x_axis, Qt::AlignBottom);
+        view_chart->addAxis(y_axis, Qt::AlignLeft);
+    }
+    for (QAbstractSeries* series : view_chart->series()) {
+        series->attachAxis(x_axis);
+        series->attachAxis(y_axis);
+    }
+}
+
+int QtChart2D::add_point_label(size_t series, size_t point, const std::string& text) {
+    const double x = m_data.x(series, point), y = m_data.y(series, point);
+    if (ChartData::is_hole(x) || ChartData::is_hole(y) || chart()->series().isEmpty()) return -1;
+    auto* item = new QGraphicsSimpleTextItem(text_of(text), chart());
+    item->setPos(chart()->mapToPosition(QPointF(x, y), chart()->series().first()) + QPointF(10, -10));
+    m_texts.push_back(item);
+    return static_cast<int>(m_texts.size()) - 1;
+}
+
+int QtChart2D::add_note(const std::string& text, int x, int y) {
+    auto* item = new QGraphicsSimpleTextItem(text_of(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")), chart());
+    QFont font = item->font();
+    font.setBold(true);
+    item->setFont(font);
+    item->setBrush(color_of(m_colors.foreground));
+    item->setPos(x, y);
+    m_texts.push_back(item);
+    return static_cast<int>(m_texts.size()) - 1;
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,58 @@
+#pragma once
+#include "graph/chart_2d.h"
+
+#include <QColor>
+#include <QPointer>
+
+class QChart;
+class QObject;
+class QChartView;
+class QGraphicsSimpleTextItem;
+
+namespace quorvex::gui {
+
+// The 2-D chart on Qt Charts: a graph's series as line, scatter, area, bar, pie or polar series
+// of the view's chart. A hole splits a line into pieces, so the curve shows a gap there.
+class QtChart2D : public graph::Chart2D {
+public:
+    explicit QtChart2D(QChartView* view);
+
+    void clear() override;
+    void set_type(int type) override;
+    void set_data(const graph::ChartData& data) override;
+    void set_series_style(size_t series, const graph::SeriesStyle& style) override;
+    void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
+                    const std::string& y_title) override;
+    void set_colors(const graph::ChartColors& colors) override;
+    void set_bounds(const graph::ChartBounds& bounds) override;
+    void set_logarithmic(bool x, bool y) override;
+    void set_grid(bool on) override;
+    int add_point_label(size_t series, size_t point, const std::string& text) override;
+    int add_note(const std::string& text, int x, int y) override;
+
+    QChart* chart() const;
+    // The range shown before any zoom, for a reset.
+    const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
+
+    static QColor color_of(store::TColor color);
+
+private:
+    bool is_bar_type() const;
+    void make_chart();
+    void build_series();
+    void apply_style(size_t series);
+    void update_axes();
+
+    QChartView* m_view;
+    int m_type = 1;
+    graph::ChartData m_data{1, 0, 0};
+    std::vector<graph::SeriesStyle> m_styles;
+    std::optional<graph::ChartBounds> m_bounds;
+    bool m_log_x = false, m_log_y = false, m_grid = true;
+    std::string m_x_title, m_y_title;
+    graph::ChartColors m_colors;
+    std::vector<QGraphicsSimpleTextItem*> m_texts;
+    std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
+};
+
+} // namespace quorvex::gui

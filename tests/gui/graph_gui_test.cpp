@@ -1,0 +1,109 @@
+// The graph window offscreen: a function's graph drawn through Qt Charts, its pixels where the
+// mathematics puts them, holes and errors, export to PNG, SVG and PDF.
+#include "gui/common/scratch_services.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_export.h"
+#include "gui/graph2d/graph_view.h"
+#include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/qt_chart_2d.h"
+
+#include <QChart>
+#include <QLineSeries>
+#include <QtTest>
+
+using namespace quorvex::gui;
+
+namespace {
+
+void type_line(MathEditor* editor, const QString& text) {
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+}
+
+// Whether a pixel near `at` has the colour of the first series (red, 0x0000FF as the chart keeps it).
+bool reddish_near(const QImage& image, QPoint at) {
+    for (int dy = -3; dy <= 3; ++dy)
+        for (int dx = -3; dx <= 3; ++dx) {
+            const QPoint p = at + QPoint(dx, dy);
+            if (!image.rect().contains(p)) continue;
+            const QColor c = image.pixelColor(p);
+            if (c.red() > 180 && c.green() < 90 && c.blue() < 90) return true;
+        }
+    return false;
+}
+
+} // namespace
+
+class GraphGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aFunctionIsDrawnWhereTheMathematicsPutsIt() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.resize(800, 600);
+        window.show();
+        type_line(window.editor(), QStringLiteral("line(x) = x"));
+        QString error;
+        QVERIFY2(window.add_function_graph("line[x]", "x", 0, 10, 101, &error), qPrintable(error));
+        QVERIFY(window.graph_shown());
+        QVERIFY(!window.editor()->isVisible()); // the graph takes the editor's place
+        QCOMPARE(window.document().Graphs.size(), size_t(1));
+        QVERIFY(window.is_modified());
+
+        GraphWindow* graphs = window.graph_window();
+        QChart* chart = graphs->chart().chart();
+        QVERIFY(!chart->series().isEmpty());
+        QTemporaryDir dir;
+        const QSize size(640, 480);
+        const QString png = dir.filePath(QStringLiteral("line.png"));
+        QVERIFY(export_chart(chart, png, size));
+        // Where the chart puts points of y = x at the exported size: on the curve, red; below it, not.
+        const QSizeF old = chart->size();
+        chart->resize(size);
+        const QPointF on = chart->mapToPosition(QPointF(5, 5), chart->series().first());
+        const QPointF off = chart->mapToPosition(QPointF(5, 1), chart->series().first());
+        chart->resize(old);
+        const QImage image(png);
+        QCOMPARE(image.size(), size);
+        QVERIFY(reddish_near(image, on.toPoint()));
+        QVERIFY(!reddish_near(image, off.toPoint()));
+
+        for (const QString& kind : {QStringLiteral("svg"), QStringLiteral("pdf")}) {
+            const QString path = dir.filePath(QStringLiteral("line.") + kind);
+            QVERIFY(export_chart(chart, path, size));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray head = file.read(200);
+            QVERIFY(kind == QStringLiteral("pdf") ? head.startsWith("%PDF-") : head.contains("<svg"));
+        }
+        QString why;
+        QVERIFY(!export_chart(chart, dir.filePath(QStringLiteral("line.bmp")), size, &why));
+        QVERIFY(why.contains(QStringLiteral(".png, .svg or .pdf")));
+
+        window.toggle_graph(); // F9 back to the editor
+        QVERIFY(window.editor()->isVisible());
+    }
+
+    void aPoleIsAGapAndItsErrorIsListed() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("inv(x) = 1/x"));
+        QVERIFY(window.add_function_graph("inv[x]", "x", -1, 1, 5));
+        // Two pieces of line: the pole at 0 splits the curve.
+        QCOMPARE(window.graph_window()->chart().chart()->series().size(), 2);
+        const QStringList errors = window.graph_window()->errors();
+        QCOMPARE(errors.size(), 1);
+        QVERIFY(errors.first().startsWith(QStringLiteral("An error occured at x = 0 : ")));
+
+        QString error;
+        QVERIFY(!window.add_function_graph("none[x]", "x", 0, 1, 5, &error));
+        QVERIFY(error.contains(QStringLiteral("no function of this document")));
+        QVERIFY(!window.add_function_graph("inv[x]", "x", 1, 0, 5, &error));
+    }
+};
+
+QTEST_MAIN(GraphGuiTest)
+#include "graph_gui_test.moc"
