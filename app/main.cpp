@@ -1,8 +1,12 @@
 // quorvex: the desktop program.
 #include "desktop/launch_options.h"
+#include "gui/graph2d/batch_export.h"
 #include "gui/shell/application.h"
 
+#include "store/user_library.h"
+
 #include <QApplication>
+#include <QDir>
 
 #include <cstdio>
 
@@ -11,7 +15,7 @@ int main(int argc, char** argv) {
     std::string error;
     const auto options = quorvex::desktop::parse_launch_options(args, error);
     if (!options) {
-        std::fprintf(stderr, "quorvex: %s\n%s", error.c_str(), quorvex::desktop::launch_usage().c_str());
+        std::fprintf(stderr, "quorvex: %s (see quorvex --help)\n", error.c_str());
         return 2;
     }
     if (options->help) {
@@ -21,6 +25,19 @@ int main(int argc, char** argv) {
     if (options->version) {
         std::puts(QUORVEX_VERSION);
         return 0;
+    }
+    if (!options->export_graph.empty()) {
+        // Batch plots for reports: no window, no display needed.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+        QApplication app(argc, argv);
+        QStringList messages;
+        const QString data_dir = quorvex::gui::user_data_dir(*options);
+        QDir().mkpath(data_dir);
+        quorvex::store::ensure_user_library(data_dir.toStdString()); // as a start of the program would
+        const int status =
+            quorvex::gui::export_document_graph(*options, quorvex::gui::program_data_dir(), data_dir, messages);
+        for (const QString& message : messages) std::fprintf(stderr, "quorvex: %s\n", qPrintable(message));
+        return status;
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvex"));

@@ -12,6 +12,10 @@ struct LaunchOptions {
     bool new_instance = false; // do not hand the file to a program already running
     bool help = false;
     bool version = false;
+    // --export-graph NAME OUT: draw the document's graph NAME (or its number) into OUT and end.
+    std::string export_graph;
+    std::string export_path;
+    int export_width = 800, export_height = 600; // --size WxH
 };
 
 // Parses the arguments after the program name; nullopt with `error` set for one it can not use.

@@ -132,7 +132,8 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
     const size_t function_points = points;
     if (report.two_solutions && longest_set < points) points = 2 * points - 1;
     points = std::max(points, longest_set);
-    ChartData data(functions ? graph.DataLayout : 2, graph.Functions.size() + graph.DataSets.size(), points);
+    // Each series keeps its own X: a data set's X texts need not be the functions' points.
+    ChartData data(2, graph.Functions.size() + graph.DataSets.size(), points);
 
     const double zero = std::max(k_zero, static_cast<double>(parser.answer_format().zero_precision));
     const auto snap = [zero](double value) { return std::abs(value) < zero ? 0.0 : value; };

@@ -3,6 +3,7 @@
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/graph2d/batch_export.h"
 #include "gui/graph2d/graph_export.h"
 #include "gui/graph2d/graph_view.h"
 #include "gui/graph2d/graph_window.h"
@@ -84,6 +85,40 @@ private Q_SLOTS:
 
         window.toggle_graph(); // F9 back to the editor
         QVERIFY(window.editor()->isVisible());
+    }
+
+    void aSavedGraphIsExportedWithoutAWindow() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        const QString path = scratch.file_path(QStringLiteral("report.qvx"));
+        {
+            DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+            type_line(window.editor(), QStringLiteral("para(t) = t^2"));
+            QVERIFY(window.add_function_graph("para[t]", "t", -3, 3, 61));
+            QVERIFY(window.save(path));
+        }
+        quorvex::desktop::LaunchOptions options;
+        options.file = path.toStdString();
+        options.export_graph = "1"; // by number
+        options.export_path = scratch.file_path(QStringLiteral("para.png")).toStdString();
+        options.export_width = 400;
+        options.export_height = 300;
+        QStringList messages;
+        QCOMPARE(export_document_graph(options, QStringLiteral(QUORVEX_SOURCE_DATA_DIR), scratch.path(), messages), 0);
+        const QImage image(QString::fromStdString(options.export_path));
+        QCOMPARE(image.size(), QSize(400, 300));
+        int red = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor c = image.pixelColor(x, y);
+                red += c.red() > 180 && c.green() < 90 && c.blue() < 90;
+            }
+        QVERIFY(red > 200); // the parabola is drawn
+
+        options.export_graph = "para"; // by name
+        QCOMPARE(export_document_graph(options, QStringLiteral(QUORVEX_SOURCE_DATA_DIR), scratch.path(), messages), 0);
+        options.export_graph = "nothing";
+        QCOMPARE(export_document_graph(options, QStringLiteral(QUORVEX_SOURCE_DATA_DIR), scratch.path(), messages), 1);
+        QCOMPARE(messages.last(), QStringLiteral("The document has no graph \"nothing\"; its graphs are \"para\"."));
     }
 
     void aPoleIsAGapAndItsErrorIsListed() {

@@ -1,6 +1,7 @@
 #include "graph_export.h"
 
 #include <QChart>
+#include <QCoreApplication>
 #include <QChartView>
 #include <QFileInfo>
 #include <QImage>
@@ -20,6 +21,9 @@ void paint_at(QChart* chart, QSize size, QPainter& painter) {
     const QPointF old_pos = chart->pos();
     chart->resize(size);
     chart->setPos(0, 0);
+    // The chart lays out its titles, axes and legend on the next turn of the event loop.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCoreApplication::processEvents();
     if (home) home->render(&painter, QRectF(QPointF(0, 0), size), QRectF(QPointF(0, 0), size));
     chart->setPos(old_pos);
     chart->resize(old_size);

@@ -14,7 +14,6 @@
 #include <QLogValueAxis>
 #include <QPieSeries>
 #include <QPolarChart>
-#include <QScatterSeries>
 #include <QStackedBarSeries>
 #include <QValueAxis>
 
@@ -133,19 +132,13 @@ void QtChart2D::build_series() {
         bool first = true;
         for (const QList<QPointF>& piece : pieces_of(m_data, s)) {
             QAbstractSeries* added = nullptr;
-            if (m_type == type::Scatter) {
-                auto* points = new QScatterSeries;
-                points->append(piece);
-                added = points;
-            } else if (m_type == type::Area || m_type == type::RadarFilled) {
+            if (m_type == type::Area || m_type == type::RadarFilled) {
                 auto* upper = new QLineSeries;
                 upper->append(piece);
                 added = new QAreaSeries(upper);
             } else {
                 auto* line = new QLineSeries;
                 line->append(piece);
-                // A plot marks its points; a line graph is only the line.
-                line->setPointsVisible(m_type == type::Plot && m_data.points() <= 200);
                 added = line;
             }
             m_items[s].push_back(added);
@@ -170,17 +163,19 @@ void QtChart2D::apply_style(size_t series) {
         if (auto* set = qobject_cast<QBarSet*>(item)) {
             set->setColor(color);
             set->setBorderColor(color);
-        } else if (auto* points = qobject_cast<QScatterSeries*>(item)) {
-            points->setColor(color);
-            points->setBorderColor(color);
-            points->setMarkerSize(style.point_size + 1);
         } else if (auto* area = qobject_cast<QAreaSeries*>(item)) {
             QColor fill = color;
             fill.setAlpha(110);
             area->setBrush(fill);
             area->setPen(pen);
         } else if (auto* line = qobject_cast<QLineSeries*>(item)) {
-            line->setPen(pen);
+            // Line pattern 1 is points alone (a scatter graph); point symbol 1 is a line alone. A
+            // plot marks its points while they are few enough to tell apart.
+            const bool points_only = style.line_pattern == 1;
+            line->setPen(points_only ? QPen(Qt::NoPen) : pen);
+            line->setColor(color);
+            line->setPointsVisible(style.point_symbol != 1 && (points_only || m_data.points() <= 200));
+            line->setMarkerSize(points_only ? style.point_size : std::max(4, style.point_size - 2));
         }
     }
 }
@@ -224,7 +219,10 @@ void QtChart2D::set_logarithmic(bool x, bool y) {
 
 void QtChart2D::set_grid(bool on) {
     m_grid = on;
-    for (QAbstractAxis* axis : chart()->axes()) axis->setGridLineVisible(on);
+    for (QAbstractAxis* axis : chart()->axes()) {
+        axis->setGridLineVisible(on);
+        axis->setMinorGridLineVisible(on);
+    }
 }
 
 void QtChart2D::update_axes() {
@@ -241,7 +239,11 @@ void QtChart2D::update_axes() {
             auto* log_axis = new QLogValueAxis;
             log_axis->setBase(10);
             log_axis->setLabelFormat(QStringLiteral("%g"));
-            if (low > 0 && high > low) log_axis->setRange(low, high);
+            // Ticks stand on powers of ten only: the range runs from decade to decade.
+            if (low > 0 && high >= low)
+                log_axis->setRange(std::pow(10.0, std::floor(std::log10(low))),
+                                   std::pow(10.0, std::max(std::ceil(std::log10(high)), std::floor(std::log10(low)) + 1)));
+            log_axis->setMinorTickCount(8);
             axis = log_axis;
         } else {
             auto* linear = new QValueAxis;
@@ -254,6 +256,7 @@ void QtChart2D::update_axes() {
         axis->setLabelsColor(ink);
         axis->setTitleBrush(ink);
         axis->setGridLineVisible(m_grid);
+        axis->setMinorGridLineVisible(m_grid);
         return axis;
     };
     const graph::ChartBounds b = m_bounds.value_or(graph::ChartBounds{0, 1, 0, 1});

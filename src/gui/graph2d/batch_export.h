@@ -1,0 +1,15 @@
+#pragma once
+#include "desktop/launch_options.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace quorvex::gui {
+
+// Draws a document's graph into a picture file without showing anything: `quorvex
+// --export-graph`. The graph is named as in the document's list of graphs, or by its number
+// there (from 1). Returns the exit status (0 drawn, 1 not); what went wrong is in `messages`.
+int export_document_graph(const desktop::LaunchOptions& options, const QString& library_dir, const QString& data_dir,
+                          QStringList& messages);
+
+} // namespace quorvex::gui
