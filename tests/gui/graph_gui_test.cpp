@@ -9,7 +9,10 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/qt_chart_2d.h"
 
+#include "graph/build_2d.h"
+
 #include <QChart>
+#include <QChartView>
 #include <QLineSeries>
 #include <QtTest>
 
@@ -54,18 +57,26 @@ private Q_SLOTS:
         QVERIFY(window.is_modified());
 
         GraphWindow* graphs = window.graph_window();
-        QChart* chart = graphs->chart().chart();
-        QVERIFY(!chart->series().isEmpty());
         QTemporaryDir dir;
-        const QSize size(640, 480);
+        const QSize size = graphs->view()->size(); // a picture of the window's graph is its size
         const QString png = dir.filePath(QStringLiteral("line.png"));
-        QVERIFY(export_chart(chart, png, size));
-        // Where the chart puts points of y = x at the exported size: on the curve, red; below it, not.
-        const QSizeF old = chart->size();
-        chart->resize(size);
+        graphs->choose_export_path = [&png](const QString&) { return png; };
+        graphs->export_with_dialog();
+        // The same graph in a chart of the picture's size tells where y = x must be: on the
+        // curve the picture is red, below it not.
+        QChartView probe;
+        probe.setAttribute(Qt::WA_DontShowOnScreen);
+        probe.setFrameShape(QFrame::NoFrame);
+        probe.resize(size);
+        probe.show();
+        QtChart2D same(&probe);
+        quorvex::graph::SweepReport report;
+        quorvex::graph::build_2d(window.parser(), window.document().Graphs[0].Data, {}, same, report);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCoreApplication::processEvents();
+        QChart* chart = same.chart();
         const QPointF on = chart->mapToPosition(QPointF(5, 5), chart->series().first());
         const QPointF off = chart->mapToPosition(QPointF(5, 1), chart->series().first());
-        chart->resize(old);
         const QImage image(png);
         QCOMPARE(image.size(), size);
         QVERIFY(reddish_near(image, on.toPoint()));

@@ -49,27 +49,35 @@ int export_document_graph(const desktop::LaunchOptions& options, const QString& 
                         .arg(QString::fromStdString(graph->Data.Name));
         return 1;
     }
-    std::vector<graph::SeriesLook> looks;
-    for (size_t f = 0; f < graph->Data.Functions.size(); ++f)
-        looks.push_back({graph->StyleOf(f).LineColor, graph->StyleOf(f).LineWidth});
-    QChartView view;
     const QSize size(options.export_width, options.export_height);
+    return draw_graph_picture(parser, *graph, QString::fromStdString(options.export_path), size, messages) ? 0 : 1;
+}
+
+bool draw_graph_picture(engine::Parser& parser, document::DocumentGraph& graph, const QString& path, QSize size,
+                        QStringList& messages) {
+    std::vector<graph::SeriesLook> looks;
+    for (size_t f = 0; f < graph.Data.Functions.size(); ++f)
+        looks.push_back({graph.StyleOf(f).LineColor, graph.StyleOf(f).LineWidth});
+    QChartView view;
+    view.setAttribute(Qt::WA_DontShowOnScreen); // laid out as on a screen, seen by nobody
+    view.setFrameShape(QFrame::NoFrame);
     view.resize(size);
-    view.show(); // offscreen: laid out as on a screen, seen by nobody
+    view.show();
     QtChart2D chart(&view);
     graph::SweepReport report;
-    const bool drawn = graph::build_2d(parser, graph->Data, looks, chart, report, &reporter);
+    MessageReporter reporter(nullptr, &messages);
+    const bool drawn = graph::build_2d(parser, graph.Data, looks, chart, report, &reporter);
     for (const std::string& error : report.errors) messages << QString::fromStdString(error);
     if (!drawn) {
-        messages << QStringLiteral("The graph \"%1\" could not be created.").arg(QString::fromStdString(graph->Data.Name));
-        return 1;
+        messages << QStringLiteral("The graph \"%1\" could not be created.").arg(QString::fromStdString(graph.Data.Name));
+        return false;
     }
     QString error;
-    if (!export_chart(chart.chart(), QString::fromStdString(options.export_path), size, &error)) {
+    if (!export_chart(chart.chart(), path, size, &error)) {
         messages << error;
-        return 1;
+        return false;
     }
-    return 0;
+    return true;
 }
 
 } // namespace quorvex::gui

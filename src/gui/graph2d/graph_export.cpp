@@ -13,21 +13,28 @@ namespace quorvex::gui {
 
 namespace {
 
-// Lays the chart out at `size` in a view of its own, paints it with `painter`, and gives it back.
+// Lays the chart out at `size`, paints it with `painter`, and gives it back as it was. A chart in
+// a view follows the view's size, so the view (one of its own, outside any layout) is the one
+// resized for the moment of painting.
 void paint_at(QChart* chart, QSize size, QPainter& painter) {
     QGraphicsScene* home = chart->scene();
     QChartView* owner = home ? qobject_cast<QChartView*>(home->views().value(0)) : nullptr;
+    const QSize old_view = owner ? owner->size() : QSize();
     const QSizeF old_size = chart->size();
-    const QPointF old_pos = chart->pos();
-    chart->resize(size);
-    chart->setPos(0, 0);
+    if (owner)
+        owner->resize(size);
+    else
+        chart->resize(size);
     // The chart lays out its titles, axes and legend on the next turn of the event loop.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     QCoreApplication::processEvents();
-    if (home) home->render(&painter, QRectF(QPointF(0, 0), size), QRectF(QPointF(0, 0), size));
-    chart->setPos(old_pos);
-    chart->resize(old_size);
-    if (owner) owner->viewport()->update();
+    if (home) home->render(&painter, QRectF(QPointF(0, 0), size), chart->sceneBoundingRect());
+    if (owner) {
+        owner->resize(old_view);
+    } else {
+        chart->resize(old_size);
+    }
+    QCoreApplication::processEvents();
 }
 
 } // namespace

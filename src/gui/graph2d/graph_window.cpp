@@ -1,6 +1,6 @@
 #include "graph_window.h"
 
-#include "graph_export.h"
+#include "batch_export.h"
 #include "graph_view.h"
 #include "qt_chart_2d.h"
 
@@ -147,9 +147,12 @@ void GraphWindow::export_with_dialog() {
                              ? choose_export_path(suggestion)
                              : QFileDialog::getSaveFileName(this, tr("Export Graph"), suggestion,
                                                             tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"));
-    if (path.isEmpty()) return;
-    QString error;
-    if (!export_chart(m_chart->chart(), path, m_view->size(), &error)) QMessageBox::warning(this, tr("Export Graph"), error);
+    if (path.isEmpty() || current_graph() < 0) return;
+    // Drawn afresh at the window's size: the picture is the graph, not the window's zoom.
+    QStringList messages;
+    auto& graph = m_document.document().Graphs[static_cast<size_t>(current_graph())];
+    if (!draw_graph_picture(m_document.parser(), graph, path, m_view->size(), messages))
+        QMessageBox::warning(this, tr("Export Graph"), messages.join(QLatin1Char('\n')));
 }
 
 } // namespace quorvex::gui
