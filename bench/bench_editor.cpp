@@ -3,8 +3,13 @@
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/graph2d/qt_chart_2d.h"
+#include "functions/builtin_functions.h"
+#include "graph/build_2d.h"
 
 #include <QApplication>
+#include <QChart>
+#include <QChartView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -94,6 +99,53 @@ void KeystrokeIn10000Lines(benchmark::State& state) {
     }
 }
 BENCHMARK(KeystrokeIn10000Lines)->Unit(benchmark::kMicrosecond);
+
+// A graph of SIN(x)*x over `points` points, computed and drawn in a shown (offscreen) chart.
+void SweepAndDraw(benchmark::State& state) {
+    Setup setup;
+    engine::Parser parser(&functions::builtin_functions(), QUORVEX_SOURCE_DATA_DIR "/");
+    parser.eval_exp("wave[x] = SIN(x)*x", true, false, false);
+    graph::GraphData graph("wave");
+    graph.Functions.emplace_back("wave[x]", "SIN(x)*x");
+    const long points = state.range(0);
+    graph.XAxisVar = graph::VariableCopy(engine::Variable("x", engine::complex(-720, 0), engine::complex(720, 0), points));
+    QChartView view;
+    view.resize(900, 600);
+    view.show();
+    gui::QtChart2D chart(&view);
+    for (auto _ : state) {
+        graph::SweepReport report;
+        if (!graph::build_2d(parser, graph, {}, chart, report)) state.SkipWithError("not drawn");
+        view.viewport()->repaint();
+    }
+}
+BENCHMARK(SweepAndDraw)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// One step of panning and one of zooming a drawn 10,000-point graph, each repainted.
+void PanAndZoom10000(benchmark::State& state) {
+    Setup setup;
+    engine::Parser parser(&functions::builtin_functions(), QUORVEX_SOURCE_DATA_DIR "/");
+    parser.eval_exp("wave[x] = SIN(x)*x", true, false, false);
+    graph::GraphData graph("wave");
+    graph.Functions.emplace_back("wave[x]", "SIN(x)*x");
+    graph.XAxisVar = graph::VariableCopy(engine::Variable("x", engine::complex(-720, 0), engine::complex(720, 0), 10000));
+    QChartView view;
+    view.resize(900, 600);
+    view.show();
+    gui::QtChart2D chart(&view);
+    graph::SweepReport report;
+    graph::build_2d(parser, graph, {}, chart, report);
+    int i = 0;
+    for (auto _ : state) {
+        if (i++ % 2) {
+            chart.chart()->scroll(15, 0);
+        } else {
+            chart.chart()->zoom(i % 4 == 0 ? 1.1 : 1 / 1.1);
+        }
+        view.viewport()->repaint();
+    }
+}
+BENCHMARK(PanAndZoom10000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

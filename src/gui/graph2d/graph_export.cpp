@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+#include <QTextDocumentFragment>
 
 namespace quorvex::gui {
 
@@ -65,7 +66,7 @@ bool export_chart(QChart* chart, const QString& path, QSize size, QString* error
         svg.setFileName(path);
         svg.setSize(size);
         svg.setViewBox(QRect(QPoint(0, 0), size));
-        svg.setTitle(chart->title());
+        svg.setTitle(QTextDocumentFragment::fromHtml(chart->title()).toPlainText()); // the header, without markup
         QPainter painter;
         if (!painter.begin(&svg)) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
         paint_at(chart, size, painter);
