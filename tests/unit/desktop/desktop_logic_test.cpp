@@ -76,6 +76,18 @@ TEST(LaunchOptions, ReadsAFileTheDataFolderAndRefusesWhatItCanNotUse) {
     EXPECT_FALSE(parse_launch_options({"--frobnicate"}, error));
     EXPECT_EQ(error, "unknown option --frobnicate");
     EXPECT_FALSE(parse_launch_options({"a.qvx", "b.qvx"}, error));
+
+    options = parse_launch_options({"--export-graph", "Parabola", "out.svg", "doc.qvx", "--size", "1200x800"}, error);
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->export_graph, "Parabola");
+    EXPECT_EQ(options->export_path, "out.svg");
+    EXPECT_EQ(options->file, "doc.qvx");
+    EXPECT_EQ(options->export_width, 1200);
+    EXPECT_EQ(options->export_height, 800);
+    EXPECT_FALSE(parse_launch_options({"--export-graph", "1", "out.png"}, error)); // no document
+    EXPECT_FALSE(parse_launch_options({"--export-graph", "1"}, error));
+    for (const char* bad : {"800", "800x", "x600", "10x10", "800x600x2", "800y600"})
+        EXPECT_FALSE(parse_launch_options({"--size", bad, "--export-graph", "1", "o.png", "d.qvx"}, error)) << bad;
 }
 
 TEST(LineColouring, ColoursNumbersNamesByKindAnswersAndComments) {
