@@ -43,6 +43,14 @@ std::vector<QList<QPointF>> pieces_of(const ChartData& data, size_t series) {
     return pieces;
 }
 
+// About six ticks over the range, each 1, 2 or 5 times a power of ten.
+double round_step(double low, double high) {
+    const double rough = std::max(high - low, 1e-300) / 6;
+    const double power = std::pow(10.0, std::floor(std::log10(rough)));
+    const double ratio = rough / power;
+    return (ratio < 1.5 ? 1 : ratio < 3.5 ? 2 : ratio < 7.5 ? 5 : 10) * power;
+}
+
 // A short number for a bar's category or a slice's name.
 QString short_number(double value) { return QString::number(value, 'g', 6); }
 
@@ -247,9 +255,17 @@ void QtChart2D::update_axes() {
             axis = log_axis;
         } else {
             auto* linear = new QValueAxis;
-            if (high > low) linear->setRange(low, high);
             linear->setLabelFormat(QStringLiteral("%g"));
-            linear->applyNiceNumbers(); // round ticks; the range grows to the next of them
+            if (high > low) {
+                // The graph's own range, with ticks on round numbers inside it, also as the user
+                // zooms and pans.
+                linear->setTickType(QValueAxis::TicksDynamic);
+                linear->setTickAnchor(0);
+                QObject::connect(linear, &QValueAxis::rangeChanged, linear,
+                                 [linear](qreal from, qreal to) { linear->setTickInterval(round_step(from, to)); });
+                linear->setRange(low, high);
+                linear->setTickInterval(round_step(low, high));
+            }
             axis = linear;
         }
         axis->setTitleText(text_of(title));
