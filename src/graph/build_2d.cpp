@@ -35,7 +35,15 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
         tell(reporter, "A logarithmic Y axis is not available for this type of graph; the Y axis is linear.");
         graph.YAxisLogarithmic = 0;
     }
-    std::optional<ChartData> data = sweep_2d(parser, graph, report, host);
+    // Asked once per graph: the answer becomes the graph's own setting.
+    const auto both_branches = [&graph, reporter] {
+        if (!graph.AskGraphTwoSolutions || !reporter) return true;
+        graph.AskGraphTwoSolutions = false;
+        graph.GraphTwoSolutions = reporter->ask(
+            "Two solutions were found for one or more expressions, would you like to graph both solutions?", k_caption);
+        return graph.GraphTwoSolutions;
+    };
+    std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches);
     if (!data || report.cancelled) return false;
 
     const GraphTypeInfo* info = find_graph_type(graph.Type);

@@ -111,7 +111,7 @@ bool keep_going(engine::Host* host, SweepReport& report) {
 } // namespace
 
 std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
-                                  engine::Host* host) {
+                                  engine::Host* host, const std::function<bool()>& both_branches) {
     const VariableCopy& axis = graph.XAxisVar ? graph.XAxisVar : graph.ZAxisVar;
     const bool functions = !graph.Functions.empty();
     if (functions && !axis) return std::nullopt;
@@ -128,6 +128,10 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
             delete_equations(parser, mapped);
             return std::nullopt;
         }
+    }
+    if (report.two_solutions && both_branches && !both_branches()) {
+        report.two_solutions = false;
+        for (MappedFunction& each : mapped) each.two_roots = false;
     }
     const size_t function_points = points;
     if (report.two_solutions && longest_set < points) points = 2 * points - 1;

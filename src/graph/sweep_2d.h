@@ -2,6 +2,7 @@
 #include "chart_data.h"
 #include "graph_data.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,7 +27,9 @@ struct SweepReport {
 // function with a square root comes back along its negative branch. Data sets follow the
 // functions as further series. The engine's variables are as they were afterwards.
 // Series order: the last function first, then the data sets in order.
+// `both_branches`, when given, is asked once (before the sweep) whether a graph whose functions
+// have a second branch should draw it; a No draws the positive branch alone.
 std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
-                                  engine::Host* host = nullptr);
+                                  engine::Host* host = nullptr, const std::function<bool()>& both_branches = {});
 
 } // namespace quorvex::graph

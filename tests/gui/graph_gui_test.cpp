@@ -13,6 +13,7 @@
 
 #include <QChart>
 #include <QChartView>
+#include <QClipboard>
 #include <QLineSeries>
 #include <QtTest>
 
@@ -93,6 +94,10 @@ private Q_SLOTS:
         QString why;
         QVERIFY(!export_chart(chart, dir.filePath(QStringLiteral("line.bmp")), size, &why));
         QVERIFY(why.contains(QStringLiteral(".png, .svg or .pdf")));
+
+        QGuiApplication::clipboard()->clear();
+        graphs->copy_to_clipboard();
+        QCOMPARE(QGuiApplication::clipboard()->image().size(), graphs->view()->size());
 
         window.toggle_graph(); // F9 back to the editor
         QVERIFY(window.editor()->isVisible());

@@ -10,7 +10,13 @@
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -38,6 +44,8 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
     auto* draw_button = new QPushButton(tr("&Draw"), this);
     auto* whole = new QPushButton(tr("&Whole Graph"), this);
     auto* export_button = new QPushButton(tr("E&xport..."), this);
+    auto* copy_button = new QPushButton(tr("&Copy"), this);
+    auto* print_button = new QPushButton(tr("&Print..."), this);
     auto* label = new QLabel(tr("&Graph:"), this);
     label->setBuddy(m_graphs);
     auto* bar = new QHBoxLayout;
@@ -46,6 +54,8 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
     bar->addWidget(draw_button);
     bar->addWidget(whole);
     bar->addWidget(export_button);
+    bar->addWidget(copy_button);
+    bar->addWidget(print_button);
 
     m_errors->setObjectName(QStringLiteral("graphErrors"));
     m_errors->setToolTip(tr("Graph Errors"));
@@ -67,6 +77,8 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
     connect(m_graphs, qOverload<int>(&QComboBox::activated), this, [this](int index) { draw(index); });
     connect(whole, &QPushButton::clicked, m_view, &GraphView::reset_zoom);
     connect(export_button, &QPushButton::clicked, this, &GraphWindow::export_with_dialog);
+    connect(copy_button, &QPushButton::clicked, this, &GraphWindow::copy_to_clipboard);
+    connect(print_button, &QPushButton::clicked, this, [this] { print(false); });
     connect(m_view, &GraphView::pointerMoved, this, [this](QPointF value, bool inside) {
         const QString text = inside ? QStringLiteral("x = %1   y = %2").arg(value.x(), 0, 'g', 8).arg(value.y(), 0, 'g', 8)
                                     : QString();
@@ -136,6 +148,34 @@ bool GraphWindow::draw(int index) {
                                "Errors\" list for details.")
                                 .arg(QString::fromStdString(graph.Data.Name)));
     return true;
+}
+
+void GraphWindow::copy_to_clipboard() {
+    QGuiApplication::clipboard()->setImage(m_view->grab().toImage());
+    m_status->setText(tr("The graph is on the clipboard."));
+}
+
+void GraphWindow::print(bool preview) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    const auto paint = [this](QPrinter* target) {
+        const QPixmap picture = m_view->grab();
+        QPainter painter(target);
+        const QRect page = painter.viewport();
+        QSize size = picture.size();
+        size.scale(page.size(), Qt::KeepAspectRatio);
+        painter.setViewport(page.x(), page.y(), size.width(), size.height());
+        painter.setWindow(picture.rect());
+        painter.drawPixmap(0, 0, picture);
+    };
+    if (preview) {
+        QPrintPreviewDialog dialog(&printer, this);
+        connect(&dialog, &QPrintPreviewDialog::paintRequested, this, paint);
+        dialog.exec();
+        return;
+    }
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) paint(&printer);
 }
 
 void GraphWindow::export_with_dialog() {

@@ -33,6 +33,10 @@ public:
     QStringList errors() const;
     // Asks for a file and writes the drawn graph to it.
     void export_with_dialog();
+    // The graph as it is shown, as a picture on the clipboard.
+    void copy_to_clipboard();
+    // The graph as it is shown, on a printer's page (with a preview when asked).
+    void print(bool preview);
 
     // Tests choose the export file here instead of a dialog.
     std::function<QString(const QString& suggestion)> choose_export_path;

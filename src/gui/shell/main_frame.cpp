@@ -153,6 +153,16 @@ void MainFrame::create_actions() {
     make(QStringLiteral("graphExport"), tr("&Export Graph..."), {}, [this] {
         if (DocumentWindow* window = active_document()) window->graph_window()->export_with_dialog();
     });
+    make(QStringLiteral("graphCopy"), tr("&Copy Graph"), {}, [this] {
+        if (DocumentWindow* window = active_document(); window && window->graph_shown())
+            window->graph_window()->copy_to_clipboard();
+    });
+    make(QStringLiteral("graphPrint"), tr("&Print Graph..."), {}, [this] {
+        if (DocumentWindow* window = active_document(); window && window->graph_shown()) window->graph_window()->print(false);
+    });
+    make(QStringLiteral("graphPrintPreview"), tr("Print Pre&view of Graph..."), {}, [this] {
+        if (DocumentWindow* window = active_document(); window && window->graph_shown()) window->graph_window()->print(true);
+    });
     make(QStringLiteral("toolsOptions"), tr("&Options..."), {}, [this] { show_options(); },
          QStringLiteral("preferences-system"));
 
@@ -190,7 +200,10 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
-    for (const char* name : {"graphToggle", "graphNew", "graphExport"}) graph->addAction(action(QLatin1String(name)));
+    for (const char* name : {"graphToggle", "graphNew"}) graph->addAction(action(QLatin1String(name)));
+    graph->addSeparator();
+    for (const char* name : {"graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
+        graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
     tools->addAction(action(QStringLiteral("toolsOptions")));
@@ -215,7 +228,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphExport", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());

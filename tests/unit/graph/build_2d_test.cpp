@@ -16,7 +16,12 @@ namespace {
 
 struct Told : engine::Reporter {
     std::vector<std::string> texts;
+    bool answer = true;
     void report(std::string_view text, std::string_view, engine::MessageKind) override { texts.emplace_back(text); }
+    bool ask(std::string_view text, std::string_view) override {
+        texts.emplace_back(text);
+        return answer;
+    }
 };
 
 struct Build : ::testing::Test {
@@ -88,4 +93,21 @@ TEST_F(Build, LogarithmicAxesOnlyWhereTheyCanBeDrawn) {
     EXPECT_EQ(graph.YAxisLogarithmic, 0);
     EXPECT_EQ(told.texts.size(), 2u);
     EXPECT_EQ(chart.type, graph_type::Pie);
+}
+
+TEST_F(Build, BothBranchesAreAskedForOnceAndTheAnswerKept) {
+    parser.eval_exp("root[x] = SQRT(x)", true, false, false);
+    graph.Functions.assign(1, engine::Function("root[x]", "SQRT(x)"));
+    graph.XAxisVar = VariableCopy(engine::Variable("x", engine::complex(0, 0), engine::complex(4, 0), 5));
+    told.answer = false;
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    ASSERT_EQ(told.texts.size(), 1u);
+    EXPECT_EQ(told.texts[0],
+              "Two solutions were found for one or more expressions, would you like to graph both solutions?");
+    EXPECT_EQ(chart.data.points(), 5u); // the positive branch alone
+    EXPECT_FALSE(graph.GraphTwoSolutions);
+    EXPECT_FALSE(graph.AskGraphTwoSolutions);
+    report = {};
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(told.texts.size(), 1u); // not asked again
 }
