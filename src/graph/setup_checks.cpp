@@ -1,0 +1,146 @@
+#include "setup_checks.h"
+
+#include "graph_types.h"
+
+#include "engine/parser.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace quorvex::graph {
+
+namespace {
+
+using Problem = std::optional<SetupProblem>;
+
+SetupProblem problem(SetupPage page, std::string message, bool question = false) {
+    return {page, std::move(message), question};
+}
+
+std::string upper(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return text;
+}
+
+// Reversed limits are put the right way round without a word; then the range must be one.
+Problem check_axis(engine::Variable& variable, const char* axis) {
+    if (variable.high().real() < variable.low().real()) variable.SwapLimits();
+    const std::string name = variable.name();
+    if (variable.low().real() == variable.high().real())
+        return problem(SetupPage::Variables, "The low and high limits of the " + std::string(axis) + " axis variable ' " +
+                                                 name + " ' are equal: give it a range.");
+    if (variable.num_points() < 2)
+        return problem(SetupPage::Variables, "The " + std::string(axis) + " axis variable ' " + name +
+                                                 " ' needs at least 2 points.");
+    return std::nullopt;
+}
+
+Problem check_functions(const GraphData& graph, engine::Parser& parser) {
+    if (graph.Functions.empty() && graph.DataSets.empty())
+        return problem(SetupPage::Functions, "There is nothing to graph: choose a function or enter data points.");
+    const bool three_d = graph.GetGraphType() == 2;
+    if (three_d && !graph.Functions.empty() && !graph.DataSets.empty())
+        return problem(SetupPage::Functions, "You can not graph both equations and data points in 3-dimensions, you "
+                                             "must remove the equation or the data points!");
+    if (three_d && graph.Functions.size() > 1)
+        return problem(SetupPage::Functions, "A 3-dimensional graph shows one equation: remove all but one.");
+    for (const engine::Function& function : graph.Functions) {
+        const std::string& name = function.full_name();
+        const std::string bare = name.substr(0, name.find('['));
+        if (parser.find_function(name.c_str()) < 0 && !parser.is_internal_function(bare.c_str()) &&
+            !parser.is_library_function(bare.c_str()))
+            return problem(SetupPage::Functions, "The function ' " + name + " ' is no longer defined.");
+    }
+    return std::nullopt;
+}
+
+Problem check_variables(GraphData& graph, engine::Parser& parser, bool allow_warnings) {
+    if (graph.Functions.empty()) return std::nullopt;
+    if (!graph.XAxisVar && !graph.ZAxisVar)
+        return problem(SetupPage::Variables, "Choose the variable of the X axis and its range.");
+    if (graph.XAxisVar)
+        if (Problem found = check_axis(*graph.XAxisVar, "X")) return found;
+    if (graph.ZAxisVar)
+        if (Problem found = check_axis(*graph.ZAxisVar, "Z")) return found;
+    if (graph.XAxisVar && graph.ZAxisVar && !allow_warnings) {
+        const long total = graph.XAxisVar->num_points() * graph.ZAxisVar->num_points();
+        if (total > 10000)
+            return problem(SetupPage::Variables,
+                           "The graph has " + std::to_string(total) +
+                               " points, which takes a while to compute and draw. Do you want to go on?",
+                           true);
+    }
+    if (graph.GetGraphType() == 1 && graph.Type == graph_type::Pie && graph.XAxisVar && graph.XAxisVar->num_points() > 20)
+        return problem(SetupPage::Variables, "A pie graph shows at most 20 slices: give the X axis variable 20 points "
+                                             "or fewer.");
+    // Every other variable of a function needs a value of its own.
+    for (const engine::Function& function : graph.Functions)
+        for (int n = 1; n <= function.num_variables(); ++n) {
+            const std::string& name = function.GetFuncVariable(n);
+            const bool axis = (graph.XAxisVar && graph.XAxisVar->name() == name) ||
+                              (graph.ZAxisVar && graph.ZAxisVar->name() == name);
+            if (!axis && !parser.var_assigned(name.c_str()))
+                return problem(SetupPage::Variables, "The variable ' " + name + " ' of ' " + function.full_name() +
+                                                         " ' has no value: make it an axis or define it.");
+        }
+    return std::nullopt;
+}
+
+size_t filled(const StrDataPnts::Slots& slots) {
+    return static_cast<size_t>(std::count_if(slots.begin(), slots.end(), [](const auto& slot) {
+        return slot.has_value() && !slot->empty();
+    }));
+}
+
+Problem check_data(const GraphData& graph) {
+    size_t first_count = 0;
+    bool first = true;
+    for (const StrDataPnts& set : graph.DataSets) {
+        const size_t xs = filled(set.XPoints), ys = filled(set.YPoints);
+        if (xs == 0 && ys == 0)
+            return problem(SetupPage::Data, "The data set ' " + set.Name + " ' has no points.");
+        if (xs != ys)
+            return problem(SetupPage::Data, "The data set ' " + set.Name + " ' has " + std::to_string(xs) +
+                                                " X values and " + std::to_string(ys) + " Y values: every point needs both.");
+        if (graph.DataLayout == 1 && !first && xs != first_count)
+            return problem(SetupPage::Data, "The data sets of this graph share their X values, so each needs as many "
+                                            "points as the first; ' " + set.Name + " ' has " + std::to_string(xs) + ".");
+        if (first) first_count = xs, first = false;
+    }
+    return std::nullopt;
+}
+
+Problem check_type(const GraphData& graph) {
+    if (graph.GetGraphType() != 1) return std::nullopt;
+    const size_t series = graph.Functions.size() + graph.DataSets.size();
+    using namespace graph_type;
+    if (graph.Type == HiLo && series < 2)
+        return problem(SetupPage::Types, "A HiLo graph needs at least 2 functions or data sets together.");
+    if ((graph.Type == HiLoOpenClose || graph.Type == Candle) && series < 4)
+        return problem(SetupPage::Types, std::string(graph.Type == Candle ? "A Candle" : "A HiLo Open Close") +
+                                             " graph needs at least 4 functions or data sets together.");
+    const int needs_shared[] = {Bar, StackingBar, HiLo, HiLoOpenClose, Candle, Radar, RadarFilled};
+    if (graph.DataLayout == 2 && std::find(std::begin(needs_shared), std::end(needs_shared), graph.Type) != std::end(needs_shared))
+        return problem(SetupPage::Types, "The " + upper(graph_type_caption(graph.Type)) +
+                                             " graph needs data sets of equal length that share their X values.");
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<SetupProblem> check_graph(GraphData& graph, engine::Parser& parser, bool allow_warnings) {
+    if (Problem found = check_functions(graph, parser)) return found;
+    if (Problem found = check_variables(graph, parser, allow_warnings)) return found;
+    if (Problem found = check_data(graph)) return found;
+    return check_type(graph);
+}
+
+std::optional<SetupProblem> check_titles(const GraphData& graph) {
+    const bool three_d = graph.GetGraphType() == 2;
+    if (graph.Header.empty() || graph.XAxisTitle.empty() || graph.YAxisTitle.empty() ||
+        (three_d && graph.ZAxisTitle.empty()))
+        return problem(SetupPage::Labels, "Give the graph its header and a title for each axis.");
+    return std::nullopt;
+}
+
+} // namespace quorvex::graph
