@@ -5,7 +5,10 @@
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
+
+#include <QTabWidget>
 #include "gui/shell/main_frame.h"
 #include "gui/shell/options_dialog.h"
 
@@ -94,6 +97,21 @@ bool shoot(const QString& out, const QString& suffix) {
         graphs.front().Data.Type = type;
         window->graph_window()->draw(0);
         ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
+    }
+    {
+        GraphSetupDialog setup(*window, 0, GraphSetupDialog::Mode::Pages, &frame);
+        setup.show();
+        for (int tab = 0; tab < setup.tabs()->count(); ++tab) {
+            setup.tabs()->setCurrentIndex(tab);
+            const QString name = setup.tabs()->tabText(tab).toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
+            ok = save(&setup, out + QStringLiteral("/setup-%1-").arg(tab + 1) + name + suffix + QStringLiteral(".png")) && ok;
+        }
+        setup.reject();
+        GraphSetupDialog wizard(*window, -1, GraphSetupDialog::Mode::Wizard, &frame);
+        wizard.setWindowTitle(QStringLiteral("Graphs Wizard"));
+        wizard.show();
+        ok = save(&wizard, out + QStringLiteral("/graphs-wizard") + suffix + QStringLiteral(".png")) && ok;
+        wizard.reject();
     }
     window->toggle_graph();
 

@@ -187,6 +187,13 @@ void DocumentWindow::toggle_graph() {
     graphs->setFocus();
 }
 
+bool DocumentWindow::show_graph(int index) {
+    update_caption();
+    if (!graph_shown()) toggle_graph();
+    graph_window()->refresh_list();
+    return graph_window()->draw(index);
+}
+
 bool DocumentWindow::add_function_graph(const std::string& function, const std::string& variable, double low,
                                         double high, long points, QString* error) {
     const auto fail = [error](const QString& why) {
@@ -208,10 +215,7 @@ bool DocumentWindow::add_function_graph(const std::string& function, const std::
     graph.Data.SetDefaultYAxisTitle(true);
     m_document->Graphs.push_back(std::move(graph));
     m_parser->set_vars_saved(false); // the document changed
-    update_caption();
-    if (!graph_shown()) toggle_graph();
-    graph_window()->refresh_list();
-    return graph_window()->draw(static_cast<int>(m_document->Graphs.size()) - 1);
+    return show_graph(static_cast<int>(m_document->Graphs.size()) - 1);
 }
 
 bool DocumentWindow::is_modified() const {

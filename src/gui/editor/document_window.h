@@ -42,6 +42,8 @@ public:
     bool graph_shown() const;
     // Shows the graph window in the editor's place, or the editor again (F9).
     void toggle_graph();
+    // Shows the graph window and draws graph `index` of the document.
+    bool show_graph(int index);
     // Adds a graph of the document's function `function` (its full name) over `variable` from
     // `low` to `high` in `points` points, and draws it; false with `error` set when it can not.
     bool add_function_graph(const std::string& function, const std::string& variable, double low, double high,

@@ -8,6 +8,7 @@
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
@@ -150,6 +151,8 @@ void MainFrame::create_actions() {
         if (DocumentWindow* window = active_document()) window->toggle_graph();
     });
     make(QStringLiteral("graphNew"), tr("&New Graph of a Function..."), {}, [this] { new_function_graph(); });
+    make(QStringLiteral("graphSetup"), tr("Graph &Setup..."), {}, [this] { graph_setup(false); });
+    make(QStringLiteral("graphWizard"), tr("Graphs &Wizard..."), {}, [this] { graph_setup(true); });
     make(QStringLiteral("graphExport"), tr("&Export Graph..."), {}, [this] {
         if (DocumentWindow* window = active_document()) window->graph_window()->export_with_dialog();
     });
@@ -200,7 +203,8 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
-    for (const char* name : {"graphToggle", "graphNew"}) graph->addAction(action(QLatin1String(name)));
+    for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
+        graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
     for (const char* name : {"graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
@@ -228,7 +232,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
@@ -457,6 +461,16 @@ void MainFrame::export_pdf() {
     printer.setOutputFileName(path);
     window->editor()->print(&printer);
     statusBar()->showMessage(tr("Exported %1").arg(path), 4000);
+}
+
+void MainFrame::graph_setup(bool wizard) {
+    DocumentWindow* window = active_document();
+    if (!window) return;
+    const int current = window->graph_shown() ? window->graph_window()->current_graph() : 0;
+    GraphSetupDialog dialog(*window, current, wizard ? GraphSetupDialog::Mode::Wizard : GraphSetupDialog::Mode::Pages, this);
+    if (wizard) dialog.setWindowTitle(tr("Graphs Wizard"));
+    connect(&dialog, &GraphSetupDialog::applied, window, [window](int graph) { window->show_graph(graph); });
+    dialog.exec();
 }
 
 void MainFrame::new_function_graph() {

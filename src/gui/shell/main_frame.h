@@ -55,6 +55,7 @@ private:
     void export_pdf();
     void show_options();
     void new_function_graph();
+    void graph_setup(bool wizard);
     bool close_window(QMdiSubWindow* sub);
     QMdiSubWindow* add_window(DocumentWindow* window);
     QMdiSubWindow* window_of_path(const QString& path) const;

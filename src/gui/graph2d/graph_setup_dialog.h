@@ -1,0 +1,76 @@
+#pragma once
+#include "document/document.h"
+#include "graph/setup_checks.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QTabWidget;
+
+namespace quorvex::gui {
+
+class DocumentWindow;
+class SetupPage;
+
+// The graph setup: the document's graphs, and eight pages over one temporary copy of the chosen
+// graph. With Pages it has Apply, OK and Cancel; as the "Graphs Wizard" it walks the pages with
+// Prev, Next and Finish, checking each on the way. Cancel leaves the document's graph as it was.
+class GraphSetupDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    enum class Mode { Pages, Wizard };
+    GraphSetupDialog(DocumentWindow& document, int graph, Mode mode, QWidget* parent = nullptr);
+
+    // The copy the pages edit, as the controls stand.
+    const document::DocumentGraph& temp();
+    int graph_index() const { return m_index; }
+    QTabWidget* tabs() const { return m_tabs; }
+    QListWidget* graph_list() const { return m_list; }
+    // Adds a graph of that name to the document and chooses it; false (after the message) for
+    // an empty name or one a graph has.
+    bool add_graph(const QString& name);
+    // Checks the copy and writes it into the document's graph; false (after the message, on the
+    // page concerned) when a check refused.
+    bool apply();
+    // The wizard's steps.
+    void next();
+    void previous();
+    template <typename Page> Page* page() const {
+        for (SetupPage* each : m_pages)
+            if (auto* found = qobject_cast<Page*>(each)) return found;
+        return nullptr;
+    }
+
+    void accept() override;
+
+Q_SIGNALS:
+    // The document's graph was changed: draw it.
+    void applied(int graph);
+
+private:
+    void choose(int graph);
+    void store_pages();
+    void load_pages();
+    void tell(const std::string& text);
+    void update_buttons();
+    void update_caption();
+
+    DocumentWindow& m_document;
+    Mode m_mode;
+    int m_index = -1;
+    document::DocumentGraph m_temp;
+    QTabWidget* m_tabs;
+    QListWidget* m_list;
+    QLineEdit* m_new_name;
+    std::vector<SetupPage*> m_pages; // the pages after "Graphs", in tab order
+    QPushButton* m_prev = nullptr;
+    QPushButton* m_next = nullptr;
+    QPushButton* m_finish = nullptr;
+};
+
+} // namespace quorvex::gui

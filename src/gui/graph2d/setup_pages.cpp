@@ -1,0 +1,402 @@
+#include "setup_pages.h"
+
+#include "gui/common/color_picker.h"
+
+#include "engine/parser.h"
+#include "graph/chart_data.h"
+#include "graph/graph_colors.h"
+#include "graph/graph_types.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace quorvex::gui {
+
+namespace {
+
+QString text_of(const std::string& text) { return QString::fromStdString(text); }
+
+} // namespace
+
+// --- Functions ------------------------------------------------------------------------------
+
+FunctionsPage::FunctionsPage(engine::Parser& parser, QWidget* parent)
+    : SetupPage(parent), m_parser(parser), m_defined(new QListWidget(this)), m_chosen(new QListWidget(this)) {
+    auto* add = new QPushButton(tr("&Add >>"), this);
+    auto* remove = new QPushButton(tr("<< &Remove"), this);
+    auto* buttons = new QVBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(add);
+    buttons->addWidget(remove);
+    buttons->addStretch();
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(new QLabel(tr("Defined Functions"), this), 0, 0);
+    grid->addWidget(new QLabel(tr("Functions To Graph"), this), 0, 2);
+    grid->addWidget(m_defined, 1, 0);
+    grid->addLayout(buttons, 1, 1);
+    grid->addWidget(m_chosen, 1, 2);
+    connect(add, &QPushButton::clicked, this, [this] {
+        for (QListWidgetItem* item : m_defined->selectedItems())
+            if (m_chosen->findItems(item->text(), Qt::MatchExactly).isEmpty()) m_chosen->addItem(item->text());
+    });
+    connect(m_defined, &QListWidget::itemDoubleClicked, add, &QPushButton::click);
+    connect(remove, &QPushButton::clicked, this, [this] { qDeleteAll(m_chosen->selectedItems()); });
+}
+
+void FunctionsPage::load(const document::DocumentGraph& graph) {
+    m_defined->clear();
+    for (int i = 0; i < m_parser.function_count(); ++i)
+        if (const char* name = m_parser.get_func_name(i)) m_defined->addItem(QString::fromUtf8(name));
+    m_chosen->clear();
+    for (const engine::Function& function : graph.Data.Functions) m_chosen->addItem(text_of(function.full_name()));
+}
+
+void FunctionsPage::store(document::DocumentGraph& graph) {
+    std::vector<engine::Function> functions;
+    std::vector<document::FunctionStyle> styles;
+    for (int row = 0; row < m_chosen->count(); ++row) {
+        const std::string name = m_chosen->item(row)->text().toStdString();
+        // A function graphed already keeps its label and style.
+        const auto& old = graph.Data.Functions;
+        const auto kept = std::find_if(old.begin(), old.end(), [&](const auto& f) { return f.full_name() == name; });
+        if (kept != old.end()) {
+            functions.push_back(*kept);
+            styles.push_back(graph.StyleOf(static_cast<size_t>(kept - old.begin())));
+            continue;
+        }
+        const int index = m_parser.find_function(name.c_str());
+        const engine::Function* declared = index >= 0 ? m_parser.function_at(index) : nullptr;
+        functions.emplace_back(name, declared ? declared->value() : std::string());
+        styles.emplace_back();
+    }
+    const bool changed = functions.size() != graph.Data.Functions.size() ||
+                         !std::equal(functions.begin(), functions.end(), graph.Data.Functions.begin(),
+                                     [](const auto& a, const auto& b) { return a.full_name() == b.full_name(); });
+    graph.Data.Functions = std::move(functions);
+    graph.FunctionStyles = std::move(styles);
+    graph.Data.SetComVarList();
+    graph.Data.DelUncommonVars();
+    if (changed) {
+        graph.Data.SetDefaultHeader(false);
+        graph.Data.SetDefaultYAxisTitle(false);
+    }
+}
+
+// --- Variables ------------------------------------------------------------------------------
+
+VariablesPage::VariablesPage(QWidget* parent)
+    : SetupPage(parent), m_axis(new QComboBox(this)), m_low(new QDoubleSpinBox(this)), m_high(new QDoubleSpinBox(this)),
+      m_points(new QSpinBox(this)) {
+    for (QDoubleSpinBox* end : {m_low, m_high}) {
+        end->setRange(-1e12, 1e12);
+        end->setDecimals(6);
+    }
+    m_points->setRange(1, 1000000);
+    m_points->setGroupSeparatorShown(true);
+    auto* form = new QFormLayout(this);
+    form->addRow(new QLabel(tr("The variable the functions share that runs along the X axis, and its range."), this));
+    form->addRow(tr("&X axis variable:"), m_axis);
+    form->addRow(tr("&From:"), m_low);
+    form->addRow(tr("&To:"), m_high);
+    form->addRow(tr("&Points:"), m_points);
+}
+
+void VariablesPage::load(const document::DocumentGraph& graph) {
+    m_axis->clear();
+    for (const engine::Variable& variable : graph.Data.ComVars) m_axis->addItem(text_of(variable.name()));
+    const graph::VariableCopy& x = graph.Data.XAxisVar;
+    if (x && m_axis->findText(text_of(x->name())) < 0) m_axis->addItem(text_of(x->name()));
+    m_axis->setCurrentIndex(x ? m_axis->findText(text_of(x->name())) : 0);
+    m_low->setValue(x ? x->low().real() : -10);
+    m_high->setValue(x ? x->high().real() : 10);
+    m_points->setValue(x ? static_cast<int>(x->num_points()) : 201);
+}
+
+void VariablesPage::store(document::DocumentGraph& graph) {
+    const std::string name = m_axis->currentText().toStdString();
+    if (name.empty()) return;
+    graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(name, engine::complex(m_low->value(), 0),
+                                                               engine::complex(m_high->value(), 0), m_points->value()));
+    graph.Data.SetDefaultXAxisTitle(false);
+}
+
+// --- Data -----------------------------------------------------------------------------------
+
+DataPage::DataPage(QWidget* parent) : SetupPage(parent), m_sets(new QComboBox(this)), m_table(new QTableWidget(this)) {
+    m_table->setColumnCount(2);
+    m_table->setHorizontalHeaderLabels({QStringLiteral("X"), QStringLiteral("Y")});
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    auto* add_set = new QPushButton(tr("New &Set..."), this);
+    auto* remove_set = new QPushButton(tr("Remove S&et"), this);
+    auto* add_row = new QPushButton(tr("Add &Point"), this);
+    auto* row = new QHBoxLayout;
+    row->addWidget(new QLabel(tr("Data set:"), this));
+    row->addWidget(m_sets, 1);
+    row->addWidget(add_set);
+    row->addWidget(remove_set);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(row);
+    layout->addWidget(m_table, 1);
+    layout->addWidget(add_row, 0, Qt::AlignRight);
+    connect(m_sets, &QComboBox::currentIndexChanged, this, [this](int index) {
+        keep_shown_set();
+        show_set(index);
+    });
+    connect(add_set, &QPushButton::clicked, this, [this] {
+        const QString name = QInputDialog::getText(this, tr("New Data Set"), tr("Name of the data set:"));
+        if (!name.trimmed().isEmpty() && m_sets->findText(name.trimmed()) < 0) this->add_set(name.trimmed());
+    });
+    connect(remove_set, &QPushButton::clicked, this, [this] {
+        if (m_shown < 0) return;
+        m_data.erase(m_data.begin() + m_shown);
+        m_shown = -1;
+        m_sets->removeItem(m_sets->currentIndex());
+    });
+    connect(add_row, &QPushButton::clicked, this, [this] {
+        if (m_shown >= 0) m_table->setRowCount(m_table->rowCount() + 1);
+    });
+}
+
+void DataPage::add_set(const QString& name) {
+    keep_shown_set();
+    graph::StrDataPnts set;
+    set.SetName(name.toStdString().c_str());
+    m_data.push_back(set);
+    m_sets->addItem(name);
+    m_sets->setCurrentIndex(m_sets->count() - 1);
+    m_table->setRowCount(5);
+}
+
+void DataPage::show_set(int index) {
+    m_shown = index;
+    m_table->clearContents();
+    if (index < 0 || index >= static_cast<int>(m_data.size())) {
+        m_table->setRowCount(0);
+        return;
+    }
+    const graph::StrDataPnts& set = m_data[static_cast<size_t>(index)];
+    const int rows = static_cast<int>(std::max(set.XPoints.size(), set.YPoints.size()));
+    m_table->setRowCount(std::max(rows, 5));
+    for (int r = 0; r < rows; ++r) {
+        if (const std::string* x = set.GetXDataPoint(r)) m_table->setItem(r, 0, new QTableWidgetItem(text_of(*x)));
+        if (const std::string* y = set.GetYDataPoint(r)) m_table->setItem(r, 1, new QTableWidgetItem(text_of(*y)));
+    }
+}
+
+void DataPage::keep_shown_set() {
+    if (m_shown < 0 || m_shown >= static_cast<int>(m_data.size())) return;
+    graph::StrDataPnts& set = m_data[static_cast<size_t>(m_shown)];
+    set.XPoints.clear();
+    set.YPoints.clear();
+    // Rows left empty at the end are no points.
+    int last = -1;
+    for (int r = 0; r < m_table->rowCount(); ++r)
+        for (int c = 0; c < 2; ++c)
+            if (m_table->item(r, c) && !m_table->item(r, c)->text().trimmed().isEmpty()) last = r;
+    for (int r = 0; r <= last; ++r) {
+        const auto cell = [&](int c) -> std::optional<std::string> {
+            const QTableWidgetItem* item = m_table->item(r, c);
+            if (!item || item->text().trimmed().isEmpty()) return std::nullopt;
+            return item->text().trimmed().toStdString();
+        };
+        set.PutXDataPoint(cell(0), r);
+        set.PutYDataPoint(cell(1), r);
+    }
+}
+
+void DataPage::load(const document::DocumentGraph& graph) {
+    m_data.assign(graph.Data.DataSets.begin(), graph.Data.DataSets.end());
+    m_shown = -1;
+    const QSignalBlocker quiet(m_sets);
+    m_sets->clear();
+    for (const graph::StrDataPnts& set : m_data) m_sets->addItem(text_of(set.Name));
+    show_set(m_data.empty() ? -1 : 0);
+}
+
+void DataPage::store(document::DocumentGraph& graph) {
+    keep_shown_set();
+    graph.Data.DataSets.assign(m_data.begin(), m_data.end());
+}
+
+// --- Labels ---------------------------------------------------------------------------------
+
+LabelsPage::LabelsPage(QWidget* parent)
+    : SetupPage(parent), m_header(new QLineEdit(this)), m_footer(new QLineEdit(this)), m_x(new QLineEdit(this)),
+      m_y(new QLineEdit(this)) {
+    auto* defaults = new QPushButton(tr("&Default Titles"), this);
+    auto* form = new QFormLayout(this);
+    form->addRow(tr("&Header:"), m_header);
+    form->addRow(tr("&Footer:"), m_footer);
+    form->addRow(tr("&X axis title:"), m_x);
+    form->addRow(tr("&Y axis title:"), m_y);
+    form->addRow(defaults);
+    connect(defaults, &QPushButton::clicked, this, [this] {
+        m_defaults.Data.SetDefaultHeader(true);
+        m_defaults.Data.SetDefaultXAxisTitle(true);
+        m_defaults.Data.SetDefaultYAxisTitle(true);
+        m_header->setText(text_of(m_defaults.Data.Header));
+        m_x->setText(text_of(m_defaults.Data.XAxisTitle));
+        m_y->setText(text_of(m_defaults.Data.YAxisTitle));
+    });
+}
+
+void LabelsPage::load(const document::DocumentGraph& graph) {
+    m_defaults = graph;
+    m_header->setText(text_of(graph.Data.Header));
+    m_footer->setText(text_of(graph.Data.Footer));
+    m_x->setText(text_of(graph.Data.XAxisTitle));
+    m_y->setText(text_of(graph.Data.YAxisTitle));
+}
+
+void LabelsPage::store(document::DocumentGraph& graph) {
+    // A title typed differently from what the graph had is the user's own from now on.
+    const auto put = [](QLineEdit* edit, const std::string& before, auto setter) {
+        const std::string now = edit->text().toStdString();
+        if (now != before) setter(now.c_str(), true);
+    };
+    graph::GraphData& data = graph.Data;
+    put(m_header, data.Header, [&data](const char* t, bool u) { data.SetHeader(t, u); });
+    put(m_footer, data.Footer, [&data](const char* t, bool u) { data.SetFooter(t, u); });
+    put(m_x, data.XAxisTitle, [&data](const char* t, bool u) { data.SetXAxisTitle(t, u); });
+    put(m_y, data.YAxisTitle, [&data](const char* t, bool u) { data.SetYAxisTitle(t, u); });
+}
+
+// --- Types ----------------------------------------------------------------------------------
+
+TypesPage::TypesPage(QWidget* parent)
+    : SetupPage(parent), m_types(new QButtonGroup(this)), m_log_x(new QCheckBox(tr("Logarithmic &X axis"), this)),
+      m_log_y(new QCheckBox(tr("Logarithmic &Y axis"), this)), m_grid(new QCheckBox(tr("&Grid lines"), this)) {
+    auto* grid = new QGridLayout(this);
+    int n = 0;
+    for (const graph::GraphTypeInfo& info : graph::graph_types()) {
+        auto* button = new QRadioButton(QString::fromLatin1(info.caption), this);
+        m_types->addButton(button, info.type);
+        grid->addWidget(button, n / 3, n % 3);
+        ++n;
+    }
+    const int row = (n + 2) / 3;
+    grid->addWidget(m_log_x, row, 0);
+    grid->addWidget(m_log_y, row, 1);
+    grid->addWidget(m_grid, row, 2);
+    grid->setRowStretch(row + 1, 1);
+}
+
+void TypesPage::load(const document::DocumentGraph& graph) {
+    if (QAbstractButton* button = m_types->button(graph.Data.Type)) button->setChecked(true);
+    m_log_x->setChecked(graph.Data.XAxisLogarithmic != 0);
+    m_log_y->setChecked(graph.Data.YAxisLogarithmic != 0);
+    m_grid->setChecked(graph.Data.ShowGridLines != 0);
+}
+
+void TypesPage::store(document::DocumentGraph& graph) {
+    if (m_types->checkedId() > 0) graph.Data.Type = m_types->checkedId();
+    graph.Data.XAxisLogarithmic = m_log_x->isChecked();
+    graph.Data.YAxisLogarithmic = m_log_y->isChecked();
+    graph.Data.ShowGridLines = m_grid->isChecked();
+}
+
+// --- Styles ---------------------------------------------------------------------------------
+
+StylesPage::StylesPage(store::IniFile* settings, QWidget* parent)
+    : SetupPage(parent), m_settings(settings), m_table(new QTableWidget(this)) {
+    m_table->setColumnCount(3);
+    m_table->setHorizontalHeaderLabels({tr("Series"), tr("Line Width"), tr("Colour")});
+    m_table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+    m_table->verticalHeader()->hide();
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(new QLabel(tr("2D Graph Line Styles"), this));
+    layout->addWidget(m_table);
+}
+
+void StylesPage::load(const document::DocumentGraph& graph) {
+    const size_t functions = graph.Data.Functions.size();
+    m_table->setRowCount(0); // the widgets of the last load go
+    m_table->setRowCount(static_cast<int>(functions + graph.Data.DataSets.size()));
+    int row = 0;
+    const auto add_row = [&](const std::string& name, int width, store::TColor color) {
+        m_table->setItem(row, 0, new QTableWidgetItem(text_of(name)));
+        m_table->item(row, 0)->setFlags(Qt::ItemIsEnabled);
+        auto* spin = new QSpinBox(m_table);
+        spin->setRange(1, 10);
+        spin->setValue(width);
+        m_table->setCellWidget(row, 1, spin);
+        auto* button = new ColorButton(color, m_settings, m_table);
+        button->setToolTip(tr("Colour of %1").arg(text_of(name)));
+        m_table->setCellWidget(row, 2, button);
+        ++row;
+    };
+    for (size_t f = 0; f < functions; ++f) {
+        const document::FunctionStyle& style = graph.StyleOf(f);
+        add_row(graph.Data.Functions[f].full_name(), style.LineWidth,
+                style.LineColor.value_or(graph::default_series_color(static_cast<int>(functions - 1 - f))));
+    }
+    int n = static_cast<int>(functions);
+    for (const graph::StrDataPnts& set : graph.Data.DataSets)
+        add_row(set.Name, set.LineWidth, set.HasLineColor ? set.LineColor : graph::default_series_color(n++));
+}
+
+void StylesPage::store(document::DocumentGraph& graph) {
+    const size_t functions = graph.Data.Functions.size();
+    graph.FunctionStyles.resize(functions);
+    int row = 0;
+    for (size_t f = 0; f < functions && row < m_table->rowCount(); ++f, ++row) {
+        graph.FunctionStyles[f].LineWidth = qobject_cast<QSpinBox*>(m_table->cellWidget(row, 1))->value();
+        graph.FunctionStyles[f].LineColor = qobject_cast<ColorButton*>(m_table->cellWidget(row, 2))->color();
+    }
+    for (graph::StrDataPnts& set : graph.Data.DataSets) {
+        if (row >= m_table->rowCount()) break;
+        set.LineWidth = qobject_cast<QSpinBox*>(m_table->cellWidget(row, 1))->value();
+        set.LineColor = qobject_cast<ColorButton*>(m_table->cellWidget(row, 2))->color();
+        set.HasLineColor = true;
+        ++row;
+    }
+}
+
+// --- Colors ---------------------------------------------------------------------------------
+
+ColorsPage::ColorsPage(store::IniFile* settings, QWidget* parent) : SetupPage(parent) {
+    auto* grid = new QGridLayout(this);
+    int n = 0;
+    for (const graph::GraphColorEntry& entry : graph::graph_colors()) {
+        // "DataAreaBackground" reads "Data Area Background".
+        QString name = QString::fromLatin1(entry.ini_key);
+        for (int i = name.size() - 1; i > 0; --i)
+            if (name.at(i).isUpper()) name.insert(i, QLatin1Char(' '));
+        auto* button = new ColorButton(entry.initial, settings, this);
+        button->setToolTip(name);
+        auto* label = new QLabel(name, this);
+        label->setBuddy(button);
+        grid->addWidget(label, n / 2, (n % 2) * 2);
+        grid->addWidget(button, n / 2, (n % 2) * 2 + 1);
+        m_buttons.push_back(button);
+        ++n;
+    }
+}
+
+void ColorsPage::load(const document::DocumentGraph& graph) {
+    size_t n = 0;
+    for (const graph::GraphColorEntry& entry : graph::graph_colors()) m_buttons[n++]->set_color(graph.Data.*entry.member);
+}
+
+void ColorsPage::store(document::DocumentGraph& graph) {
+    size_t n = 0;
+    for (const graph::GraphColorEntry& entry : graph::graph_colors()) graph.Data.*entry.member = m_buttons[n++]->color();
+}
+
+} // namespace quorvex::gui

@@ -1,0 +1,146 @@
+#pragma once
+#include "document/document.h"
+
+#include <QWidget>
+
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QDoubleSpinBox;
+class QLineEdit;
+class QListWidget;
+class QSpinBox;
+class QTableWidget;
+
+namespace quorvex::store {
+class IniFile;
+}
+
+namespace quorvex::gui {
+
+class ColorButton;
+
+// One page of the graph setup: it shows a graph's part in its controls (`load`) and writes the
+// controls back into the graph (`store`). The pages hold no graph of their own.
+class SetupPage : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+    virtual void load(const document::DocumentGraph& graph) = 0;
+    virtual void store(document::DocumentGraph& graph) = 0;
+};
+
+// The functions to graph, chosen from those the document defines.
+class FunctionsPage : public SetupPage {
+    Q_OBJECT
+public:
+    FunctionsPage(engine::Parser& parser, QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QListWidget* chosen() const { return m_chosen; }
+    QListWidget* defined() const { return m_defined; }
+
+private:
+    engine::Parser& m_parser;
+    QListWidget* m_defined;
+    QListWidget* m_chosen;
+};
+
+// The variables the functions share: which is the X axis, and its range.
+class VariablesPage : public SetupPage {
+    Q_OBJECT
+public:
+    explicit VariablesPage(QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QComboBox* axis() const { return m_axis; }
+    QDoubleSpinBox* low() const { return m_low; }
+    QDoubleSpinBox* high() const { return m_high; }
+    QSpinBox* points() const { return m_points; }
+
+private:
+    QComboBox* m_axis;
+    QDoubleSpinBox* m_low;
+    QDoubleSpinBox* m_high;
+    QSpinBox* m_points;
+};
+
+// The graph's data sets: each a name and rows of X and Y expressions.
+class DataPage : public SetupPage {
+    Q_OBJECT
+public:
+    explicit DataPage(QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QTableWidget* table() const { return m_table; }
+    QComboBox* sets() const { return m_sets; }
+    void add_set(const QString& name);
+
+private:
+    void show_set(int index);
+    void keep_shown_set();
+    std::vector<graph::StrDataPnts> m_data;
+    int m_shown = -1;
+    QComboBox* m_sets;
+    QTableWidget* m_table;
+};
+
+// Header, footer and axis titles.
+class LabelsPage : public SetupPage {
+    Q_OBJECT
+public:
+    explicit LabelsPage(QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QLineEdit* header() const { return m_header; }
+
+private:
+    QLineEdit *m_header, *m_footer, *m_x, *m_y;
+    document::DocumentGraph m_defaults; // the graph as loaded, for "Default Titles"
+};
+
+// The kind of 2-D graph.
+class TypesPage : public SetupPage {
+    Q_OBJECT
+public:
+    explicit TypesPage(QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QButtonGroup* types() const { return m_types; }
+
+private:
+    QButtonGroup* m_types;
+    QCheckBox* m_log_x;
+    QCheckBox* m_log_y;
+    QCheckBox* m_grid;
+};
+
+// Line width and colour of each series.
+class StylesPage : public SetupPage {
+    Q_OBJECT
+public:
+    StylesPage(store::IniFile* settings, QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    QTableWidget* table() const { return m_table; }
+
+private:
+    store::IniFile* m_settings;
+    QTableWidget* m_table;
+};
+
+// The sixteen colours of the chart's parts.
+class ColorsPage : public SetupPage {
+    Q_OBJECT
+public:
+    ColorsPage(store::IniFile* settings, QWidget* parent = nullptr);
+    void load(const document::DocumentGraph& graph) override;
+    void store(document::DocumentGraph& graph) override;
+    const std::vector<ColorButton*>& buttons() const { return m_buttons; }
+
+private:
+    std::vector<ColorButton*> m_buttons;
+};
+
+} // namespace quorvex::gui

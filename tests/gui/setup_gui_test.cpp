@@ -1,0 +1,131 @@
+// The graph setup offscreen: the pages change a temporary copy, Apply and OK write it back after
+// the checks, Cancel leaves the document's graph alone, and the wizard makes a graph from nothing.
+#include "gui/common/scratch_services.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_setup_dialog.h"
+#include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/setup_pages.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QtTest>
+
+using namespace quorvex::gui;
+
+namespace {
+
+void type_line(MathEditor* editor, const QString& text) {
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+}
+
+struct Document {
+    ScratchServices scratch{QStringLiteral(QUORVEX_SOURCE_DATA_DIR)};
+    DocumentWindow window{scratch.services, QStringLiteral("Untitled 1")};
+    Document() {
+        window.show();
+        type_line(window.editor(), QStringLiteral("cube(x) = x^3"));
+    }
+};
+
+} // namespace
+
+class SetupGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cancelKeepsTheGraphAndApplyWritesItAfterTheChecks() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));
+        const std::string header = doc.window.document().Graphs[0].Data.Header;
+        {
+            GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+            setup.page<LabelsPage>()->header()->setText(QStringLiteral("changed"));
+            setup.page<TypesPage>()->types()->button(13)->setChecked(true);
+            QCOMPARE(setup.temp().Data.Header, std::string("changed")); // the copy changes...
+            setup.reject();
+        }
+        QCOMPARE(doc.window.document().Graphs[0].Data.Header, header); // ...the document's graph does not
+        QCOMPARE(doc.window.document().Graphs[0].Data.Type, 1);
+
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        QSignalSpy applied(&setup, &GraphSetupDialog::applied);
+        setup.page<TypesPage>()->types()->button(13)->setChecked(true);
+        setup.page<VariablesPage>()->low()->setValue(3);
+        setup.page<VariablesPage>()->high()->setValue(3);
+        QVERIFY(!setup.apply()); // equal limits: refused, on the page concerned
+        QCOMPARE(setup.tabs()->currentWidget(), static_cast<QWidget*>(setup.page<VariablesPage>()));
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("are equal")));
+        QCOMPARE(doc.window.document().Graphs[0].Data.Type, 1);
+        setup.page<VariablesPage>()->low()->setValue(-1);
+        QVERIFY(setup.apply());
+        QCOMPARE(applied.count(), 1);
+        QCOMPARE(doc.window.document().Graphs[0].Data.Type, 13);
+        QCOMPARE(doc.window.document().Graphs[0].Data.XAxisVar->low().real(), -1.0);
+    }
+
+    void theWizardMakesAGraphFromNothing() {
+        Document doc;
+        GraphSetupDialog wizard(doc.window, -1, GraphSetupDialog::Mode::Wizard);
+        wizard.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&wizard));
+        QObject::connect(&wizard, &GraphSetupDialog::applied, &doc.window,
+                         [&doc](int graph) { doc.window.show_graph(graph); });
+        QVERIFY(!wizard.add_graph(QString())); // a graph needs a name
+        QVERIFY(wizard.add_graph(QStringLiteral("Cubic")));
+        QVERIFY(!wizard.add_graph(QStringLiteral("Cubic"))); // and one of its own
+        wizard.next(); // Functions
+        auto* functions = wizard.page<FunctionsPage>();
+        QCOMPARE(functions->defined()->count(), 1);
+        functions->defined()->setCurrentRow(0);
+        functions->defined()->item(0)->setSelected(true);
+        for (QPushButton* button : functions->findChildren<QPushButton*>())
+            if (button->text().contains(QStringLiteral("Add"))) button->click();
+        QCOMPARE(functions->chosen()->count(), 1);
+        wizard.next(); // Variables: the function's x is offered as the axis
+        QCOMPARE(wizard.page<VariablesPage>()->axis()->currentText(), QStringLiteral("x"));
+        wizard.page<VariablesPage>()->points()->setValue(21);
+        wizard.accept(); // Finish
+        QCOMPARE(wizard.result(), int(QDialog::Accepted));
+        const auto& graph = doc.window.document().Graphs.at(0);
+        QCOMPARE(graph.Data.Name, std::string("Cubic"));
+        QCOMPARE(graph.Data.Functions.size(), size_t(1));
+        QVERIFY(doc.window.graph_shown());
+        QVERIFY(doc.window.graph_window()->errors().isEmpty());
+    }
+
+    void stylesAndDataPointsReachTheGraph() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<StylesPage>());
+        auto* width = qobject_cast<QSpinBox*>(setup.page<StylesPage>()->table()->cellWidget(0, 1));
+        QVERIFY(width);
+        width->setValue(4);
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        setup.page<DataPage>()->add_set(QStringLiteral("measured"));
+        QTableWidget* table = setup.page<DataPage>()->table();
+        table->setItem(0, 0, new QTableWidgetItem(QStringLiteral("-1")));
+        table->setItem(0, 1, new QTableWidgetItem(QStringLiteral("-1.2")));
+        table->setItem(1, 0, new QTableWidgetItem(QStringLiteral("1")));
+        table->setItem(1, 1, new QTableWidgetItem(QStringLiteral("0.9")));
+        QVERIFY(setup.apply());
+        const auto& graph = doc.window.document().Graphs[0];
+        QCOMPARE(graph.StyleOf(0).LineWidth, 4);
+        QCOMPARE(graph.Data.DataSets.size(), size_t(1));
+        QCOMPARE(*graph.Data.DataSets.front().GetYDataPoint(1), std::string("0.9"));
+    }
+};
+
+QTEST_MAIN(SetupGuiTest)
+#include "setup_gui_test.moc"
