@@ -53,7 +53,9 @@ constexpr ListStep k_steps[] = {
     // WSNORM takes its alpha truncated to an integer and reads its tables from the system folder.
     {WSNORM, 95, true,
      [](L& x, long double alpha, Parser& p) {
-         return wsnormtest(x, static_cast<int>(alpha), p.system_dir(), p);
+         // A value no int can hold is no table's alpha either: refused as any other.
+         const int whole = std::isfinite(alpha) && std::fabs(alpha) < 1e6 ? static_cast<int>(alpha) : 0;
+         return wsnormtest(x, whole, p.system_dir(), p);
      }},
     {SKEW, 98, false, plain<skew>},
     {KURT, 99, false, plain<kurt>},
