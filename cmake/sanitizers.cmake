@@ -6,7 +6,10 @@ endif()
 
 # Fuzz builds instrument the whole engine for coverage; the targets themselves link libFuzzer.
 if(QUORVEX_FUZZ)
-  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer
+  # Undefined behaviour stops the run, so that the input is kept as a finding (printed and passed
+  # over, it was easy to miss in a long log).
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer
                       -fsanitize-coverage-ignorelist=${CMAKE_SOURCE_DIR}/fuzz/coverage_ignorelist.txt)
   add_link_options(-fsanitize=address,undefined)
 endif()
