@@ -99,6 +99,17 @@ private Q_SLOTS:
         graphs->copy_to_clipboard();
         QCOMPARE(QGuiApplication::clipboard()->image().size(), graphs->view()->size());
 
+        // A graph file keeps the numbers drawn; opened, it shows them again.
+        const QString g2d = dir.filePath(QStringLiteral("line.g2d"));
+        QVERIFY(graphs->save_graph_file(g2d));
+        QVERIFY(!graphs->open_graph_file(dir.filePath(QStringLiteral("line.png")), &error));
+        QVERIFY(error.contains(QStringLiteral("no Quorvex graph file")));
+        QVERIFY2(graphs->open_graph_file(g2d, &error), qPrintable(error));
+        QCOMPARE(graphs->graph_file(), QFileInfo(g2d).absoluteFilePath());
+        QCOMPARE(graphs->chart().data().points(), size_t(101));
+        QCOMPARE(graphs->chart().data().y(0, 50), 5.0);
+        QVERIFY(!graphs->save_graph_file(dir.filePath(QStringLiteral("again.g2d")), &error)); // a file is no drawn graph
+
         window.toggle_graph(); // F9 back to the editor
         QVERIFY(window.editor()->isVisible());
     }

@@ -5,6 +5,8 @@
 #include "qt_chart_2d.h"
 
 #include "graph/build_2d.h"
+#include "graph/graph_file.h"
+#include "graph/graph_types.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
@@ -112,6 +114,8 @@ QStringList GraphWindow::errors() const {
 bool GraphWindow::draw(int index) {
     auto& graphs = m_document.document().Graphs;
     if (index < 0 || index >= static_cast<int>(graphs.size())) return false;
+    m_file.clear();
+    m_drawn = -1;
     document::DocumentGraph& graph = graphs[static_cast<size_t>(index)];
     m_graphs->setCurrentIndex(index);
     if (graph.Data.GetGraphType() == 2) {
@@ -142,12 +146,83 @@ bool GraphWindow::draw(int index) {
                               .arg(QString::fromStdString(graph.Data.Name)));
         return false;
     }
+    m_drawn = index;
     m_status->setText(report.errors.empty()
                           ? QString()
                           : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
                                "Errors\" list for details.")
                                 .arg(QString::fromStdString(graph.Data.Name)));
     return true;
+}
+
+bool GraphWindow::save_graph_file(const QString& path, QString* error) {
+    const auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) {
+        if (error) *error = tr("Draw a graph first: a graph file holds the numbers drawn.");
+        return false;
+    }
+    std::string why;
+    if (!graph::write_graph_file(path.toStdString(), m_chart->data(), graphs[static_cast<size_t>(m_drawn)].Data, &why)) {
+        if (error) *error = QString::fromStdString(why);
+        return false;
+    }
+    return true;
+}
+
+bool GraphWindow::open_graph_file(const QString& path, QString* error) {
+    std::string why;
+    std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why);
+    if (!file) {
+        if (error) *error = QString::fromStdString(why);
+        return false;
+    }
+    // The file's numbers as they were drawn, in the file's own colours and titles.
+    graph::GraphData& shown = file->graph;
+    m_chart->clear();
+    const graph::GraphTypeInfo* info = graph::find_graph_type(shown.Type);
+    m_chart->set_type(info ? info->drawn_as : graph::graph_type::Plot);
+    m_chart->set_data(file->data);
+    for (size_t s = 0; s < file->data.series(); ++s)
+        m_chart->set_series_style(s, graph::series_style(static_cast<int>(s), shown.Type, std::nullopt, 1,
+                                                         shown.DataAreaBackgroundColor));
+    m_chart->set_titles(shown.Header, shown.Footer, shown.XAxisTitle, shown.YAxisTitle);
+    graph::ChartColors colors;
+    colors.background = shown.BackgroundColor;
+    colors.foreground = shown.ForegroundColor;
+    colors.data_area_background = shown.DataAreaBackgroundColor;
+    colors.data_area_foreground = shown.DataAreaForegroundColor;
+    m_chart->set_colors(colors);
+    if (const auto bounds = graph::shown_bounds(file->data, shown.Type)) m_chart->set_bounds(*bounds);
+    m_chart->set_grid(true);
+    m_view->reset_zoom();
+    m_errors->clear();
+    m_errors->setVisible(false);
+    m_file = QFileInfo(path).absoluteFilePath();
+    m_drawn = -1;
+    m_status->setText(tr("Graph file %1").arg(m_file));
+    return true;
+}
+
+void GraphWindow::save_file_with_dialog() {
+    const QString base = m_graphs->currentText().isEmpty() ? QStringLiteral("graph") : m_graphs->currentText();
+    const QString suggestion = (m_document.file_path().isEmpty() ? QDir::homePath()
+                                                                  : QFileInfo(m_document.file_path()).absolutePath()) +
+                               QLatin1Char('/') + base + QStringLiteral(".g2d");
+    QString path = choose_export_path ? choose_export_path(suggestion)
+                                      : QFileDialog::getSaveFileName(this, tr("Save Graph File"), suggestion,
+                                                                     tr("Graph Files (*.g2d)"));
+    if (path.isEmpty()) return;
+    if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".g2d");
+    QString error;
+    if (!save_graph_file(path, &error)) QMessageBox::warning(this, tr("Save Graph File"), error);
+}
+
+void GraphWindow::open_file_with_dialog() {
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open Graph File"), QDir::homePath(),
+                                                      tr("Graph Files (*.g2d);;All Files (*)"));
+    if (path.isEmpty()) return;
+    QString error;
+    if (!open_graph_file(path, &error)) QMessageBox::warning(this, tr("Open Graph File"), error);
 }
 
 void GraphWindow::copy_to_clipboard() {

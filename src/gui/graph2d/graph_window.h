@@ -33,6 +33,14 @@ public:
     QStringList errors() const;
     // Asks for a file and writes the drawn graph to it.
     void export_with_dialog();
+    // Writes the graph drawn last as a graph file (.g2d); false with the reason in `error`.
+    bool save_graph_file(const QString& path, QString* error = nullptr);
+    // Shows a graph file instead of a graph of the document; false with the reason in `error`.
+    bool open_graph_file(const QString& path, QString* error = nullptr);
+    // The graph file shown, empty while a graph of the document is.
+    const QString& graph_file() const { return m_file; }
+    void save_file_with_dialog();
+    void open_file_with_dialog();
     // The graph as it is shown, as a picture on the clipboard.
     void copy_to_clipboard();
     // The graph as it is shown, on a printer's page (with a preview when asked).
@@ -51,6 +59,8 @@ private:
     std::unique_ptr<QtChart2D> m_chart;
     QListWidget* m_errors;
     QLabel* m_status;
+    QString m_file;
+    int m_drawn = -1; // the document's graph drawn last
 };
 
 } // namespace quorvex::gui

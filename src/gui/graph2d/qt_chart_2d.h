@@ -31,6 +31,8 @@ public:
     int add_note(const std::string& text, int x, int y) override;
 
     QChart* chart() const;
+    // The numbers drawn last.
+    const graph::ChartData& data() const { return m_data; }
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
 

@@ -156,6 +156,16 @@ void MainFrame::create_actions() {
     make(QStringLiteral("graphExport"), tr("&Export Graph..."), {}, [this] {
         if (DocumentWindow* window = active_document()) window->graph_window()->export_with_dialog();
     });
+    make(QStringLiteral("graphOpenFile"), tr("&Open Graph File..."), {}, [this] {
+        if (DocumentWindow* window = active_document()) {
+            if (!window->graph_shown()) window->toggle_graph();
+            window->graph_window()->open_file_with_dialog();
+        }
+    });
+    make(QStringLiteral("graphSaveFile"), tr("Save Graph &File..."), {}, [this] {
+        if (DocumentWindow* window = active_document(); window && window->graph_shown())
+            window->graph_window()->save_file_with_dialog();
+    });
     make(QStringLiteral("graphCopy"), tr("&Copy Graph"), {}, [this] {
         if (DocumentWindow* window = active_document(); window && window->graph_shown())
             window->graph_window()->copy_to_clipboard();
@@ -206,7 +216,7 @@ void MainFrame::create_menus() {
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
         graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
-    for (const char* name : {"graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
+    for (const char* name : {"graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
@@ -232,7 +242,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
