@@ -4,11 +4,30 @@
 
 #include "engine/reporter.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
 namespace quorvex::graph {
 
 namespace {
 
 constexpr const char* k_caption = "Graphing Utility";
+
+bool same_value(const std::string& text, double value) {
+    char* end = nullptr;
+    const double written = std::strtod(text.c_str(), &end);
+    if (end == text.c_str()) return false;
+    return std::abs(written - value) <= 1e-9 * std::max(1.0, std::abs(value));
+}
+
+bool label_still_fits(const GraphNote& label, const ChartData& data) {
+    if (label.PosX < 0 || label.PosY < 0) return false;
+    const auto series = static_cast<size_t>(label.PosX), point = static_cast<size_t>(label.PosY);
+    if (series >= data.series() || point >= data.points()) return false;
+    const double x = data.x(series, point), y = data.y(series, point);
+    return !ChartData::is_hole(x) && !ChartData::is_hole(y) && same_value(label.XStr, x) && same_value(label.YStr, y);
+}
 
 void tell(engine::Reporter* reporter, const std::string& text) {
     if (reporter) reporter->report(text, k_caption, engine::MessageKind::Information);
@@ -97,8 +116,19 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     }
     chart.set_logarithmic(log_x, log_y);
     chart.set_grid(graph.ShowGridLines != 0);
-    for (GraphNote& note : graph.Notes)
-        note.Index = note.IsNote ? chart.add_note(note.Text, note.PosX, note.PosY) : -1;
+    // Notes at their pixels; a label at its point, while the point still has the values the label
+    // shows (a label whose point moved is dropped).
+    for (auto note = graph.Notes.begin(); note != graph.Notes.end();) {
+        if (note->IsNote) {
+            note->Index = chart.add_note(note->Text, note->PosX, note->PosY);
+        } else if (label_still_fits(*note, *data)) {
+            note->Index = chart.add_point_label(static_cast<size_t>(note->PosX), static_cast<size_t>(note->PosY), note->Text);
+        } else {
+            note = graph.Notes.erase(note);
+            continue;
+        }
+        ++note;
+    }
     return true;
 }
 

@@ -99,6 +99,22 @@ private Q_SLOTS:
         graphs->copy_to_clipboard();
         QCOMPARE(QGuiApplication::clipboard()->image().size(), graphs->view()->size());
 
+        // A click on a point labels it with its coordinates; a second click takes the label away.
+        {
+            QChart* shown = graphs->chart().chart();
+            const QPointF point = shown->mapToPosition(QPointF(2, 2), shown->series().first());
+            graphs->toggle_label_near(point + QPointF(3, 2));
+            const auto& notes = window.document().Graphs[0].Data.Notes;
+            QCOMPARE(notes.size(), size_t(1));
+            QCOMPARE(notes.front().Text, std::string(" (2 , 2) "));
+            QVERIFY(!notes.front().IsNote);
+            graphs->toggle_label_near(graphs->chart().chart()->mapToPosition(QPointF(2, 2),
+                                                                              graphs->chart().chart()->series().first()));
+            QVERIFY(window.document().Graphs[0].Data.Notes.empty());
+            graphs->toggle_label_near(QPointF(-500, -500)); // far from every point: nothing
+            QVERIFY(window.document().Graphs[0].Data.Notes.empty());
+        }
+
         // A graph file keeps the numbers drawn; opened, it shows them again.
         const QString g2d = dir.filePath(QStringLiteral("line.g2d"));
         QVERIFY(graphs->save_graph_file(g2d));

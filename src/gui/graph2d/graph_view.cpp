@@ -49,6 +49,7 @@ void GraphView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void GraphView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) m_pressed_at = event->pos();
     if (event->button() == Qt::MiddleButton) {
         m_panning = true;
         m_pan_from = event->pos();
@@ -66,6 +67,8 @@ void GraphView::mouseReleaseEvent(QMouseEvent* event) {
         event->accept();
         return;
     }
+    if (event->button() == Qt::LeftButton && (event->pos() - m_pressed_at).manhattanLength() < 4)
+        Q_EMIT clicked(chart()->mapFromScene(mapToScene(event->pos())));
     // The right button zooms back out one step, as Qt Charts does; keep it.
     QChartView::mouseReleaseEvent(event);
 }

@@ -17,6 +17,8 @@ public:
 Q_SIGNALS:
     // The pointer's place in the graph's coordinates; `inside` false when it left the data area.
     void pointerMoved(QPointF value, bool inside);
+    // A click of the left button that did not drag, at a place in the chart's coordinates.
+    void clicked(QPointF at);
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
@@ -28,6 +30,7 @@ protected:
 
 private:
     QPoint m_pan_from;
+    QPoint m_pressed_at;
     bool m_panning = false;
 };
 

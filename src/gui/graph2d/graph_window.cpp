@@ -12,6 +12,8 @@
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
 
+#include <QAbstractSeries>
+#include <QChart>
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
@@ -29,6 +31,9 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
+
+#include <cmath>
+#include <sstream>
 
 namespace quorvex::gui {
 
@@ -87,10 +92,49 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
+    connect(m_view, &GraphView::clicked, this, &GraphWindow::toggle_label_near);
     refresh_list();
 }
 
 GraphWindow::~GraphWindow() = default;
+
+void GraphWindow::toggle_label_near(QPointF at) {
+    auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size()) || m_chart->chart()->series().isEmpty()) return;
+    const graph::ChartData& data = m_chart->data();
+    QAbstractSeries* axes_of = m_chart->chart()->series().first();
+    double best = 10; // pixels: a click farther from every point labels nothing
+    size_t best_series = 0, best_point = 0;
+    bool found = false;
+    for (size_t s = 0; s < data.series(); ++s)
+        for (size_t p = 0; p < data.points(); ++p) {
+            const double x = data.x(s, p), y = data.y(s, p);
+            if (graph::ChartData::is_hole(x) || graph::ChartData::is_hole(y)) continue;
+            const QPointF place = m_chart->chart()->mapToPosition(QPointF(x, y), axes_of);
+            const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
+            if (distance < best) best = distance, best_series = s, best_point = p, found = true;
+        }
+    if (!found) return;
+    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
+        return !note.IsNote && note.PosX == static_cast<int>(best_series) && note.PosY == static_cast<int>(best_point);
+    });
+    if (existing != shown.Notes.end()) {
+        shown.Notes.erase(existing);
+    } else {
+        const int digits = m_document.parser().answer_format().precision;
+        const auto text = [digits](double value) {
+            std::ostringstream out;
+            engine::Variable::StreamVariable(engine::complex(value, 0), out, digits);
+            return out.str();
+        };
+        const std::string label = " (" + text(data.x(best_series, best_point)) + " , " +
+                                  text(data.y(best_series, best_point)) + ") ";
+        shown.Notes.emplace_back(label.c_str(), static_cast<int>(best_series), static_cast<int>(best_point), -1, false);
+    }
+    m_document.parser().set_vars_saved(false); // the document changed
+    draw(m_drawn);
+}
 
 int GraphWindow::current_graph() const { return m_graphs->currentIndex(); }
 

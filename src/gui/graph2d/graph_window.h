@@ -39,6 +39,8 @@ public:
     bool open_graph_file(const QString& path, QString* error = nullptr);
     // The graph file shown, empty while a graph of the document is.
     const QString& graph_file() const { return m_file; }
+    // A click near a drawn point labels it with its coordinates, or takes its label away.
+    void toggle_label_near(QPointF at);
     void save_file_with_dialog();
     void open_file_with_dialog();
     // The graph as it is shown, as a picture on the clipboard.

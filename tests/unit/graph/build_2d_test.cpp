@@ -111,3 +111,16 @@ TEST_F(Build, BothBranchesAreAskedForOnceAndTheAnswerKept) {
     ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
     EXPECT_EQ(told.texts.size(), 1u); // not asked again
 }
+
+TEST_F(Build, LabelsStayOnTheirPointsWhileThePointsKeepTheirValues) {
+    // x = -1 is point 1 of the only series, where sq gives 1.
+    graph.Notes.emplace_back(" (-1 , 1) ", 0, 1, -1, false);
+    graph.Notes.emplace_back(" (0 , 5) ", 0, 2, -1, false); // the point has 0 now
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report));
+    ASSERT_EQ(chart.texts.size(), 1u);
+    EXPECT_FALSE(chart.texts[0].note);
+    EXPECT_EQ(chart.texts[0].series, 0u);
+    EXPECT_EQ(chart.texts[0].point, 1u);
+    ASSERT_EQ(graph.Notes.size(), 1u); // the stale label went
+    EXPECT_EQ(graph.Notes.front().Index, 0);
+}
