@@ -115,6 +115,23 @@ private Q_SLOTS:
             QVERIFY(window.document().Graphs[0].Data.Notes.empty());
         }
 
+        // A note goes where the next click is; '|' is refused.
+        QVERIFY(!graphs->arm_note(QStringLiteral("a|b")));
+        QVERIFY(graphs->arm_note(QStringLiteral("steady\nrise")));
+        Q_EMIT graphs->view()->clicked(QPointF(120, 90));
+        {
+            const auto& notes = window.document().Graphs[0].Data.Notes;
+            QCOMPARE(notes.size(), size_t(1));
+            QVERIFY(notes.front().IsNote);
+            QCOMPARE(notes.front().Text, std::string("steady\r\nrise"));
+            QCOMPARE(notes.front().PosX, 120);
+        }
+        // Grid lines and a logarithmic axis switch on the graph and stay with it.
+        graphs->toggle_grid();
+        QCOMPARE(window.document().Graphs[0].Data.ShowGridLines, 0);
+        graphs->toggle_logarithmic(false);
+        QCOMPARE(window.document().Graphs[0].Data.YAxisLogarithmic, 1); // y from 0: drawn linear, flag kept
+
         // A graph file keeps the numbers drawn; opened, it shows them again.
         const QString g2d = dir.filePath(QStringLiteral("line.g2d"));
         QVERIFY(graphs->save_graph_file(g2d));

@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
@@ -92,7 +93,20 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
-    connect(m_view, &GraphView::clicked, this, &GraphWindow::toggle_label_near);
+    connect(m_view, &GraphView::clicked, this, [this](QPointF at) {
+        auto& graphs = m_document.document().Graphs;
+        if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) {
+            toggle_label_near(at);
+            return;
+        }
+        // Kept with its line ends as CR LF, as a document keeps notes.
+        const std::string text = m_pending_note.toStdString();
+        graphs[static_cast<size_t>(m_drawn)].Data.Notes.emplace_back(text.c_str(), qRound(at.x()), qRound(at.y()), -1, true);
+        m_pending_note.clear();
+        m_view->unsetCursor();
+        m_document.parser().set_vars_saved(false);
+        draw(m_drawn);
+    });
     refresh_list();
 }
 
@@ -197,6 +211,50 @@ bool GraphWindow::draw(int index) {
                                "Errors\" list for details.")
                                 .arg(QString::fromStdString(graph.Data.Name)));
     return true;
+}
+
+bool GraphWindow::arm_note(const QString& text) {
+    if (text.contains(QLatin1Char('|'))) {
+        QStringList* collected = m_document.services().collected_messages;
+        const QString why = tr("A note can not hold the character '|': a graph's file keeps line ends that way.");
+        if (collected)
+            *collected << tr("Graphing Utility: ") + why;
+        else
+            QMessageBox::information(this, tr("Graphing Utility"), why);
+        return false;
+    }
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (lines.size() > 15) lines = lines.mid(0, 15); // a note shows at most fifteen lines
+    m_pending_note = lines.join(QStringLiteral("\r\n"));
+    m_view->setCursor(Qt::CrossCursor);
+    m_status->setText(tr("Click where the note goes."));
+    return !m_pending_note.isEmpty();
+}
+
+void GraphWindow::insert_note_with_dialog() {
+    if (m_drawn < 0) return;
+    bool given = false;
+    const QString text = QInputDialog::getMultiLineText(this, tr("Insert Note"), tr("Text of the note:"), {}, &given);
+    if (given && !text.trimmed().isEmpty()) arm_note(text);
+}
+
+void GraphWindow::toggle_grid() {
+    auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    int& grid = graphs[static_cast<size_t>(m_drawn)].Data.ShowGridLines;
+    grid = grid ? 0 : 1;
+    m_document.parser().set_vars_saved(false);
+    draw(m_drawn);
+}
+
+void GraphWindow::toggle_logarithmic(bool x_axis) {
+    auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    int& flag = x_axis ? shown.XAxisLogarithmic : shown.YAxisLogarithmic;
+    flag = flag ? 0 : 1;
+    m_document.parser().set_vars_saved(false);
+    draw(m_drawn); // a type or a range that can not have it says so and draws it linear
 }
 
 bool GraphWindow::save_graph_file(const QString& path, QString* error) {

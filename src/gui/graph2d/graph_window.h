@@ -41,6 +41,13 @@ public:
     const QString& graph_file() const { return m_file; }
     // A click near a drawn point labels it with its coordinates, or takes its label away.
     void toggle_label_near(QPointF at);
+    // The next click in the graph places a note of this text; false (after the message) for a
+    // text a note can not hold.
+    bool arm_note(const QString& text);
+    void insert_note_with_dialog();
+    // Switches grid lines or a logarithmic axis of the graph drawn last, and draws it again.
+    void toggle_grid();
+    void toggle_logarithmic(bool x_axis);
     void save_file_with_dialog();
     void open_file_with_dialog();
     // The graph as it is shown, as a picture on the clipboard.
@@ -62,6 +69,7 @@ private:
     QListWidget* m_errors;
     QLabel* m_status;
     QString m_file;
+    QString m_pending_note; // placed by the next click
     int m_drawn = -1; // the document's graph drawn last
 };
 

@@ -166,6 +166,15 @@ void MainFrame::create_actions() {
         if (DocumentWindow* window = active_document(); window && window->graph_shown())
             window->graph_window()->save_file_with_dialog();
     });
+    const auto on_graph = [this](auto call) {
+        return [this, call] {
+            if (DocumentWindow* window = active_document(); window && window->graph_shown()) call(*window->graph_window());
+        };
+    };
+    make(QStringLiteral("graphNote"), tr("Insert &Note..."), {}, on_graph([](GraphWindow& g) { g.insert_note_with_dialog(); }));
+    make(QStringLiteral("graphGrid"), tr("&Grid Lines"), {}, on_graph([](GraphWindow& g) { g.toggle_grid(); }));
+    make(QStringLiteral("graphLogX"), tr("Logarithmic &X Axis"), {}, on_graph([](GraphWindow& g) { g.toggle_logarithmic(true); }));
+    make(QStringLiteral("graphLogY"), tr("Logarithmic &Y Axis"), {}, on_graph([](GraphWindow& g) { g.toggle_logarithmic(false); }));
     make(QStringLiteral("graphCopy"), tr("&Copy Graph"), {}, [this] {
         if (DocumentWindow* window = active_document(); window && window->graph_shown())
             window->graph_window()->copy_to_clipboard();
@@ -216,7 +225,10 @@ void MainFrame::create_menus() {
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
         graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
-    for (const char* name : {"graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
+    graph->addSeparator();
+    for (const char* name : {"graphNote", "graphGrid", "graphLogX", "graphLogY"}) graph->addAction(action(QLatin1String(name)));
+    graph->addSeparator();
+    for (const char* name : {"graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
@@ -242,7 +254,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
