@@ -100,49 +100,49 @@ void KeystrokeIn10000Lines(benchmark::State& state) {
 }
 BENCHMARK(KeystrokeIn10000Lines)->Unit(benchmark::kMicrosecond);
 
-// A graph of SIN(x)*x over `points` points, computed and drawn in a shown (offscreen) chart.
+// A graph of SIN(x)*x over `points` points with its engine and a shown (offscreen) chart.
+struct WaveGraph {
+    engine::Parser parser{&functions::builtin_functions(), QUORVEX_SOURCE_DATA_DIR "/"};
+    graph::GraphData graph{"wave"};
+    QChartView view;
+    gui::QtChart2D chart{&view};
+    explicit WaveGraph(long points) {
+        parser.eval_exp("wave[x] = SIN(x)*x", true, false, false);
+        graph.Functions.emplace_back("wave[x]", "SIN(x)*x");
+        graph.XAxisVar =
+            graph::VariableCopy(engine::Variable("x", engine::complex(-720, 0), engine::complex(720, 0), points));
+        view.resize(900, 600);
+        view.show();
+    }
+    bool draw() {
+        graph::SweepReport report;
+        const bool drawn = graph::build_2d(parser, graph, {}, chart, report);
+        view.viewport()->repaint();
+        return drawn;
+    }
+};
+
 void SweepAndDraw(benchmark::State& state) {
     Setup setup;
-    engine::Parser parser(&functions::builtin_functions(), QUORVEX_SOURCE_DATA_DIR "/");
-    parser.eval_exp("wave[x] = SIN(x)*x", true, false, false);
-    graph::GraphData graph("wave");
-    graph.Functions.emplace_back("wave[x]", "SIN(x)*x");
-    const long points = state.range(0);
-    graph.XAxisVar = graph::VariableCopy(engine::Variable("x", engine::complex(-720, 0), engine::complex(720, 0), points));
-    QChartView view;
-    view.resize(900, 600);
-    view.show();
-    gui::QtChart2D chart(&view);
-    for (auto _ : state) {
-        graph::SweepReport report;
-        if (!graph::build_2d(parser, graph, {}, chart, report)) state.SkipWithError("not drawn");
-        view.viewport()->repaint();
-    }
+    WaveGraph wave(state.range(0));
+    for (auto _ : state)
+        if (!wave.draw()) state.SkipWithError("not drawn");
 }
 BENCHMARK(SweepAndDraw)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // One step of panning and one of zooming a drawn 10,000-point graph, each repainted.
 void PanAndZoom10000(benchmark::State& state) {
     Setup setup;
-    engine::Parser parser(&functions::builtin_functions(), QUORVEX_SOURCE_DATA_DIR "/");
-    parser.eval_exp("wave[x] = SIN(x)*x", true, false, false);
-    graph::GraphData graph("wave");
-    graph.Functions.emplace_back("wave[x]", "SIN(x)*x");
-    graph.XAxisVar = graph::VariableCopy(engine::Variable("x", engine::complex(-720, 0), engine::complex(720, 0), 10000));
-    QChartView view;
-    view.resize(900, 600);
-    view.show();
-    gui::QtChart2D chart(&view);
-    graph::SweepReport report;
-    graph::build_2d(parser, graph, {}, chart, report);
+    WaveGraph wave(10000);
+    wave.draw();
     int i = 0;
     for (auto _ : state) {
         if (i++ % 2) {
-            chart.chart()->scroll(15, 0);
+            wave.chart.chart()->scroll(15, 0);
         } else {
-            chart.chart()->zoom(i % 4 == 0 ? 1.1 : 1 / 1.1);
+            wave.chart.chart()->zoom(i % 4 == 0 ? 1.1 : 1 / 1.1);
         }
-        view.viewport()->repaint();
+        wave.view.viewport()->repaint();
     }
 }
 BENCHMARK(PanAndZoom10000)->Unit(benchmark::kMillisecond);
