@@ -93,7 +93,8 @@ bool shoot(const QString& out, const QString& suffix) {
     window->add_function_graph("pole[x]", "x", -4, 8, 241);
     ok = save(&frame, out + QStringLiteral("/graph-pole") + suffix + QStringLiteral(".png")) && ok;
     auto& graphs = window->document().Graphs;
-    for (auto [type, name] : {std::pair{13, "scatter"}, std::pair{2, "bar"}, std::pair{5, "area"}, std::pair{3, "pie"}}) {
+    for (auto [type, name] : {std::pair{13, "scatter"}, std::pair{14, "line"}, std::pair{2, "bar"}, std::pair{4, "stacking-bar"},
+                              std::pair{5, "area"}, std::pair{3, "pie"}, std::pair{9, "polar"}}) {
         graphs.front().Data.Type = type;
         window->graph_window()->draw(0);
         ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;

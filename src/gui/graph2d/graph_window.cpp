@@ -24,7 +24,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QHBoxLayout>
+#include <QSpinBox>
 #include <QInputDialog>
 #include <QLabel>
 #include <QListWidget>
@@ -356,19 +359,45 @@ void GraphWindow::print(bool preview) {
 }
 
 void GraphWindow::export_with_dialog() {
+    if (current_graph() < 0) return;
     const QString base = m_graphs->currentText().isEmpty() ? QStringLiteral("graph") : m_graphs->currentText();
     const QString suggestion = (m_document.file_path().isEmpty() ? QDir::homePath()
                                                                   : QFileInfo(m_document.file_path()).absolutePath()) +
                                QLatin1Char('/') + base + QStringLiteral(".png");
-    const QString path = choose_export_path
-                             ? choose_export_path(suggestion)
-                             : QFileDialog::getSaveFileName(this, tr("Export Graph"), suggestion,
-                                                            tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"));
-    if (path.isEmpty() || current_graph() < 0) return;
-    // Drawn afresh at the window's size: the picture is the graph, not the window's zoom.
+    QSize size = m_view->size();
+    QString path;
+    if (choose_export_path) {
+        path = choose_export_path(suggestion);
+    } else {
+        path = QFileDialog::getSaveFileName(this, tr("Export Graph"), suggestion,
+                                            tr("PNG picture (*.png);;SVG drawing (*.svg);;PDF (*.pdf)"));
+        if (path.isEmpty()) return;
+        // The picture's size: the window's by default.
+        QDialog ask(this);
+        ask.setWindowTitle(tr("Export Graph"));
+        auto* width = new QSpinBox(&ask);
+        auto* height = new QSpinBox(&ask);
+        for (QSpinBox* side : {width, height}) {
+            side->setRange(16, 20000);
+            side->setSuffix(tr(" pixels"));
+        }
+        width->setValue(size.width());
+        height->setValue(size.height());
+        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &ask);
+        connect(buttons, &QDialogButtonBox::accepted, &ask, &QDialog::accept);
+        connect(buttons, &QDialogButtonBox::rejected, &ask, &QDialog::reject);
+        auto* form = new QFormLayout(&ask);
+        form->addRow(tr("&Width:"), width);
+        form->addRow(tr("&Height:"), height);
+        form->addRow(buttons);
+        if (ask.exec() != QDialog::Accepted) return;
+        size = QSize(width->value(), height->value());
+    }
+    if (path.isEmpty()) return;
+    // Drawn afresh at that size: the picture is the graph, not the window's zoom.
     QStringList messages;
     auto& graph = m_document.document().Graphs[static_cast<size_t>(current_graph())];
-    if (!draw_graph_picture(m_document.parser(), graph, path, m_view->size(), messages))
+    if (!draw_graph_picture(m_document.parser(), graph, path, size, messages))
         QMessageBox::warning(this, tr("Export Graph"), messages.join(QLatin1Char('\n')));
 }
 

@@ -117,8 +117,10 @@ void QtChart2D::build_series() {
                 const double x = m_data.x(0, p);
                 pie->append(ChartData::is_hole(x) ? QString::number(p + 1) : short_number(x), y);
             }
-        pie->setLabelsVisible(true);
+        // Beyond twenty slices names and legend would only cover each other.
+        pie->setLabelsVisible(pie->count() <= 20);
         view_chart->addSeries(pie);
+        view_chart->legend()->setVisible(pie->count() <= 20);
         return;
     }
     if (is_bar_type()) {
