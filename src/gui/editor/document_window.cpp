@@ -164,6 +164,7 @@ void DocumentWindow::closeEvent(QCloseEvent* event) {
 GraphWindow* DocumentWindow::graph_window() {
     if (!m_graph_window) {
         m_graph_window = new GraphWindow(*this, m_splitter);
+        connect(m_graph_window, &GraphWindow::pointerMoved, this, &DocumentWindow::statusText);
         m_splitter->insertWidget(0, m_graph_window);
         m_graph_window->hide();
     }

@@ -87,6 +87,8 @@ Q_SIGNALS:
     void saved(const QString& path);
     void variablesChanged();
     void functionsChanged();
+    // A text for the frame's status bar (the coordinates under the pointer in a graph).
+    void statusText(const QString& text);
 
 protected:
     // Closing the window (its title bar's button, the frame) asks the save question first.

@@ -291,6 +291,12 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
                 desktop::AutosaveFolder(folder).remove(slot);
             });
     connect(window, &DocumentWindow::saved, this, [this](const QString& path) { remember(path); });
+    connect(window, &DocumentWindow::statusText, this, [this](const QString& text) {
+        if (text.isEmpty())
+            statusBar()->clearMessage();
+        else
+            statusBar()->showMessage(text);
+    });
     connect(window, &DocumentWindow::captionChanged, sub, [sub, window] {
         sub->setWindowTitle(window->windowTitle());
         sub->setWindowModified(window->isWindowModified());
