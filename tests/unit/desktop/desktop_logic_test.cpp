@@ -3,6 +3,7 @@
 #include "desktop/editor_keys.h"
 #include "desktop/launch_options.h"
 #include "desktop/line_colouring.h"
+#include "desktop/manager_checks.h"
 #include "desktop/name_catalog.h"
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
@@ -132,4 +133,19 @@ TEST(NameCatalog, OffersBuiltinsConstantsLibraryAndDocumentFunctions) {
     ASSERT_TRUE(find("area"));
     EXPECT_EQ(find("area")->kind, NameKind::UserFunction);
     EXPECT_NE(find("area")->prototype.find("w*h"), std::string::npos);
+}
+
+TEST(ManagerChecks, NamesAndValuesAreRefusedWithTheFirstFailure) {
+    EXPECT_EQ(variable_name_problem("2x a"), "The first character of a variable can not be a number!"); // first
+    EXPECT_EQ(variable_name_problem("  my var"), "No spaces are allowed in the variables name!");
+    EXPECT_EQ(variable_name_problem("a+b"), "'+' is not a legitimate character for a variable's name!");
+    EXPECT_FALSE(variable_name_problem("  rate_2"));
+    EXPECT_EQ(variable_value_problem("1 000"), "No spaces are allowed between digits in the variables value!");
+    EXPECT_EQ(variable_value_problem("3;4"), "';' is not a legitimate character for mathematical expression or value!");
+    EXPECT_FALSE(variable_value_problem(" 2*PI,4*PI,10")); // ranges and expressions pass, without blanks
+    EXPECT_EQ(function_name_problem("9f[x]"), "The first character of a function can not be a number!");
+    EXPECT_NE(function_name_problem("f")->find("could not be found! These brackets"), std::string::npos);
+    EXPECT_NE(function_name_problem("f[x")->find("A bracket of type"), std::string::npos);
+    EXPECT_EQ(function_name_problem("f]x["), "The function name is invalid!");
+    EXPECT_FALSE(function_name_problem("area [w, h]"));
 }
