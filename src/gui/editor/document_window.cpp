@@ -3,6 +3,7 @@
 #include "math_editor.h"
 
 #include "gui/graph2d/graph_window.h"
+#include "gui/lists/list_pane.h"
 
 #include "functions/builtin_functions.h"
 #include "gui/common/progress_host.h"
@@ -101,6 +102,8 @@ void DocumentWindow::show_text() {
     }
     m_editor->setPlainText(text);
     m_editor->refresh_names(); // the document brought its functions
+    Q_EMIT variablesChanged();
+    Q_EMIT functionsChanged();
     apply_font();
 }
 
@@ -186,6 +189,24 @@ void DocumentWindow::toggle_graph() {
     graphs->show();
     if (graphs->current_graph() >= 0) graphs->draw(graphs->current_graph());
     graphs->setFocus();
+}
+
+void DocumentWindow::toggle_list(bool variables) {
+    // The lists stand beside the editor, not beside a graph.
+    if (graph_shown()) return;
+    ListPane*& pane = variables ? m_variable_list : m_function_list;
+    if (!pane) {
+        pane = new ListPane(*this, variables ? ListPane::Kind::Variables : ListPane::Kind::Functions, m_splitter);
+        m_splitter->addWidget(pane);
+        connect(this, variables ? &DocumentWindow::variablesChanged : &DocumentWindow::functionsChanged, pane,
+                &ListPane::refresh);
+        pane->hide();
+    }
+    pane->setVisible(!pane->isVisible());
+    if (pane->isVisible()) {
+        pane->refresh();
+        m_splitter->setSizes({width() * 2 / 3, width() / 3, width() / 3});
+    }
 }
 
 bool DocumentWindow::show_graph(int index) {

@@ -13,6 +13,7 @@ class QSplitter;
 
 namespace quorvex::gui {
 class GraphWindow;
+class ListPane;
 }
 
 namespace quorvex::gui {
@@ -42,6 +43,10 @@ public:
     bool graph_shown() const;
     // Shows the graph window in the editor's place, or the editor again (F9).
     void toggle_graph();
+    // The list of variables (F11) or functions (F12) beside the editor, shown or hidden.
+    void toggle_list(bool variables);
+    ListPane* variable_list() const { return m_variable_list; }
+    ListPane* function_list() const { return m_function_list; }
     // Shows the graph window and draws graph `index` of the document.
     bool show_graph(int index);
     // Adds a graph of the document's function `function` (its full name) over `variable` from
@@ -108,6 +113,8 @@ private:
     QSplitter* m_splitter;
     MathEditor* m_editor;
     GraphWindow* m_graph_window = nullptr;
+    ListPane* m_variable_list = nullptr;
+    ListPane* m_function_list = nullptr;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
     std::function<QString()> m_save_as;

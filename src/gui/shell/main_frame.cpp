@@ -150,6 +150,12 @@ void MainFrame::create_actions() {
     make(QStringLiteral("graphToggle"), tr("Show &Graph / Editor"), QKeySequence(Qt::Key_F9), [this] {
         if (DocumentWindow* window = active_document()) window->toggle_graph();
     });
+    make(QStringLiteral("viewVariables"), tr("&Variables List"), QKeySequence(Qt::Key_F11), [this] {
+        if (DocumentWindow* window = active_document()) window->toggle_list(true);
+    });
+    make(QStringLiteral("viewFunctions"), tr("&Functions List"), QKeySequence(Qt::Key_F12), [this] {
+        if (DocumentWindow* window = active_document()) window->toggle_list(false);
+    });
     make(QStringLiteral("graphNew"), tr("&New Graph of a Function..."), {}, [this] { new_function_graph(); });
     make(QStringLiteral("graphSetup"), tr("Graph &Setup..."), {}, [this] { graph_setup(false); });
     make(QStringLiteral("graphWizard"), tr("Graphs &Wizard..."), {}, [this] { graph_setup(true); });
@@ -221,6 +227,9 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeLine")));
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    for (const char* name : {"viewVariables", "viewFunctions"}) view->addAction(action(QLatin1String(name)));
+
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
         graph->addAction(action(QLatin1String(name)));
@@ -254,7 +263,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());

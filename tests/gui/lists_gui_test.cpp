@@ -1,0 +1,74 @@
+// The variable and function lists offscreen: what the editor declares appears, what the list
+// deletes is gone from the engine, names go into the editor.
+#include "gui/common/scratch_services.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/lists/list_pane.h"
+
+#include <QItemSelectionModel>
+#include <QTableView>
+#include <QTextBlock>
+#include <QtTest>
+
+using namespace quorvex::gui;
+
+namespace {
+
+void type_line(MathEditor* editor, const QString& text) {
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+}
+
+} // namespace
+
+class ListsGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void declarationsAppearAndDeletionsReachTheEngine() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        window.toggle_list(true);
+        window.toggle_list(false);
+        ListPane* variables = window.variable_list();
+        ListPane* functions = window.function_list();
+        QVERIFY(variables && variables->isVisible());
+        type_line(window.editor(), QStringLiteral("a = 2"));
+        type_line(window.editor(), QStringLiteral("b = 3"));
+        type_line(window.editor(), QStringLiteral("c = 0, 1, 11"));
+        type_line(window.editor(), QStringLiteral("twice(x) = 2*x"));
+        QTableView* view = variables->view();
+        QCOMPARE(view->model()->rowCount(), 3);
+        QCOMPARE(view->model()->index(0, 0).data().toString(), QStringLiteral("a"));
+        QCOMPARE(view->model()->index(0, 1).data().toString(), QStringLiteral("2"));
+        QVERIFY(view->model()->index(2, 1).data().toString().contains(QLatin1Char(','))); // a range shows it
+        QCOMPARE(functions->view()->model()->rowCount(), 1);
+        QCOMPARE(functions->view()->model()->index(0, 1).data().toString(), QStringLiteral("2*x"));
+
+        // Two selected: deleted without a question.
+        view->selectionModel()->select(view->model()->index(0, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        view->selectionModel()->select(view->model()->index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        QCOMPARE(variables->delete_selection(), 2);
+        QVERIFY(scratch.messages.filter(QStringLiteral("Are you sure")).isEmpty());
+        QCOMPARE(view->model()->rowCount(), 1);
+        QVERIFY(!window.parser().is_variable("a"));
+
+        // A later line names the deleted variable: the engine's not-defined message.
+        type_line(window.editor(), QStringLiteral("a + 1"));
+        QVERIFY(window.editor()->last_error().contains(QStringLiteral("' a '")));
+
+        // The selected name goes to the editor's caret.
+        view->setCurrentIndex(view->model()->index(0, 0));
+        variables->insert_selection_into_editor();
+        QCOMPARE(window.editor()->textCursor().block().text(), QStringLiteral("c"));
+
+        // Clearing all asks first.
+        QVERIFY(functions->clear_all());
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("delete all the functions")));
+        QCOMPARE(window.parser().function_count(), 0);
+    }
+};
+
+QTEST_MAIN(ListsGuiTest)
+#include "lists_gui_test.moc"
