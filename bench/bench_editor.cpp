@@ -4,12 +4,15 @@
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/qt_chart_2d.h"
+#include "gui/lists/list_pane.h"
 #include "functions/builtin_functions.h"
 #include "graph/build_2d.h"
 
 #include <QApplication>
 #include <QChart>
 #include <QChartView>
+#include <QScrollBar>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -146,6 +149,27 @@ void PanAndZoom10000(benchmark::State& state) {
     }
 }
 BENCHMARK(PanAndZoom10000)->Unit(benchmark::kMillisecond);
+
+// Scrolling a page of the variable list of a document with 10,000 variables, repainted.
+void ScrollVariables10000(benchmark::State& state) {
+    Setup setup;
+    gui::DocumentWindow window(setup.services, QStringLiteral("x"));
+    window.resize(900, 600);
+    window.show();
+    for (int i = 0; i < 10000; ++i)
+        window.parser().eval_exp(("v" + std::to_string(i) + " = " + std::to_string(i) + ".25").c_str(), true, false, false);
+    window.toggle_list(true);
+    QTableView* view = window.variable_list()->view();
+    QScrollBar* bar = view->verticalScrollBar();
+    QApplication::processEvents();
+    if (!view->isVisible() || bar->maximum() <= 0) state.SkipWithError("the list is not shown");
+    int step = 0;
+    for (auto _ : state) {
+        bar->setValue((step++ * 25) % bar->maximum());
+        view->viewport()->repaint();
+    }
+}
+BENCHMARK(ScrollVariables10000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
