@@ -4,8 +4,10 @@
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/lists/list_pane.h"
+#include "gui/lists/manager_dialog.h"
 
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTextBlock>
 #include <QtTest>
@@ -67,6 +69,45 @@ private Q_SLOTS:
         QVERIFY(functions->clear_all());
         QVERIFY(scratch.messages.last().contains(QStringLiteral("delete all the functions")));
         QCOMPARE(window.parser().function_count(), 0);
+    }
+
+    void theManagersRefuseBadNamesAndChangeTheEngine() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        ManagerDialog variables(window, ManagerDialog::Kind::Variables);
+        QCOMPARE(variables.windowTitle(), QStringLiteral("Variables Manager"));
+        variables.name()->setText(QStringLiteral("1st"));
+        variables.value()->setText(QStringLiteral("5"));
+        QVERIFY(!variables.add());
+        QCOMPARE(scratch.messages.last(),
+                 QStringLiteral("Variables Manager: The first character of a variable can not be a number!"));
+        variables.name()->setText(QStringLiteral("rate"));
+        variables.value()->setText(QStringLiteral("1 000"));
+        QVERIFY(!variables.add());
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("No spaces are allowed")));
+        variables.value()->setText(QStringLiteral("0.05"));
+        QVERIFY(variables.add());
+        QVERIFY(window.parser().is_variable("rate"));
+        QVERIFY(!variables.edit()); // unchanged
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("You have not changed the value of 'rate'!")));
+        variables.value()->setText(QStringLiteral("0.07"));
+        QVERIFY(variables.edit());
+        QCOMPARE(window.parser().get_var_value("rate").real(), 0.07);
+        QVERIFY(variables.remove()); // asked, and the collected question says Yes
+        QVERIFY(!window.parser().is_variable("rate"));
+        variables.name()->setText(QStringLiteral("nothing"));
+        QVERIFY(!variables.remove());
+        QCOMPARE(scratch.messages.last(), QStringLiteral("Variables Manager: 'nothing' is not a defined variable!"));
+
+        ManagerDialog functions(window, ManagerDialog::Kind::Functions);
+        QCOMPARE(functions.windowTitle(), QStringLiteral("Function Manager"));
+        functions.name()->setText(QStringLiteral("area"));
+        functions.value()->setText(QStringLiteral("w*h"));
+        QVERIFY(!functions.add());
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("These brackets must contain the parameter list")));
+        functions.name()->setText(QStringLiteral("area[w,h]"));
+        QVERIFY(functions.add());
+        QCOMPARE(window.parser().function_count(), 1);
     }
 };
 
