@@ -7,6 +7,7 @@
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/lists/manager_dialog.h"
 
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
@@ -115,6 +116,19 @@ bool shoot(const QString& out, const QString& suffix) {
         wizard.reject();
     }
     window->toggle_graph();
+
+    // The lists beside the editor, and the two managers.
+    window->toggle_list(true);
+    window->toggle_list(false);
+    ok = save(&frame, out + QStringLiteral("/lists") + suffix + QStringLiteral(".png")) && ok;
+    window->toggle_list(true);
+    window->toggle_list(false);
+    for (auto [kind, name] : {std::pair{ManagerDialog::Kind::Variables, "variables-manager"},
+                              std::pair{ManagerDialog::Kind::Functions, "function-manager"}}) {
+        ManagerDialog manager(*window, kind, &frame);
+        manager.show();
+        ok = save(&manager, out + QStringLiteral("/") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
+    }
 
     OptionsDialog options(services, &window->parser(), &frame);
     options.show();

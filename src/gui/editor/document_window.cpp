@@ -203,10 +203,17 @@ void DocumentWindow::toggle_list(bool variables) {
         pane->hide();
     }
     pane->setVisible(!pane->isVisible());
-    if (pane->isVisible()) {
-        pane->refresh();
-        m_splitter->setSizes({width() * 2 / 3, width() / 3, width() / 3});
+    if (pane->isVisible()) pane->refresh();
+    // The editor keeps a little more than half; the lists shown share the rest.
+    const int lists = (m_variable_list && m_variable_list->isVisible()) + (m_function_list && m_function_list->isVisible());
+    QList<int> sizes;
+    for (int i = 0; i < m_splitter->count(); ++i) {
+        QWidget* each = m_splitter->widget(i);
+        if (each == m_editor) sizes << (lists ? width() * 55 / 100 : width());
+        else if (each->isVisible() && (each == m_variable_list || each == m_function_list)) sizes << width() * 45 / 100 / lists;
+        else sizes << 0;
     }
+    m_splitter->setSizes(sizes);
 }
 
 bool DocumentWindow::show_graph(int index) {
