@@ -3,6 +3,10 @@
 #include "engine/builtin_table.h"
 #include "engine/function_library.h"
 #include "engine/parser.h"
+#include "store/atomic_write.h"
+
+#include <sstream>
+#include <unordered_map>
 
 namespace quorvex::desktop {
 
@@ -45,13 +49,35 @@ std::vector<CatalogEntry> document_functions(engine::Parser& parser) {
 
 std::vector<CatalogEntry> catalog_names(engine::Parser& parser) {
     std::vector<CatalogEntry> entries;
+    // builtins.txt beside the system library: "NAME<TAB>PROTOTYPE<TAB>DESCRIPTION" per line.
+    std::unordered_map<std::string, std::pair<std::string, std::string>> described;
+    std::string text;
+    if (store::read_whole_file(parser.system_dir() + "builtins.txt", text)) {
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.empty() && line.back() == '\r') line.pop_back();
+            if (line.empty() || line[0] == '#') continue;
+            const size_t first = line.find('\t'), second = line.find('\t', first == std::string::npos ? first : first + 1);
+            if (second == std::string::npos) continue;
+            described[line.substr(0, first)] = {line.substr(first + 1, second - first - 1), line.substr(second + 1)};
+        }
+    }
+    const auto add_builtin = [&](const std::string& name, NameKind kind, const char* category) {
+        const auto found = described.find(name);
+        CatalogEntry entry{name, kind == NameKind::Constant ? name : name + "[ ]", {}, category, kind};
+        if (found != described.end()) {
+            entry.prototype = found->second.first;
+            entry.description = found->second.second;
+        }
+        entries.push_back(std::move(entry));
+    };
     if (const engine::BuiltinTable* table = parser.builtins()) {
         for (int i = 0; const char* name = table->function_name(i); ++i)
-            entries.push_back({name, std::string(name) + "[ ]", {}, "Built-in functions", NameKind::BuiltinFunction});
+            add_builtin(name, NameKind::BuiltinFunction, "Built-in functions");
         for (int i = 0;; ++i) {
             const std::string name = table->constant_name(i);
             if (name.empty()) break;
-            entries.push_back({name, name, {}, "Constants", NameKind::Constant});
+            add_builtin(name, NameKind::Constant, "Constants");
         }
     }
     add_library(parser.system_library(), entries);

@@ -10,6 +10,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
+#include "gui/library/library_dialog.h"
 #include "gui/lists/manager_dialog.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
@@ -167,6 +168,13 @@ void MainFrame::create_actions() {
     };
     make(QStringLiteral("toolsVariableManager"), tr("&Variables Manager..."), QKeySequence(Qt::Key_F6), manager(true));
     make(QStringLiteral("toolsFunctionManager"), tr("&Function Manager..."), QKeySequence(Qt::Key_F7), manager(false));
+    make(QStringLiteral("toolsLibrary"), tr("Function &Library..."), QKeySequence(Qt::Key_F8), [this] {
+        DocumentWindow* window = active_document();
+        if (!window) return;
+        LibraryDialog dialog(*window, this);
+        dialog.exec();
+        window->editor()->setFocus();
+    });
     make(QStringLiteral("graphNew"), tr("&New Graph of a Function..."), {}, [this] { new_function_graph(); });
     make(QStringLiteral("graphSetup"), tr("Graph &Setup..."), {}, [this] { graph_setup(false); });
     make(QStringLiteral("graphWizard"), tr("Graphs &Wizard..."), {}, [this] { graph_setup(true); });
@@ -252,7 +260,8 @@ void MainFrame::create_menus() {
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    for (const char* name : {"toolsVariableManager", "toolsFunctionManager"}) tools->addAction(action(QLatin1String(name)));
+    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "toolsLibrary"})
+        tools->addAction(action(QLatin1String(name)));
     tools->addSeparator();
     tools->addAction(action(QStringLiteral("toolsOptions")));
 
@@ -276,7 +285,7 @@ void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
     for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
                              "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager", "toolsFunctionManager", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
+                             "editSelectAll", "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
                              "windowNext", "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());

@@ -124,6 +124,8 @@ TEST(NameCatalog, OffersBuiltinsConstantsLibraryAndDocumentFunctions) {
     };
     ASSERT_TRUE(find("SIN"));
     EXPECT_EQ(find("SIN")->kind, NameKind::BuiltinFunction);
+    EXPECT_EQ(find("SQRT")->prototype, "SQRT[z]"); // from builtins.txt
+    EXPECT_NE(find("SQRT")->description.find("Square root"), std::string::npos);
     ASSERT_TRUE(find("PI"));
     EXPECT_EQ(find("PI")->kind, NameKind::Constant);
     ASSERT_TRUE(find("COT"));
