@@ -4,6 +4,7 @@
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/qt_chart_2d.h"
+#include "gui/library/library_dialog.h"
 #include "gui/lists/list_pane.h"
 #include "functions/builtin_functions.h"
 #include "graph/build_2d.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QChart>
 #include <QChartView>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -170,6 +172,21 @@ void ScrollVariables10000(benchmark::State& state) {
     }
 }
 BENCHMARK(ScrollVariables10000)->Unit(benchmark::kMicrosecond);
+
+// One keystroke in the function library's search: the whole list filtered again.
+void LibrarySearchKeystroke(benchmark::State& state) {
+    Setup setup;
+    gui::DocumentWindow window(setup.services, QStringLiteral("x"));
+    gui::LibraryDialog library(window);
+    library.show();
+    const QString typed = QStringLiteral("circle");
+    int i = 0;
+    for (auto _ : state) {
+        library.search()->setText(typed.left(i++ % typed.size() + 1));
+        benchmark::DoNotOptimize(library.shown());
+    }
+}
+BENCHMARK(LibrarySearchKeystroke)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
