@@ -7,7 +7,10 @@
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/library/library_dialog.h"
 #include "gui/lists/manager_dialog.h"
+
+#include <QLineEdit>
 
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
@@ -128,6 +131,13 @@ bool shoot(const QString& out, const QString& suffix) {
         ManagerDialog manager(*window, kind, &frame);
         manager.show();
         ok = save(&manager, out + QStringLiteral("/") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
+    }
+
+    {
+        LibraryDialog library(*window, &frame);
+        library.show();
+        library.search()->setText(QStringLiteral("angle"));
+        ok = save(&library, out + QStringLiteral("/function-library") + suffix + QStringLiteral(".png")) && ok;
     }
 
     OptionsDialog options(services, &window->parser(), &frame);
