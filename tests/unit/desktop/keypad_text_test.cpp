@@ -1,0 +1,51 @@
+// The keypad's text operations on one line: functions around the selection or the rest of the
+// line, operators with the parentheses they need, the text memory.
+#include "desktop/keypad_text.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvex::desktop;
+
+TEST(KeypadText, FunctionsWrapTheSelectionOrTheRestOfTheLine) {
+    // At the line's end: an empty call with the caret inside.
+    KeypadLine line = insert_function({"2+", 2, 2}, "SQRT", 1, false);
+    EXPECT_EQ(line.text, "2+SQRT[]");
+    EXPECT_EQ(line.end, 7u);
+    // Around a selection: the caret after the closing bracket.
+    line = insert_function({"x=a+b*2", 2, 5}, "ABS", 1, false);
+    EXPECT_EQ(line.text, "x=ABS[a+b]*2");
+    EXPECT_EQ(line.end, 12u);
+    // Mid-line without a selection: the call runs to the line's end.
+    line = insert_function({"2*3+4", 2, 2}, "LN", 1, false);
+    EXPECT_EQ(line.text, "2*LN[3+4]");
+    // Two arguments: the caret stops before the comma, for the first one.
+    line = insert_function({"", 0, 0}, "POW", 2, false);
+    EXPECT_EQ(line.text, "POW[,]");
+    EXPECT_EQ(line.end, 4u);
+    // A list argument: braces inside the brackets.
+    line = insert_function({"", 0, 0}, "MEAN", 2, true);
+    EXPECT_EQ(line.text, "MEAN[{,}]");
+    EXPECT_EQ(line.end, 6u);
+}
+
+TEST(KeypadText, OperatorsTakeParenthesesOnlyWhenTheOperandNeedsThem) {
+    EXPECT_EQ(apply_operator({"a+b", 0, 3}, "^2", false).text, "(a+b)^2");
+    EXPECT_EQ(apply_operator({"ab", 0, 2}, "^2", false).text, "ab^2");
+    EXPECT_EQ(apply_operator({"x=3", 2, 3}, "1/", true).text, "x=1/3");
+    EXPECT_EQ(apply_operator({"5+y", 0, 0}, "10^", true).text, "10^(5+y)"); // the rest of the line
+    EXPECT_EQ(apply_operator({"5", 1, 1}, "!", false).text, "5!");          // at the end: no operand
+}
+
+TEST(KeypadText, MemoryAddsAndTakesBackItsLastAddition) {
+    KeypadMemory memory;
+    EXPECT_NE(memory.remove_last().find("no items saved"), std::string::npos);
+    EXPECT_EQ(memory.save("2*x", false), "The mathematical text string \"2*x\" has been saved into memory.");
+    memory.save("+1", true);
+    memory.save("+1", true);
+    EXPECT_EQ(*memory.text(), "2*x+1+1");
+    EXPECT_NE(memory.remove_last().find("\"+1\" has been removed"), std::string::npos);
+    EXPECT_EQ(*memory.text(), "2*x+1"); // only the last copy went
+    EXPECT_NE(memory.remove_last().find("no items saved"), std::string::npos); // the last addition is known once
+    EXPECT_EQ(memory.clear(), std::optional<std::string>("The memory has been cleared."));
+    EXPECT_FALSE(memory.clear());
+}
