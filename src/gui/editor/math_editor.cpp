@@ -32,6 +32,29 @@ MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* pare
     m_highlighter->adapt_to_palette(palette());
 }
 
+desktop::KeypadLine MathEditor::keypad_line() const {
+    const QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    const int from = block.position();
+    const auto clamp = [&](int position) {
+        return static_cast<size_t>(std::clamp(position - from, 0, static_cast<int>(block.text().length())));
+    };
+    return {block.text().toStdString(), clamp(cursor.selectionStart()), clamp(cursor.selectionEnd())};
+}
+
+void MathEditor::set_keypad_line(const desktop::KeypadLine& line) {
+    QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    cursor.beginEditBlock();
+    cursor.setPosition(block.position());
+    cursor.setPosition(block.position() + block.text().length(), QTextCursor::KeepAnchor);
+    cursor.insertText(QString::fromStdString(line.text));
+    cursor.endEditBlock();
+    cursor.setPosition(block.position() + static_cast<int>(line.start));
+    cursor.setPosition(block.position() + static_cast<int>(line.end), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
 void MathEditor::refresh_names() {
     m_completer->refresh_document_functions();
     m_highlighter->set_function_names(m_completer->function_names());

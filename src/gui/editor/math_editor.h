@@ -1,5 +1,6 @@
 #pragma once
 #include "desktop/editor_keys.h"
+#include "desktop/keypad_text.h"
 #include "document/line_processor.h"
 
 #include <QPlainTextEdit>
@@ -33,6 +34,11 @@ public:
     MathHighlighter* highlighter() const { return m_highlighter; }
     // The document's functions changed (a declaration, a load): completion and colours follow.
     void refresh_names();
+    // The caret's line and the selection within it, for the keypad, and the line put back.
+    desktop::KeypadLine keypad_line() const;
+    void set_keypad_line(const desktop::KeypadLine& line);
+    // The keypad's text memory of this editor.
+    desktop::KeypadMemory& memory() { return m_memory; }
 
 Q_SIGNALS:
     void variablesChanged();
@@ -52,6 +58,7 @@ private:
     Services& m_services;
     document::LineProcessor m_processor;
     QString m_last_error;
+    desktop::KeypadMemory m_memory;
     MathHighlighter* m_highlighter;
     NameCompleter* m_completer;
 };

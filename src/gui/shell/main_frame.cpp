@@ -6,6 +6,7 @@
 #include "desktop/recent_files.h"
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
@@ -55,6 +56,15 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(m_area);
+    m_keypad = new Keypad(m_services, [this] { return active_document(); }, this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_keypad);
+    // Shown as it was left (ShowCalcBar); the choice is written when it changes.
+    m_keypad->setVisible(m_services.settings && m_services.settings->GetInt("OPTIONS", "ShowCalcBar", 0) != 0);
+    connect(m_keypad, &QDockWidget::visibilityChanged, this, [this](bool shown) {
+        if (!m_services.settings || isHidden()) return;
+        m_services.settings->WriteString("OPTIONS", "ShowCalcBar", shown ? "1" : "0");
+        m_services.settings->Save();
+    });
     create_actions();
     create_menus();
     m_position = new QLabel(this);
@@ -152,6 +162,8 @@ void MainFrame::create_actions() {
     make(QStringLiteral("graphToggle"), tr("Show &Graph / Editor"), QKeySequence(Qt::Key_F9), [this] {
         if (DocumentWindow* window = active_document()) window->toggle_graph();
     });
+    make(QStringLiteral("viewKeypad"), tr("&Calculator Keypad"), QKeySequence(Qt::Key_F5),
+         [this] { m_keypad->setVisible(!m_keypad->isVisible()); });
     make(QStringLiteral("viewVariables"), tr("&Variables List"), QKeySequence(Qt::Key_F11), [this] {
         if (DocumentWindow* window = active_document()) window->toggle_list(true);
     });
@@ -247,7 +259,7 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    for (const char* name : {"viewVariables", "viewFunctions"}) view->addAction(action(QLatin1String(name)));
+    for (const char* name : {"viewKeypad", "viewVariables", "viewFunctions"}) view->addAction(action(QLatin1String(name)));
 
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})

@@ -10,6 +10,7 @@ class QTimer;
 namespace quorvex::gui {
 
 class DocumentWindow;
+class Keypad;
 struct Services;
 
 // The frame of the desktop program: the documents as MDI children, the menus, the toolbar and
@@ -37,6 +38,7 @@ public:
     void offer_recovery();
     QMdiArea* mdi_area() const { return m_area; }
     QAction* action(const QString& name) const;
+    Keypad* keypad() const { return m_keypad; }
 
     // Tests choose file names here instead of a dialog.
     std::function<QString(const QString& suggestion)> choose_save_path;
@@ -66,6 +68,7 @@ private:
     QMenu* m_recent_menu = nullptr;
     QLabel* m_position = nullptr;
     QTimer* m_autosave_timer;
+    Keypad* m_keypad = nullptr;
     int m_untitled_count = 0;
     int m_slot_count = 0;
 };

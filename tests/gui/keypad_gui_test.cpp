@@ -1,0 +1,58 @@
+// The keypad offscreen: buttons type into the editor, functions wrap, Enter computes, the memory
+// holds text.
+#include "gui/common/scratch_services.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/keypad.h"
+#include "gui/editor/math_editor.h"
+
+#include <QTextBlock>
+#include <QtTest>
+
+using namespace quorvex::gui;
+
+class KeypadGuiTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void buttonsTypeComputeAndRemember() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        Keypad keypad(scratch.services, [&window] { return &window; });
+        MathEditor* editor = window.editor();
+        QVERIFY(keypad.press(QStringLiteral("SQRT")));
+        QVERIFY(keypad.press(QStringLiteral("2")));
+        QCOMPARE(editor->textCursor().block().text(), QStringLiteral("SQRT[2]"));
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(editor->document()->firstBlock().text(), QStringLiteral("SQRT[2] = 1.4142135623731 : -1.4142135623731"));
+
+        // x² around a selected sum takes parentheses.
+        QTest::keyClicks(editor, QStringLiteral("a+b"));
+        QTextCursor cursor = editor->textCursor();
+        cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+        editor->setTextCursor(cursor);
+        QVERIFY(keypad.press(QString::fromUtf8("x²")));
+        QCOMPARE(editor->textCursor().block().text(), QStringLiteral("(a+b)^2"));
+
+        // MS keeps the line as text; MR types it again.
+        QVERIFY(keypad.press(QStringLiteral("MS")));
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("\"(a+b)^2\" has been saved into memory")));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QVERIFY(keypad.press(QStringLiteral("MR")));
+        QCOMPARE(editor->textCursor().block().text(), QStringLiteral("(a+b)^2"));
+        QVERIFY(keypad.press(QStringLiteral("MC")));
+        QVERIFY(keypad.press(QStringLiteral("MR")));
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("You must first save the text")));
+
+        // Enter on an empty line says so; RAD changes the document's angle unit.
+        QTest::keyClick(editor, Qt::Key_Return);
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(scratch.messages.last(), QStringLiteral("Calculator: There is no expression to compute!"));
+        QVERIFY(keypad.press(QStringLiteral("RAD")));
+        QCOMPARE(window.parser().angle_type(), 1);
+        QVERIFY(!keypad.press(QStringLiteral("no such button")));
+    }
+};
+
+QTEST_MAIN(KeypadGuiTest)
+#include "keypad_gui_test.moc"
