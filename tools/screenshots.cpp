@@ -4,6 +4,7 @@
 #include "gui/common/error_dialog.h"
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
@@ -119,6 +120,10 @@ bool shoot(const QString& out, const QString& suffix) {
         wizard.reject();
     }
     window->toggle_graph();
+
+    frame.keypad()->show();
+    ok = save(&frame, out + QStringLiteral("/keypad") + suffix + QStringLiteral(".png")) && ok;
+    frame.keypad()->hide();
 
     // The lists beside the editor, and the two managers.
     window->toggle_list(true);
