@@ -13,7 +13,7 @@ namespace quorvex::document {
 class Document;
 }
 namespace quorvex::graph {
-struct GraphData;
+class GraphData;
 }
 
 namespace quorvex::desktop {
