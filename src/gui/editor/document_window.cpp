@@ -70,7 +70,11 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
     update_caption();
 }
 
-DocumentWindow::~DocumentWindow() = default;
+DocumentWindow::~DocumentWindow() {
+    // The panes read the engine while they go (a list's model, the editor's colouring): they go
+    // first, while the engine and the document are still here.
+    delete m_splitter;
+}
 
 QString DocumentWindow::caption() const {
     const QString name = m_path.isEmpty() ? m_untitled : m_path;
