@@ -1,0 +1,35 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorvex::desktop {
+
+// What the function solver reads from a function's prototype ("COT[X]", "MEAN[{number1,
+// number2,...numberN}]", "PRCTLE[{number1,...numberN},p]", "AND[logicalExp1,...]") to build its
+// form: fixed parameters each with a field, or a list of values (numbers or logical expressions)
+// possibly followed by fixed parameters.
+struct SolverForm {
+    std::string name;                     // the text before "["
+    bool list = false;                    // the list form
+    bool list_alternative = false;        // fixed, with "or {number1..." after it: both forms
+    std::string list_caption;             // "Number" or "Logical Expression"
+    bool list_in_braces = true;           // numbers go in {...}; logical expressions do not
+    std::vector<std::string> parameters;  // the fixed parameters' names, in order
+};
+
+inline constexpr size_t k_max_solver_parameters = 6;
+
+// The form of a prototype; none with `error` set for a constant (no "[") or more than six
+// fixed parameters.
+std::optional<SolverForm> read_prototype(const std::string& prototype, std::string& error);
+
+// The call as the engine reads it: "NAME[a,b]", or "NAME[{v1,v2},p]" in list form.
+std::string compose_call(const SolverForm& form, bool as_list, const std::vector<std::string>& list_values,
+                         const std::vector<std::string>& fixed_values);
+
+// A list written to a data file: values separated as the extension says (".csv" a comma, ".prn"
+// six blanks, otherwise a tab), one line.
+std::string list_file_text(const std::vector<std::string>& values, const std::string& path);
+
+} // namespace quorvex::desktop
