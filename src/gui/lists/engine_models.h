@@ -7,14 +7,16 @@ class Parser;
 
 namespace quorvex::gui {
 
-// The document's variables as a table over the engine's own list: name, value (with the range of
-// an incremental variable). It copies nothing: each cell is read from the engine when shown, and
-// refresh() tells the views that the engine changed.
-class VariableModel : public QAbstractTableModel {
+// The document's variables (name, value with the range of an incremental variable) or functions
+// (name with parameters, expression) as a table over the engine's own lists. It copies nothing:
+// each cell is read from the engine when shown, and refresh() tells the views that it changed.
+class EngineListModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    explicit VariableModel(engine::Parser& parser, QObject* parent = nullptr);
+    enum class Kind { Variables, Functions };
+    EngineListModel(engine::Parser& parser, Kind kind, QObject* parent = nullptr);
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -23,22 +25,7 @@ public:
 
 private:
     engine::Parser& m_parser;
-};
-
-// The document's functions: name with its parameters, and the expression.
-class FunctionModel : public QAbstractTableModel {
-    Q_OBJECT
-
-public:
-    explicit FunctionModel(engine::Parser& parser, QObject* parent = nullptr);
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    void refresh();
-
-private:
-    engine::Parser& m_parser;
+    Kind m_kind;
 };
 
 } // namespace quorvex::gui

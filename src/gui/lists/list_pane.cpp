@@ -23,10 +23,8 @@ ListPane::ListPane(DocumentWindow& document, Kind kind, QWidget* parent)
     : QWidget(parent), m_document(document), m_kind(kind), m_view(new QTableView(this)) {
     const bool variables = kind == Kind::Variables;
     setObjectName(variables ? QStringLiteral("variableList") : QStringLiteral("functionList"));
-    if (variables)
-        m_model = new VariableModel(document.parser(), this);
-    else
-        m_model = new FunctionModel(document.parser(), this);
+    m_model = new EngineListModel(document.parser(),
+                                  variables ? EngineListModel::Kind::Variables : EngineListModel::Kind::Functions, this);
     m_view->setModel(m_model);
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -52,10 +50,7 @@ ListPane::ListPane(DocumentWindow& document, Kind kind, QWidget* parent)
     layout->addWidget(m_view, 1);
 }
 
-void ListPane::refresh() {
-    if (auto* variables = qobject_cast<VariableModel*>(m_model)) variables->refresh();
-    if (auto* functions = qobject_cast<FunctionModel*>(m_model)) functions->refresh();
-}
+void ListPane::refresh() { m_model->refresh(); }
 
 int ListPane::delete_selection() {
     std::set<int> rows;

@@ -1,14 +1,12 @@
 #pragma once
 #include <QWidget>
 
-class QAbstractTableModel;
 class QTableView;
 
 namespace quorvex::gui {
 
 class DocumentWindow;
-class FunctionModel;
-class VariableModel;
+class EngineListModel;
 
 // A document's variables (F11) or functions (F12) as a list beside the editor. Delete removes the
 // selection through the document's hub (asking only for a single item, and always where something
@@ -34,7 +32,7 @@ protected:
 private:
     DocumentWindow& m_document;
     Kind m_kind;
-    QAbstractTableModel* m_model;
+    EngineListModel* m_model;
     QTableView* m_view;
 };
 

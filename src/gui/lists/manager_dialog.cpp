@@ -30,16 +30,13 @@ ManagerDialog::ManagerDialog(DocumentWindow& document, Kind kind, QWidget* paren
     const bool variables = kind == Kind::Variables;
     setWindowTitle(variables ? QStringLiteral("Variables Manager") : QStringLiteral("Function Manager"));
     setObjectName(variables ? QStringLiteral("variablesManager") : QStringLiteral("functionManager"));
-    QAbstractItemModel* model = variables ? static_cast<QAbstractItemModel*>(new VariableModel(document.parser(), this))
-                                          : new FunctionModel(document.parser(), this);
+    auto* model = new EngineListModel(document.parser(),
+                                      variables ? EngineListModel::Kind::Variables : EngineListModel::Kind::Functions, this);
     m_list->setModel(model);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &ManagerDialog::show_selected);
-    const auto refresh = [model] {
-        if (auto* v = qobject_cast<VariableModel*>(model)) v->refresh();
-        if (auto* f = qobject_cast<FunctionModel*>(model)) f->refresh();
-    };
-    connect(&document, variables ? &DocumentWindow::variablesChanged : &DocumentWindow::functionsChanged, this, refresh);
+    connect(&document, variables ? &DocumentWindow::variablesChanged : &DocumentWindow::functionsChanged, model,
+            &EngineListModel::refresh);
 
     m_name->setPlaceholderText(variables ? tr("name, such as rate") : tr("name with parameters, such as area[w,h]"));
     m_value->setPlaceholderText(variables ? tr("value, or low,high,points") : tr("expression, such as w*h"));
