@@ -35,6 +35,19 @@ void tell(engine::Reporter* reporter, const std::string& text) {
 
 } // namespace
 
+ChartColors chart_colors_of(const GraphData& graph) {
+    ChartColors colors;
+    colors.background = graph.BackgroundColor;
+    colors.foreground = graph.ForegroundColor;
+    colors.data_area_background = graph.DataAreaBackgroundColor;
+    colors.data_area_foreground = graph.DataAreaForegroundColor;
+    colors.header = graph.HeaderForegroundColor;
+    colors.footer = graph.FooterForegroundColor;
+    colors.legend_background = graph.LegendBackgroundColor;
+    colors.legend_foreground = graph.LegendForegroundColor;
+    return colors;
+}
+
 bool allows_log_x(int type) {
     using namespace graph_type;
     return type == Scatter || type == Line || type == Plot || type == Area || type == HiLo || type == HiLoOpenClose ||
@@ -84,16 +97,7 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
                                                graph.DataAreaBackgroundColor));
     }
     chart.set_titles(graph.Header, graph.Footer, graph.XAxisTitle, graph.YAxisTitle);
-    ChartColors colors;
-    colors.background = graph.BackgroundColor;
-    colors.foreground = graph.ForegroundColor;
-    colors.data_area_background = graph.DataAreaBackgroundColor;
-    colors.data_area_foreground = graph.DataAreaForegroundColor;
-    colors.header = graph.HeaderForegroundColor;
-    colors.footer = graph.FooterForegroundColor;
-    colors.legend_background = graph.LegendBackgroundColor;
-    colors.legend_foreground = graph.LegendForegroundColor;
-    chart.set_colors(colors);
+    chart.set_colors(chart_colors_of(graph));
 
     bool log_x = graph.XAxisLogarithmic != 0, log_y = graph.YAxisLogarithmic != 0;
     if (const std::optional<ChartBounds> shown = shown_bounds(*data, graph.Type)) {

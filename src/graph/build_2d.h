@@ -17,6 +17,9 @@ struct SeriesLook {
     int width = 1;
 };
 
+// The colours of the chart's parts as the graph keeps them.
+ChartColors chart_colors_of(const GraphData& graph);
+
 // Whether the graph type may have a logarithmic X (or Y) axis.
 bool allows_log_x(int type);
 bool allows_log_y(int type);

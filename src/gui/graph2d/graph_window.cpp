@@ -291,12 +291,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
         m_chart->set_series_style(s, graph::series_style(static_cast<int>(s), shown.Type, std::nullopt, 1,
                                                          shown.DataAreaBackgroundColor));
     m_chart->set_titles(shown.Header, shown.Footer, shown.XAxisTitle, shown.YAxisTitle);
-    graph::ChartColors colors;
-    colors.background = shown.BackgroundColor;
-    colors.foreground = shown.ForegroundColor;
-    colors.data_area_background = shown.DataAreaBackgroundColor;
-    colors.data_area_foreground = shown.DataAreaForegroundColor;
-    m_chart->set_colors(colors);
+    m_chart->set_colors(graph::chart_colors_of(shown));
     if (const auto bounds = graph::shown_bounds(file->data, shown.Type)) m_chart->set_bounds(*bounds);
     m_chart->set_grid(true);
     m_view->reset_zoom();

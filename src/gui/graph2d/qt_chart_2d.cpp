@@ -1,6 +1,7 @@
 #include "qt_chart_2d.h"
 
 #include "graph/graph_types.h"
+#include "gui/common/color_picker.h"
 
 #include <QAreaSeries>
 #include <QBarCategoryAxis>
@@ -59,11 +60,6 @@ QString short_number(double value) { return QString::number(value, 'g', 6); }
 QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
 
 QChart* QtChart2D::chart() const { return m_view->chart(); }
-
-QColor QtChart2D::color_of(store::TColor color) {
-    return QColor(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
-                  static_cast<int>((color >> 16) & 0xFF));
-}
 
 bool QtChart2D::is_bar_type() const {
     return m_type == type::Bar || m_type == type::StackingBar || m_type == type::Hystogram || m_type == type::Pareto;
@@ -165,7 +161,7 @@ void QtChart2D::build_series() {
 
 void QtChart2D::apply_style(size_t series) {
     const graph::SeriesStyle& style = m_styles[series];
-    const QColor color = color_of(style.color);
+    const QColor color = to_qcolor(style.color);
     QPen pen(color);
     pen.setWidthF(style.line_width);
     pen.setCosmetic(true);
@@ -208,11 +204,11 @@ void QtChart2D::set_titles(const std::string& header, const std::string& footer,
 
 void QtChart2D::set_colors(const graph::ChartColors& colors) {
     m_colors = colors;
-    chart()->setBackgroundBrush(color_of(colors.background));
-    chart()->setPlotAreaBackgroundBrush(color_of(colors.data_area_background));
+    chart()->setBackgroundBrush(to_qcolor(colors.background));
+    chart()->setPlotAreaBackgroundBrush(to_qcolor(colors.data_area_background));
     chart()->setPlotAreaBackgroundVisible(true);
-    chart()->setTitleBrush(color_of(colors.foreground));
-    chart()->legend()->setLabelColor(color_of(colors.foreground));
+    chart()->setTitleBrush(to_qcolor(colors.foreground));
+    chart()->legend()->setLabelColor(to_qcolor(colors.foreground));
     update_axes();
 }
 
@@ -242,7 +238,7 @@ void QtChart2D::update_axes() {
         delete axis;
     }
     if (m_type == type::Pie || view_chart->series().isEmpty()) return;
-    const QColor ink = color_of(m_colors.foreground);
+    const QColor ink = to_qcolor(m_colors.foreground);
     const auto value_axis = [&](bool log, double low, double high, const std::string& title) -> QAbstractAxis* {
         QAbstractAxis* axis = nullptr;
         if (log) {
@@ -321,7 +317,7 @@ int QtChart2D::add_note(const std::string& text, int x, int y) {
     QFont font = item->font();
     font.setBold(true);
     item->setFont(font);
-    item->setBrush(color_of(m_colors.foreground));
+    item->setBrush(to_qcolor(m_colors.foreground));
     item->setPos(x, y);
     m_texts.push_back(item);
     return static_cast<int>(m_texts.size()) - 1;

@@ -36,8 +36,6 @@ public:
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
 
-    static QColor color_of(store::TColor color);
-
 private:
     bool is_bar_type() const;
     void make_chart();
