@@ -2,6 +2,8 @@
 // error dialog, saving and reopening, the save question, the recent list, autosave recovery.
 #include "desktop/recent_files.h"
 #include "gui/common/error_dialog.h"
+#include "gui_test_support.h"
+
 #include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
@@ -24,6 +26,7 @@
 
 using namespace quorvex;
 using namespace quorvex::gui;
+using quorvex::gui::testing::type_line;
 
 namespace {
 
@@ -44,11 +47,6 @@ struct Program : ScratchServices {
     const desktop::RecentFiles& recent() const { return *services.recent; }
 };
 
-void type_line(MathEditor* editor, const QString& text, Qt::Key end = Qt::Key_Return,
-               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, end, modifiers);
-}
 
 QStringList lines_of(MathEditor* editor) { return editor->toPlainText().split(QLatin1Char('\n')); }
 

@@ -1,5 +1,7 @@
 // The graph window offscreen: a function's graph drawn through Qt Charts, its pixels where the
 // mathematics puts them, holes and errors, export to PNG, SVG and PDF.
+#include "gui_test_support.h"
+
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
@@ -18,13 +20,10 @@
 #include <QtTest>
 
 using namespace quorvex::gui;
+using quorvex::gui::testing::type_line;
 
 namespace {
 
-void type_line(MathEditor* editor, const QString& text) {
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-}
 
 // Whether a pixel near `at` has the colour of the first series (red, 0x0000FF as the chart keeps it).
 bool reddish_near(const QImage& image, QPoint at) {

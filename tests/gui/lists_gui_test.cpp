@@ -1,5 +1,7 @@
 // The variable and function lists offscreen: what the editor declares appears, what the list
 // deletes is gone from the engine, names go into the editor.
+#include "gui_test_support.h"
+
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
@@ -13,13 +15,10 @@
 #include <QtTest>
 
 using namespace quorvex::gui;
+using quorvex::gui::testing::type_line;
 
 namespace {
 
-void type_line(MathEditor* editor, const QString& text) {
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-}
 
 } // namespace
 

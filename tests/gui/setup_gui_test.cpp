@@ -1,5 +1,7 @@
 // The graph setup offscreen: the pages change a temporary copy, Apply and OK write it back after
 // the checks, Cancel leaves the document's graph alone, and the wizard makes a graph from nothing.
+#include "gui_test_support.h"
+
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
@@ -21,13 +23,10 @@
 #include <QtTest>
 
 using namespace quorvex::gui;
+using quorvex::gui::testing::type_line;
 
 namespace {
 
-void type_line(MathEditor* editor, const QString& text) {
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-}
 
 struct Document {
     ScratchServices scratch{QStringLiteral(QUORVEX_SOURCE_DATA_DIR)};
