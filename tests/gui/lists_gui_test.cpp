@@ -17,11 +17,6 @@
 using namespace quorvex::gui;
 using quorvex::gui::testing::type_line;
 
-namespace {
-
-
-} // namespace
-
 class ListsGuiTest : public QObject {
     Q_OBJECT
 
