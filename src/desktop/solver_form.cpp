@@ -31,6 +31,38 @@ bool ends_with(const std::string& text, const std::string& tail) {
     return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
 }
 
+// What one bracket of a prototype holds: a list (in braces, or any number of conditions) and the
+// names of the fixed parameters.
+struct Bracket {
+    bool list = false;
+    bool braces = true;
+    bool logical = false;
+    std::vector<std::string> names;
+};
+
+Bracket read_bracket(const std::string& text) {
+    Bracket bracket;
+    const std::string inside = trim(text);
+    if (inside.empty() || inside[0] == '{') {
+        bracket.list = true;
+        const size_t close = inside.find('}');
+        if (close != std::string::npos) {
+            const size_t comma = inside.find(',', close);
+            if (comma != std::string::npos) bracket.names = split_names(inside.substr(comma + 1));
+        }
+        return bracket;
+    }
+    bracket.names = split_names(inside);
+    // "logicalExp1,logicalExp2,..." or "c1, c2, ...": any number of conditions, without braces.
+    if (inside.rfind("logicalExp1", 0) == 0 || (!bracket.names.empty() && ends_with(bracket.names.back(), "..."))) {
+        bracket.list = true;
+        bracket.braces = false;
+        bracket.logical = true;
+        bracket.names.clear();
+    }
+    return bracket;
+}
+
 } // namespace
 
 std::optional<SolverForm> read_prototype(const std::string& prototype, std::string& error) {
@@ -41,30 +73,38 @@ std::optional<SolverForm> read_prototype(const std::string& prototype, std::stri
     }
     SolverForm form;
     form.name = trim(prototype.substr(0, open));
-    std::string inside = prototype.substr(open + 1);
-    const size_t close = inside.rfind(']');
-    const std::string after = close == std::string::npos ? std::string() : trim(inside.substr(close + 1));
-    if (close != std::string::npos) inside = inside.substr(0, close);
-    inside = trim(inside);
-    if (inside.empty() || inside[0] == '{' || inside.rfind("logicalExp1", 0) == 0) {
+    const size_t close = prototype.find(']', open);
+    const Bracket main = read_bracket(prototype.substr(open + 1, close == std::string::npos ? std::string::npos
+                                                                                             : close - open - 1));
+    const std::string after = close == std::string::npos ? std::string() : trim(prototype.substr(close + 1));
+    if (main.list) {
         form.list = true;
-        const bool logical = inside.rfind("logicalExp1", 0) == 0;
-        form.list_caption = logical ? "Logical Expression" : "Number";
-        form.list_in_braces = !logical;
-        // "{number1,...numberN},p,q": what follows the list is fixed.
-        const size_t list_end = inside.find("},");
-        if (!logical && list_end != std::string::npos) form.parameters = split_names(inside.substr(list_end + 2));
+        form.list_caption = main.logical ? "Logical Expression" : "Number";
+        form.list_in_braces = main.braces;
+        form.list_parameters = main.names;
     } else {
-        form.parameters = split_names(inside);
-        const std::string rest = trim(after);
-        if (rest.rfind("or", 0) == 0 && trim(rest.substr(2)).find("{number1") != std::string::npos) {
-            form.list_alternative = true;
-            form.list_caption = "Number";
+        form.parameters = main.names;
+        // "... or {number1,...}" or "... or NAME[{list}, x]": a list form beside the fixed one.
+        if (after.rfind("or", 0) == 0) {
+            const std::string rest = trim(after.substr(2));
+            const size_t bracket = rest.find('[');
+            const size_t end = rest.rfind(']');
+            const std::string inside = rest[0] == '{' ? rest
+                                       : bracket != std::string::npos && end != std::string::npos && end > bracket
+                                           ? rest.substr(bracket + 1, end - bracket - 1)
+                                           : std::string();
+            const Bracket other = read_bracket(inside);
+            if (!inside.empty() && other.list && other.braces) {
+                form.list_alternative = true;
+                form.list_caption = "Number";
+                form.list_parameters = other.names;
+            }
         }
     }
-    if (form.parameters.size() > k_max_solver_parameters) {
+    const size_t count = std::max(form.parameters.size(), form.list_parameters.size());
+    if (count > k_max_solver_parameters) {
         error = "The Function Solver can take at most 6 parameters; ' " + form.name + " ' has " +
-                std::to_string(form.parameters.size()) + ".";
+                std::to_string(count) + ".";
         return std::nullopt;
     }
     return form;

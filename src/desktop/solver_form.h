@@ -5,17 +5,18 @@
 
 namespace quorvex::desktop {
 
-// What the function solver reads from a function's prototype ("COT[X]", "MEAN[{number1,
-// number2,...numberN}]", "PRCTLE[{number1,...numberN},p]", "AND[logicalExp1,...]") to build its
-// form: fixed parameters each with a field, or a list of values (numbers or logical expressions)
-// possibly followed by fixed parameters.
+// What the function solver reads from a function's prototype ("COT[X]", "MEAN[{list}]",
+// "PRCTLE[{list}, p]", "AND[c1, c2, ...]", "ZSCORE[x, mean, sd] or ZSCORE[{list}, x]") to build
+// its form: fixed parameters each with a field, or a list of values (numbers, or conditions when
+// the function takes any number of them) possibly followed by fixed parameters.
 struct SolverForm {
-    std::string name;                     // the text before "["
-    bool list = false;                    // the list form
-    bool list_alternative = false;        // fixed, with "or {number1..." after it: both forms
-    std::string list_caption;             // "Number" or "Logical Expression"
-    bool list_in_braces = true;           // numbers go in {...}; logical expressions do not
-    std::vector<std::string> parameters;  // the fixed parameters' names, in order
+    std::string name;                          // the text before "["
+    bool list = false;                         // the list form only
+    bool list_alternative = false;             // a fixed form with a list form beside it ("or ...")
+    std::string list_caption;                  // "Number" or "Logical Expression"
+    bool list_in_braces = true;                // numbers go in {...}; conditions do not
+    std::vector<std::string> parameters;       // the fixed form's parameters, in order
+    std::vector<std::string> list_parameters;  // the list form's parameters after the list
 };
 
 inline constexpr size_t k_max_solver_parameters = 6;
@@ -24,7 +25,8 @@ inline constexpr size_t k_max_solver_parameters = 6;
 // fixed parameters.
 std::optional<SolverForm> read_prototype(const std::string& prototype, std::string& error);
 
-// The call as the engine reads it: "NAME[a,b]", or "NAME[{v1,v2},p]" in list form.
+// The call as the engine reads it: "NAME[a,b]", or "NAME[{v1,v2},p]" in list form, where
+// `fixed_values` are those of the list form's parameters.
 std::string compose_call(const SolverForm& form, bool as_list, const std::vector<std::string>& list_values,
                          const std::vector<std::string>& fixed_values);
 

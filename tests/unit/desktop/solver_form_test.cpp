@@ -1,7 +1,14 @@
-// The function solver's form, read from a prototype, and the call it composes.
+// The function solver's form, read from a prototype, the call it composes, and its work with the
+// engine: values checked, calls solved at a precision, lists read from data files.
 #include "desktop/solver_form.h"
+#include "desktop/solver_run.h"
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 using namespace quorvex::desktop;
 
@@ -17,8 +24,26 @@ TEST(SolverForm, PrototypesGiveFixedOrListFormsAndTheCallsComposeFromThem) {
     ASSERT_TRUE(form);
     EXPECT_TRUE(form->list);
     EXPECT_EQ(form->list_caption, "Number");
-    EXPECT_EQ(form->parameters, (std::vector<std::string>{"p"}));
+    EXPECT_EQ(form->list_parameters, (std::vector<std::string>{"p"}));
     EXPECT_EQ(compose_call(*form, true, {"1", "2", "3"}, {"50"}), "PRCTLE[{1,2,3},50]");
+
+    form = read_prototype("AND[c1, c2, ...]", error); // any number of conditions
+    ASSERT_TRUE(form);
+    EXPECT_TRUE(form->list);
+    EXPECT_FALSE(form->list_in_braces);
+    EXPECT_EQ(form->list_caption, "Logical Expression");
+
+    form = read_prototype("ZSCORE[x, mean, sd] or ZSCORE[{list}, x]", error);
+    ASSERT_TRUE(form);
+    EXPECT_TRUE(form->list_alternative);
+    EXPECT_EQ(form->parameters, (std::vector<std::string>{"x", "mean", "sd"}));
+    EXPECT_EQ(form->list_parameters, (std::vector<std::string>{"x"}));
+    EXPECT_EQ(compose_call(*form, true, {"1", "3"}, {"2"}), "ZSCORE[{1,3},2]");
+
+    form = read_prototype("NTHROOT[X,N] = POW[X,1/(N)]", error); // a library function with its body
+    ASSERT_TRUE(form);
+    EXPECT_EQ(form->parameters, (std::vector<std::string>{"X", "N"}));
+    EXPECT_FALSE(form->list_alternative);
 
     form = read_prototype("AND[logicalExp1,logicalExp2,...]", error);
     ASSERT_TRUE(form);
@@ -39,4 +64,32 @@ TEST(SolverForm, PrototypesGiveFixedOrListFormsAndTheCallsComposeFromThem) {
     EXPECT_EQ(list_file_text({"1", "2.5"}, "v.prn"), "1      2.5\r\n"); // six blanks
     EXPECT_EQ(list_file_text({"1", "2.5"}, "v.CSV"), "1,2.5\r\n");
     EXPECT_EQ(list_file_text({"1", "2.5"}, "v.txt"), "1\t2.5\r\n");
+}
+
+TEST(SolverRun, ValuesAreCheckedCallsSolvedAndListsReadWithTheEngine) {
+    quorvex::engine::Parser parser{&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR};
+    EXPECT_EQ(check_solver_value(parser, "2*3", true), "");
+    EXPECT_EQ(check_solver_value(parser, "1+2i", true), solver_text::imaginary);
+    EXPECT_EQ(check_solver_value(parser, "1+2i", false), ""); // conditions are not numbers to list
+    EXPECT_NE(check_solver_value(parser, "nosuchname*2", true), "");
+    EXPECT_FALSE(parser.IsAnError()); // the refusal does not linger into the next evaluation
+
+    std::string answer;
+    ASSERT_TRUE(solve_call(parser, "NTHROOT[27,3]", 14, answer));
+    EXPECT_EQ(answer, " 3");
+    ASSERT_TRUE(solve_call(parser, "SQRT[16]", 14, answer));
+    EXPECT_EQ(answer, " 4 : -4"); // two roots
+    const int kept = parser.answer_format().precision;
+    ASSERT_TRUE(solve_call(parser, "1/3", 4, answer));
+    EXPECT_EQ(answer, " 0.3333");
+    EXPECT_EQ(parser.answer_format().precision, kept);
+    EXPECT_FALSE(solve_call(parser, "LOGB[8,", 14, answer));
+    EXPECT_FALSE(answer.empty());
+
+    const auto path = std::filesystem::temp_directory_path() / "quorvex-solver-list.txt";
+    std::ofstream(path) << "1\t10\n2\t20\n3\t30\n";
+    std::vector<std::string> values{"7"};
+    ASSERT_TRUE(read_solver_list(parser, path.string(), values));
+    EXPECT_EQ(values, (std::vector<std::string>{"7", "1", "2", "3"})); // the first column, appended
+    std::filesystem::remove(path);
 }
