@@ -9,6 +9,7 @@
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/library/library_dialog.h"
+#include "gui/tools/function_solver_dialog.h"
 #include "gui/lists/manager_dialog.h"
 
 #include <QLineEdit>
@@ -143,6 +144,26 @@ bool shoot(const QString& out, const QString& suffix) {
         library.show();
         library.search()->setText(QStringLiteral("angle"));
         ok = save(&library, out + QStringLiteral("/function-library") + suffix + QStringLiteral(".png")) && ok;
+    }
+
+    {
+        // The solver in both of its forms: fixed parameters, and a list with a parameter after it.
+        FunctionSolverDialog solver(*window, &frame);
+        solver.configure(QStringLiteral("QUADROOT1[A,B,C] = (-(B)+SQRT[(B)^2-4*(A)*(C)])/(2*(A))"),
+                         QStringLiteral("First root of A*X^2+B*X+C=0, with the plus sign before the square root."));
+        solver.parameter_field(0)->setText(QStringLiteral("1"));
+        solver.parameter_field(1)->setText(QStringLiteral("-3"));
+        solver.parameter_field(2)->setText(QStringLiteral("2"));
+        solver.solve();
+        solver.show();
+        ok = save(&solver, out + QStringLiteral("/function-solver") + suffix + QStringLiteral(".png")) && ok;
+        solver.configure(QStringLiteral("ZSCORE[x, mean, sd] or ZSCORE[{list}, x]"),
+                         QStringLiteral("Standard score of x"));
+        solver.set_list_form(true);
+        for (const char* value : {"12.5", "14", "9.75", "11", "13.25"}) solver.add_list_value(QString::fromLatin1(value));
+        solver.parameter_field(0)->setText(QStringLiteral("14"));
+        solver.solve();
+        ok = save(&solver, out + QStringLiteral("/function-solver-list") + suffix + QStringLiteral(".png")) && ok;
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

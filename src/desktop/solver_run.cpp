@@ -47,8 +47,10 @@ bool read_solver_list(engine::Parser& parser, const std::string& path, std::vect
     std::vector<std::string> read;
     const int columns = parser.get_file_data(read, path.c_str(), -1);
     if (columns <= 0 || read.empty()) return false;
-    // A wider file keeps its first column: the others are taken away from the last one down.
-    for (int column = columns; column > 1; --column) engine::Parser::rem_data_column(read, column, column);
+    // A table keeps its first column, the others taken away from the last one down; a single
+    // line (as the solver saves a list) is the list itself.
+    const bool table = read.size() > static_cast<size_t>(columns);
+    for (int column = columns; table && column > 1; --column) engine::Parser::rem_data_column(read, column, column);
     values.insert(values.end(), read.begin(), read.end());
     return true;
 }

@@ -34,8 +34,8 @@ std::string check_solver_value(engine::Parser& parser, const std::string& text, 
 // roots) in `text`; false with the engine's message.
 bool solve_call(engine::Parser& parser, const std::string& call, int precision, std::string& text);
 
-// The values of a data file for the solver's list: every value of a one-column file, the first
-// column of a wider one. False (the engine has said why) when the file gives nothing.
+// The values of a data file for the solver's list: every value of a single column or a single
+// line, the first column of a table. False (the engine has said why) when the file gives nothing.
 bool read_solver_list(engine::Parser& parser, const std::string& path, std::vector<std::string>& values);
 
 } // namespace quorvex::desktop

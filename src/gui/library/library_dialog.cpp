@@ -2,6 +2,8 @@
 
 #include "desktop/name_catalog.h"
 #include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/tools/function_solver_dialog.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
 
@@ -26,6 +28,7 @@ namespace {
 
 enum Column { Name, Category, Description };
 constexpr int k_prototype_role = Qt::UserRole + 1;
+constexpr int k_constant_role = Qt::UserRole + 2;
 
 // Every word of the search must be in the name or the description, in any case.
 class SearchFilter : public QSortFilterProxyModel {
@@ -65,7 +68,7 @@ QString user_library_path(const DocumentWindow& document) {
 LibraryDialog::LibraryDialog(DocumentWindow& document, QWidget* parent)
     : QDialog(parent), m_document(document), m_model(new QStandardItemModel(this)), m_filter(new SearchFilter(this)),
       m_search(new QLineEdit(this)), m_category(new QComboBox(this)), m_view(new QTableView(this)),
-      m_details(new QLabel(this)), m_watcher(new QFileSystemWatcher(this)) {
+      m_details(new QLabel(this)), m_solve(new QPushButton(tr("S&olve..."), this)), m_watcher(new QFileSystemWatcher(this)) {
     setWindowTitle(QStringLiteral("Function Library"));
     setObjectName(QStringLiteral("functionLibrary"));
     m_filter->setSourceModel(m_model);
@@ -94,6 +97,7 @@ LibraryDialog::LibraryDialog(DocumentWindow& document, QWidget* parent)
     top->addWidget(m_category);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(insert);
+    bottom->addWidget(m_solve);
     bottom->addWidget(edit_user);
     bottom->addStretch();
     bottom->addWidget(close);
@@ -111,6 +115,7 @@ LibraryDialog::LibraryDialog(DocumentWindow& document, QWidget* parent)
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryDialog::show_details);
     connect(m_view, &QTableView::doubleClicked, this, &LibraryDialog::insert_selection);
     connect(insert, &QPushButton::clicked, this, &LibraryDialog::insert_selection);
+    connect(m_solve, &QPushButton::clicked, this, &LibraryDialog::open_solver);
     connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(edit_user, &QPushButton::clicked, this,
             [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(user_library_path(m_document))); });
@@ -134,6 +139,7 @@ void LibraryDialog::reload() {
     for (const desktop::CatalogEntry& entry : desktop::catalog_names(parser)) {
         auto* name = new QStandardItem(QString::fromStdString(entry.name));
         name->setData(QString::fromStdString(entry.prototype), k_prototype_role);
+        name->setData(entry.kind == desktop::NameKind::Constant, k_constant_role);
         const QString category = QString::fromStdString(entry.category);
         if (!categories.contains(category)) categories << category;
         m_model->appendRow({name, new QStandardItem(category), new QStandardItem(QString::fromStdString(entry.description))});
@@ -156,11 +162,49 @@ void LibraryDialog::show_details() {
     const QModelIndex current = m_view->currentIndex();
     if (!current.isValid()) {
         m_details->clear();
+        m_solve->setEnabled(false);
         return;
     }
-    const QString prototype = m_filter->index(current.row(), Name).data(k_prototype_role).toString();
+    const QModelIndex name = m_filter->index(current.row(), Name);
+    const QString prototype = name.data(k_prototype_role).toString();
     const QString description = m_filter->index(current.row(), Description).data().toString();
     m_details->setText(QStringLiteral("<b>%1</b><br>%2").arg(prototype.toHtmlEscaped(), description.toHtmlEscaped()));
+    m_solve->setEnabled(!name.data(k_constant_role).toBool());
+    if (m_solver && m_solver->isVisible()) m_solver->configure(prototype, description);
+}
+
+FunctionSolverDialog* LibraryDialog::open_solver() {
+    const QModelIndex current = m_view->currentIndex();
+    if (!current.isValid()) return nullptr;
+    if (SoundPlayer* sounds = m_document.services().sounds) sounds->play(QStringLiteral("QClick.wav"));
+    if (!m_solver) {
+        m_solver = new FunctionSolverDialog(m_document, this);
+        // Beside the browser, where it does not hide the list.
+        m_solver->move(frameGeometry().topRight() + QPoint(8, 0));
+    }
+    const QModelIndex name = m_filter->index(current.row(), Name);
+    // A refusal (a constant, too many parameters) is shown in the solver's solution field; a
+    // cancelled save question keeps the function it had.
+    m_solver->configure(name.data(k_prototype_role).toString(),
+                        m_filter->index(current.row(), Description).data().toString());
+    m_solver->show();
+    m_solver->raise();
+    m_solver->activateWindow();
+    return m_solver;
+}
+
+bool LibraryDialog::select_name(const QString& wanted) {
+    for (int pass = 0; pass < 2; ++pass) {
+        for (int row = 0; row < m_filter->rowCount(); ++row) {
+            if (name_at(row).compare(wanted, Qt::CaseInsensitive) != 0) continue;
+            m_view->setCurrentIndex(m_filter->index(row, Name));
+            m_view->scrollTo(m_view->currentIndex());
+            return true;
+        }
+        m_search->clear();
+        m_category->setCurrentIndex(0);
+    }
+    return false;
 }
 
 bool LibraryDialog::insert_selection() {

@@ -5,6 +5,7 @@ class QComboBox;
 class QFileSystemWatcher;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QSortFilterProxyModel;
 class QStandardItemModel;
 class QTableView;
@@ -12,6 +13,7 @@ class QTableView;
 namespace quorvex::gui {
 
 class DocumentWindow;
+class FunctionSolverDialog;
 
 // The "Function Library" (F8): built-in functions, constants, the system library, the user
 // library and the document's functions in one list with categories. The search field filters as
@@ -34,6 +36,11 @@ public:
     // Inserts the selected function into the editor, or hands it to `take` when that is set.
     bool insert_selection();
     std::function<void(const QString& name)> take;
+    // Opens the function solver beside the browser on the selected function (constants have
+    // none); it follows the selection while it is open.
+    FunctionSolverDialog* open_solver();
+    // Selects the row of `name` in the list, the search and category cleared when they hide it.
+    bool select_name(const QString& name);
 
 private:
     void show_details();
@@ -45,6 +52,8 @@ private:
     QComboBox* m_category;
     QTableView* m_view;
     QLabel* m_details;
+    QPushButton* m_solve;
+    FunctionSolverDialog* m_solver = nullptr;
     QFileSystemWatcher* m_watcher;
 };
 

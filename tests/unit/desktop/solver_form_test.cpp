@@ -91,5 +91,9 @@ TEST(SolverRun, ValuesAreCheckedCallsSolvedAndListsReadWithTheEngine) {
     std::vector<std::string> values{"7"};
     ASSERT_TRUE(read_solver_list(parser, path.string(), values));
     EXPECT_EQ(values, (std::vector<std::string>{"7", "1", "2", "3"})); // the first column, appended
+    std::ofstream(path) << "4      5      6\r\n"; // one line, as a list is saved
+    values.clear();
+    ASSERT_TRUE(read_solver_list(parser, path.string(), values));
+    EXPECT_EQ(values, (std::vector<std::string>{"4", "5", "6"}));
     std::filesystem::remove(path);
 }
