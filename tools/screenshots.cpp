@@ -4,6 +4,7 @@
 #include "gui/common/error_dialog.h"
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_setup_dialog.h"
@@ -164,6 +165,14 @@ bool shoot(const QString& out, const QString& suffix) {
         solver.parameter_field(0)->setText(QStringLiteral("14"));
         solver.solve();
         ok = save(&solver, out + QStringLiteral("/function-solver-list") + suffix + QStringLiteral(".png")) && ok;
+    }
+
+    {
+        FindReplaceDialog find(&frame);
+        find.open_for(window->editor(), true);
+        find.find_field()->setText(QStringLiteral("radius"));
+        find.replace_field()->setText(QStringLiteral("r0"));
+        ok = save(&find, out + QStringLiteral("/find-replace") + suffix + QStringLiteral(".png")) && ok;
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -76,6 +76,62 @@ KeypadLine apply_operator(KeypadLine line, const std::string& text, bool prefix)
     return {out, out.size(), out.size()};
 }
 
+namespace {
+
+// The operand of the sign and bracket keys: the selection, or the caret to the line's end.
+std::pair<size_t, size_t> operand_of(const KeypadLine& line) {
+    return {line.start, line.start != line.end ? line.end : line.text.size()};
+}
+
+// Whether `text` is "(...)" with the first bracket closed by the last one.
+bool wrapped_whole(const std::string& text) {
+    if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
+    int depth = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        depth += text[i] == '(' ? 1 : text[i] == ')' ? -1 : 0;
+        if (depth == 0 && i + 1 < text.size()) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+KeypadLine toggle_sign(KeypadLine line) {
+    normalise(line);
+    if (line.text.empty()) return line;
+    const bool selection = line.start != line.end;
+    const auto [from, to] = operand_of(line);
+    std::string operand = line.text.substr(from, to - from);
+    if (!operand.empty() && operand[0] == '-') {
+        operand.erase(0, 1);
+        // "-(a+b)" goes back to "a+b"; a bracket the user typed, as in "-(a)", stays.
+        if (wrapped_whole(operand) && holds_operator(operand.substr(1, operand.size() - 2)))
+            operand = operand.substr(1, operand.size() - 2);
+    } else {
+        operand = holds_operator(operand) ? "-(" + operand + ")" : "-" + operand;
+    }
+    line.text.replace(from, to - from, operand);
+    line.end = selection ? from + operand.size() : from;
+    return line;
+}
+
+KeypadLine wrap_parentheses(KeypadLine line) {
+    normalise(line);
+    const bool at_end = line.start == line.end && line.end == line.text.size();
+    const auto [from, to] = operand_of(line);
+    line.text.insert(to, ")");
+    line.text.insert(from, "(");
+    line.start = line.end = at_end ? line.text.size() - 1 : line.text.size();
+    return line;
+}
+
+KeypadLine inverse_power(KeypadLine line) {
+    KeypadLine out = apply_operator(std::move(line), "^(1/)", false);
+    const size_t inserted = out.text.rfind("^(1/)");
+    if (inserted != std::string::npos) out.start = out.end = inserted + 4;
+    return out;
+}
+
 std::string KeypadMemory::save(const std::string& text, bool add) {
     const std::optional<std::string> old = add ? m_memory : std::nullopt;
     if (!text.empty()) m_last_saved = text;

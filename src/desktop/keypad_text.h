@@ -20,6 +20,18 @@ KeypadLine insert_function(KeypadLine line, const std::string& name, int kind, b
 // operand holding + - * or / is put in parentheses first. The caret goes to the line's end.
 KeypadLine apply_operator(KeypadLine line, const std::string& text, bool prefix);
 
+// ±: a minus sign put before the operand (in parentheses when it holds an operator), or taken
+// away again when the operand begins with one, so that a second press restores the line. The
+// caret (or selection) stays on the operand.
+KeypadLine toggle_sign(KeypadLine line);
+
+// ( ): the operand in parentheses. A caret at the line's end lands inside the new "()"; otherwise
+// the caret goes to the line's end.
+KeypadLine wrap_parentheses(KeypadLine line);
+
+// The y-th root of the operand: "^(1/)" after it, the caret before the ")" to type y.
+KeypadLine inverse_power(KeypadLine line);
+
 // The text memory of one editor: M+ appends, M- takes the last addition away again.
 class KeypadMemory {
 public:

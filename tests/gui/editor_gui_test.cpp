@@ -7,6 +7,7 @@
 #include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/math_editor.h"
 #include "gui/editor/name_completer.h"
 #include "gui/shell/main_frame.h"
@@ -14,6 +15,7 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QTextLayout>
 #include <QMdiSubWindow>
@@ -199,6 +201,33 @@ private Q_SLOTS:
         program.frame->open_missing(QStringLiteral("/no/such.qvx"));
         QCOMPARE(program.messages.last(), QStringLiteral("Find File: The file \"/no/such.qvx\" could not be found!"));
         QCOMPARE(program.frame->documents().size(), 1);
+    }
+
+    void findWrapsAroundAndReplaceAllIsOneUndo() {
+        QPlainTextEdit editor;
+        editor.setPlainText(QStringLiteral("rate = 2\nArea = rate*3\nrated = 1"));
+        FindReplaceDialog find;
+        find.open_for(&editor, true);
+        find.find_field()->setText(QStringLiteral("rate"));
+        find.set_whole_words(true);
+        QVERIFY(find.find_next());
+        QCOMPARE(editor.textCursor().selectionStart(), 0);
+        QVERIFY(find.find_next());
+        QCOMPARE(editor.textCursor().block().blockNumber(), 1);
+        QVERIFY(find.find_next()); // "rated" is no whole word: around to the first again
+        QCOMPARE(editor.textCursor().selectionStart(), 0);
+        find.find_field()->setText(QStringLiteral("AREA"));
+        find.set_match_case(true);
+        QVERIFY(!find.find_next());
+        find.set_match_case(false);
+        QVERIFY(find.find_next());
+
+        find.find_field()->setText(QStringLiteral("rate"));
+        find.replace_field()->setText(QStringLiteral("rate2"));
+        QCOMPARE(find.replace_all(), 2);
+        QCOMPARE(editor.toPlainText(), QStringLiteral("rate2 = 2\nArea = rate2*3\nrated = 1"));
+        editor.undo();
+        QCOMPARE(editor.toPlainText(), QStringLiteral("rate = 2\nArea = rate*3\nrated = 1"));
     }
 
     void anAutosaveNewerThanItsFileIsOfferedBack() {

@@ -52,6 +52,49 @@ private Q_SLOTS:
         QCOMPARE(window.parser().angle_type(), 1);
         QVERIFY(!keypad.press(QStringLiteral("no such button")));
     }
+
+    void operandKeysCaretKeysAndLineDeletion() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        Keypad keypad(scratch.services, [&window] { return &window; });
+        MathEditor* editor = window.editor();
+        const auto line = [editor] { return editor->textCursor().block().text(); };
+
+        // The y-th root: the caret waits inside "^(1/)" for the degree.
+        for (const char* key : {"2", "7", "ʸ√x", "3"}) QVERIFY(keypad.press(QString::fromUtf8(key)));
+        QCOMPARE(line(), QStringLiteral("27^(1/3)"));
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(editor->document()->firstBlock().text(), QStringLiteral("27^(1/3) = 3"));
+
+        // ± twice gives the line back; (x) wraps from the caret to the line's end.
+        QTest::keyClicks(editor, QStringLiteral("4+5"));
+        QVERIFY(keypad.press(QString::fromUtf8("⇤")));
+        QVERIFY(keypad.press(QString::fromUtf8("±")));
+        QCOMPARE(line(), QStringLiteral("-(4+5)"));
+        QVERIFY(keypad.press(QString::fromUtf8("±")));
+        QCOMPARE(line(), QStringLiteral("4+5"));
+        QVERIFY(keypad.press(QString::fromUtf8("▶")));
+        QVERIFY(keypad.press(QString::fromUtf8("▶")));
+        QVERIFY(keypad.press(QStringLiteral("(x)")));
+        QCOMPARE(line(), QStringLiteral("4+(5)"));
+
+        // Two-argument and list functions leave the caret on the first argument.
+        QVERIFY(keypad.press(QString::fromUtf8("▼"))); // below the last line: a new one
+        QCOMPARE(editor->document()->blockCount(), 3);
+        QVERIFY(keypad.press(QStringLiteral("MEDIAN")));
+        for (const char* key : {"1", ",", "9", ",", "4"}) QVERIFY(keypad.press(QString::fromLatin1(key)));
+        QCOMPARE(line(), QStringLiteral("MEDIAN[{1,9,4,}]"));
+        QVERIFY(keypad.press(QStringLiteral("Del"))); // the comma left for a second value
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(editor->document()->findBlockByNumber(2).text(), QStringLiteral("MEDIAN[{1,9,4}] = 4"));
+
+        // Del line takes the caret's line away with its line end.
+        for (int up = 0; up < 4; ++up) QVERIFY(keypad.press(QString::fromUtf8("▲"))); // the first line stops it
+        QVERIFY(keypad.press(QStringLiteral("Del line")));
+        QCOMPARE(editor->document()->firstBlock().text(), QStringLiteral("4+(5)"));
+        QCOMPARE(editor->document()->blockCount(), 3);
+    }
 };
 
 QTEST_MAIN(KeypadGuiTest)

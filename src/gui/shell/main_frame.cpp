@@ -6,6 +6,7 @@
 #include "desktop/recent_files.h"
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_window.h"
@@ -67,6 +68,10 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     });
     create_actions();
     create_menus();
+    m_keypad->add_tools({action(QStringLiteral("toolsOptions")), action(QStringLiteral("editFind")),
+                         action(QStringLiteral("editReplace")), action(QStringLiteral("fileSave")),
+                         action(QStringLiteral("toolsVariableManager")), action(QStringLiteral("toolsFunctionManager")),
+                         action(QStringLiteral("toolsLibrary"))});
     m_position = new QLabel(this);
     statusBar()->addPermanentWidget(m_position);
     statusBar()->showMessage(tr("Ready"));
@@ -146,6 +151,17 @@ void MainFrame::create_actions() {
          QStringLiteral("edit-paste"));
     make(QStringLiteral("editSelectAll"), tr("Select &All"), QKeySequence::SelectAll,
          on_editor(&QPlainTextEdit::selectAll));
+    const auto find = [this](bool replace) {
+        return [this, replace] {
+            DocumentWindow* window = active_document();
+            if (!window) return;
+            if (!m_find) m_find = new FindReplaceDialog(this);
+            m_find->open_for(window->editor(), replace);
+        };
+    };
+    make(QStringLiteral("editFind"), tr("&Find..."), QKeySequence::Find, find(false), QStringLiteral("edit-find"));
+    make(QStringLiteral("editReplace"), tr("R&eplace..."), QKeySequence(Qt::CTRL | Qt::Key_H), find(true),
+         QStringLiteral("edit-find-replace"));
     // The editor handles these keys itself; the actions keep the shortcuts out of the way.
     for (const QString& name : {QStringLiteral("editUndo"), QStringLiteral("editRedo"), QStringLiteral("editCut"),
                                 QStringLiteral("editCopy"), QStringLiteral("editPaste"), QStringLiteral("editSelectAll")})
@@ -253,6 +269,8 @@ void MainFrame::create_menus() {
     for (const char* name : {"editUndo", "editRedo"}) edit->addAction(action(QLatin1String(name)));
     edit->addSeparator();
     for (const char* name : {"editCut", "editCopy", "editPaste", "editSelectAll"}) edit->addAction(action(QLatin1String(name)));
+    edit->addSeparator();
+    for (const char* name : {"editFind", "editReplace"}) edit->addAction(action(QLatin1String(name)));
 
     QMenu* compute = menuBar()->addMenu(tr("&Compute"));
     compute->addAction(action(QStringLiteral("computeLine")));
@@ -272,7 +290,7 @@ void MainFrame::create_menus() {
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "toolsLibrary"})
+    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary"})
         tools->addAction(action(QLatin1String(name)));
     tools->addSeparator();
     tools->addAction(action(QStringLiteral("toolsOptions")));
@@ -295,10 +313,15 @@ void MainFrame::create_menus() {
 
 void MainFrame::update_actions() {
     DocumentWindow* window = active_document();
-    for (const char* name : {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview",
-                             "fileExportPdf", "editUndo", "editRedo", "editCut", "editCopy", "editPaste",
-                             "editSelectAll", "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard", "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade",
-                             "windowNext", "windowPrevious"})
+    // Commands on a document wait for one.
+    for (const char* name :
+         {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview", "fileExportPdf",
+          "editUndo", "editRedo", "editCut", "editCopy", "editPaste", "editSelectAll", "editFind", "editReplace",
+          "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager",
+          "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard",
+          "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport",
+          "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade", "windowNext",
+          "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
 }

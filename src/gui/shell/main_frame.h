@@ -10,6 +10,7 @@ class QTimer;
 namespace quorvex::gui {
 
 class DocumentWindow;
+class FindReplaceDialog;
 class Keypad;
 struct Services;
 
@@ -69,6 +70,7 @@ private:
     QLabel* m_position = nullptr;
     QTimer* m_autosave_timer;
     Keypad* m_keypad = nullptr;
+    FindReplaceDialog* m_find = nullptr;
     int m_untitled_count = 0;
     int m_slot_count = 0;
 };

@@ -36,6 +36,35 @@ TEST(KeypadText, OperatorsTakeParenthesesOnlyWhenTheOperandNeedsThem) {
     EXPECT_EQ(apply_operator({"5", 1, 1}, "!", false).text, "5!");          // at the end: no operand
 }
 
+TEST(KeypadText, SignTogglesBackAndBracketsWrapTheOperand) {
+    // Twice restores the line, with and without an operator in the operand.
+    for (const KeypadLine& start : {KeypadLine{"x=a+b", 2, 2}, KeypadLine{"x=4", 2, 2}, KeypadLine{"2*y+1", 2, 3},
+                                    KeypadLine{"(a+b)", 0, 0}}) {
+        const KeypadLine once = toggle_sign(start);
+        EXPECT_NE(once.text, start.text);
+        EXPECT_EQ(toggle_sign(once).text, start.text) << start.text;
+    }
+    EXPECT_EQ(toggle_sign({"x=a+b", 2, 2}).text, "x=-(a+b)");
+    EXPECT_EQ(toggle_sign({"2*y+1", 2, 3}).text, "2*-y+1"); // the selection alone
+    EXPECT_EQ(toggle_sign({"-(a)", 0, 0}).text, "(a)");     // a bracket the user typed stays
+    EXPECT_EQ(toggle_sign({"", 0, 0}).text, "");
+
+    KeypadLine line = wrap_parentheses({"2*", 2, 2}); // at the end: the caret inside
+    EXPECT_EQ(line.text, "2*()");
+    EXPECT_EQ(line.end, 3u);
+    line = wrap_parentheses({"2*3+4", 2, 2}); // mid-line: to the line's end
+    EXPECT_EQ(line.text, "2*(3+4)");
+    EXPECT_EQ(line.end, 7u);
+    EXPECT_EQ(wrap_parentheses({"a+b*c", 2, 5}).text, "a+(b*c)");
+
+    line = inverse_power({"27", 2, 2});
+    EXPECT_EQ(line.text, "27^(1/)");
+    EXPECT_EQ(line.end, 6u); // before the ")", for the root's degree
+    line = inverse_power({"x+8=1", 0, 3});
+    EXPECT_EQ(line.text, "(x+8)^(1/)=1");
+    EXPECT_EQ(line.end, 9u);
+}
+
 TEST(KeypadText, MemoryAddsAndTakesBackItsLastAddition) {
     KeypadMemory memory;
     EXPECT_NE(memory.remove_last().find("no items saved"), std::string::npos);
