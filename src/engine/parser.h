@@ -81,6 +81,7 @@ public:
     void set_neg_sqrt(bool on) { m_neg_sqrt = on; }
     void set_incremental_display(bool on) { m_incremental_display = on; }
     void set_use_square_brackets(bool on) { m_use_square_brackets = on; }
+    bool use_square_brackets() const { return m_use_square_brackets; }
     PrecformType& answer_format() { return m_answer_format; }
     PrecformType& variable_format() { return m_variable_format; }
 

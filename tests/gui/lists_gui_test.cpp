@@ -7,6 +7,12 @@
 #include "gui/editor/math_editor.h"
 #include "gui/lists/list_pane.h"
 #include "gui/lists/manager_dialog.h"
+#include "gui/shell/main_frame.h"
+#include "gui/tools/function_solver_dialog.h"
+#include "store/ini_file.h"
+
+#include <QAction>
+#include <QCheckBox>
 
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -103,7 +109,75 @@ private Q_SLOTS:
         QVERIFY(functions.add());
         QCOMPARE(window.parser().function_count(), 1);
     }
+
+    void managersSearchCopyAndRememberTheirInstructions();
+    void incrementalValuesChangeEveryDocumentAndTheSetting();
 };
+
+void ListsGuiTest::managersSearchCopyAndRememberTheirInstructions() {
+    ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+    DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+    type_line(window.editor(), QStringLiteral("rate = 0.05"));
+    type_line(window.editor(), QStringLiteral("range = 0, 1, 11"));
+    type_line(window.editor(), QStringLiteral("area(w, h) = w*h"));
+
+    // The managers are made once per document and reused.
+    ManagerDialog* variables = window.open_manager(true, QStringLiteral("range"));
+    QCOMPARE(window.open_manager(true), variables);
+    QCOMPARE(variables->name()->text(), QStringLiteral("range"));
+    variables->name()->setText(QStringLiteral("ra"));
+    QVERIFY(variables->search()); // by its beginning: the first that has it
+    QCOMPARE(variables->name()->text(), QStringLiteral("rate"));
+    variables->name()->setText(QStringLiteral("zeta"));
+    QVERIFY(!variables->search());
+    QCOMPARE(scratch.messages.last(), QStringLiteral("Variables Manager: 'zeta' is not a defined variable!"));
+    QVERIFY(variables->select(QStringLiteral("rate")));
+    QVERIFY(variables->copy_to_editor());
+    QCOMPARE(window.editor()->textCursor().block().text(), QStringLiteral("rate = 0.05"));
+
+    ManagerDialog* functions = window.open_manager(false, QStringLiteral("AREA"));
+    QCOMPARE(functions->value()->text(), QStringLiteral("w*h"));
+    // Hiding the instructions is kept for the next manager.
+    functions->findChild<QCheckBox*>()->setChecked(false);
+    QCOMPARE(scratch.services.settings->GetInt("OPTIONS", "FuncMgrInstructions", 1), 0);
+    QCOMPARE(scratch.services.settings->GetInt("OPTIONS", "VariMgrInstructions", 1), 1);
+
+    // The function list opens the solver on a function of the document; the list prints.
+    window.toggle_list(false);
+    QTableView* view = window.function_list()->view();
+    view->setCurrentIndex(view->model()->index(0, 0));
+    QVERIFY(window.function_list()->printable_html().contains(QStringLiteral("<td>w*h</td>")));
+    FunctionSolverDialog* solver =
+        window.open_solver(window.function_list()->selected_name() + QStringLiteral(" = w*h"), {});
+    solver->parameter_field(0)->setText(QStringLiteral("3"));
+    solver->parameter_field(1)->setText(QStringLiteral("rate*100"));
+    QVERIFY(solver->solve());
+    QCOMPARE(solver->solution(), QStringLiteral("15"));
+}
+
+void ListsGuiTest::incrementalValuesChangeEveryDocumentAndTheSetting() {
+    ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+    MainFrame frame(scratch.services);
+    DocumentWindow* first = frame.new_document();
+    DocumentWindow* second = frame.new_document();
+    for (DocumentWindow* window : {first, second}) {
+        type_line(window->editor(), QStringLiteral("step = 1, 2, 3"));
+        window->toggle_list(true);
+    }
+    const auto shown = [](DocumentWindow* window) {
+        return window->variable_list()->view()->model()->index(0, 1).data().toString();
+    };
+    const QString with_range = shown(first);
+    QAction* incremental = frame.action(QStringLiteral("viewIncrementalVariables"));
+    QVERIFY(incremental->isChecked());
+    incremental->trigger();
+    QCOMPARE(scratch.services.settings->GetInt("OPTIONS", "IncrementalVariables", 1), 0);
+    QVERIFY(shown(first) != with_range);
+    QCOMPARE(shown(second), shown(first));
+    Q_EMIT second->frameCommand(QStringLiteral("viewIncrementalVariables")); // the list's menu asks the frame
+    QCOMPARE(shown(first), with_range);
+    QVERIFY(incremental->isChecked());
+}
 
 QTEST_MAIN(ListsGuiTest)
 #include "lists_gui_test.moc"

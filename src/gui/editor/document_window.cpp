@@ -9,11 +9,15 @@
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
 #include "gui/common/sound_player.h"
+#include "gui/library/library_dialog.h"
+#include "gui/lists/manager_dialog.h"
+#include "gui/tools/function_solver_dialog.h"
 #include "store/ini_file.h"
 
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QLineEdit>
 #include <QSplitter>
 #include <QTextBlock>
 #include <QVBoxLayout>
@@ -71,8 +75,12 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
 }
 
 DocumentWindow::~DocumentWindow() {
-    // The panes read the engine while they go (a list's model, the editor's colouring): they go
-    // first, while the engine and the document are still here.
+    // The panes and dialogs read the engine while they go (a list's model, the editor's
+    // colouring): they go first, while the engine and the document are still here.
+    delete m_library;
+    delete m_variable_manager;
+    delete m_function_manager;
+    delete m_solver;
     delete m_splitter;
 }
 
@@ -218,6 +226,37 @@ void DocumentWindow::toggle_list(bool variables) {
         else sizes << 0;
     }
     m_splitter->setSizes(sizes);
+}
+
+ManagerDialog* DocumentWindow::open_manager(bool variables, const QString& name) {
+    ManagerDialog*& manager = variables ? m_variable_manager : m_function_manager;
+    if (!manager)
+        manager = new ManagerDialog(*this, variables ? ManagerDialog::Kind::Variables : ManagerDialog::Kind::Functions, this);
+    if (!name.isEmpty()) manager->select(name);
+    manager->show();
+    manager->raise();
+    manager->activateWindow();
+    return manager;
+}
+
+LibraryDialog* DocumentWindow::open_library() {
+    if (!m_library) m_library = new LibraryDialog(*this, this);
+    m_library->show();
+    m_library->raise();
+    m_library->activateWindow();
+    m_library->search()->setFocus();
+    return m_library;
+}
+
+FunctionSolverDialog* DocumentWindow::open_solver(const QString& prototype, const QString& description) {
+    if (!m_solver) m_solver = new FunctionSolverDialog(*this, this);
+    // A refusal (a constant, too many parameters) shows in the solver's solution field; a
+    // cancelled save question keeps the function it had.
+    m_solver->configure(prototype, description);
+    m_solver->show();
+    m_solver->raise();
+    m_solver->activateWindow();
+    return m_solver;
 }
 
 bool DocumentWindow::show_graph(int index) {

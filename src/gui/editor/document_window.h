@@ -12,8 +12,11 @@
 class QSplitter;
 
 namespace quorvex::gui {
+class FunctionSolverDialog;
 class GraphWindow;
+class LibraryDialog;
 class ListPane;
+class ManagerDialog;
 }
 
 namespace quorvex::gui {
@@ -47,6 +50,14 @@ public:
     void toggle_list(bool variables);
     ListPane* variable_list() const { return m_variable_list; }
     ListPane* function_list() const { return m_function_list; }
+    // The variables manager (F6) or function manager (F7) of this document, made once and
+    // reused, shown with `name` selected when it is given.
+    ManagerDialog* open_manager(bool variables, const QString& name = {});
+    // The function solver of this document on a function's prototype; null until first opened.
+    FunctionSolverDialog* open_solver(const QString& prototype, const QString& description);
+    FunctionSolverDialog* solver() const { return m_solver; }
+    // The function library browser (F8) of this document, made once and reused.
+    LibraryDialog* open_library();
     // Shows the graph window and draws graph `index` of the document.
     bool show_graph(int index);
     // Adds a graph of the document's function `function` (its full name) over `variable` from
@@ -94,6 +105,9 @@ Q_SIGNALS:
     void functionsChanged();
     // A text for the frame's status bar (the coordinates under the pointer in a graph).
     void statusText(const QString& text);
+    // A pane asks for one of the frame's commands (its QAction's object name), such as the
+    // options or the display of incremental variables, which concern every document.
+    void frameCommand(const QString& action);
 
 protected:
     // Closing the window (its title bar's button, the frame) asks the save question first.
@@ -115,6 +129,10 @@ private:
     GraphWindow* m_graph_window = nullptr;
     ListPane* m_variable_list = nullptr;
     ListPane* m_function_list = nullptr;
+    ManagerDialog* m_variable_manager = nullptr;
+    ManagerDialog* m_function_manager = nullptr;
+    FunctionSolverDialog* m_solver = nullptr;
+    LibraryDialog* m_library = nullptr;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
     std::function<QString()> m_save_as;

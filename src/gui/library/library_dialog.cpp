@@ -170,27 +170,21 @@ void LibraryDialog::show_details() {
     const QString description = m_filter->index(current.row(), Description).data().toString();
     m_details->setText(QStringLiteral("<b>%1</b><br>%2").arg(prototype.toHtmlEscaped(), description.toHtmlEscaped()));
     m_solve->setEnabled(!name.data(k_constant_role).toBool());
-    if (m_solver && m_solver->isVisible()) m_solver->configure(prototype, description);
+    if (FunctionSolverDialog* solver = m_document.solver(); solver && solver->isVisible())
+        solver->configure(prototype, description);
 }
 
 FunctionSolverDialog* LibraryDialog::open_solver() {
     const QModelIndex current = m_view->currentIndex();
     if (!current.isValid()) return nullptr;
     if (SoundPlayer* sounds = m_document.services().sounds) sounds->play(QStringLiteral("QClick.wav"));
-    if (!m_solver) {
-        m_solver = new FunctionSolverDialog(m_document, this);
-        // Beside the browser, where it does not hide the list.
-        m_solver->move(frameGeometry().topRight() + QPoint(8, 0));
-    }
+    const bool first = m_document.solver() == nullptr;
     const QModelIndex name = m_filter->index(current.row(), Name);
-    // A refusal (a constant, too many parameters) is shown in the solver's solution field; a
-    // cancelled save question keeps the function it had.
-    m_solver->configure(name.data(k_prototype_role).toString(),
-                        m_filter->index(current.row(), Description).data().toString());
-    m_solver->show();
-    m_solver->raise();
-    m_solver->activateWindow();
-    return m_solver;
+    FunctionSolverDialog* solver = m_document.open_solver(name.data(k_prototype_role).toString(),
+                                                          m_filter->index(current.row(), Description).data().toString());
+    // Beside the browser, where it does not hide the list.
+    if (first) solver->move(frameGeometry().topRight() + QPoint(8, 0));
+    return solver;
 }
 
 bool LibraryDialog::select_name(const QString& wanted) {

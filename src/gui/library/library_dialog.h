@@ -53,7 +53,6 @@ private:
     QTableView* m_view;
     QLabel* m_details;
     QPushButton* m_solve;
-    FunctionSolverDialog* m_solver = nullptr;
     QFileSystemWatcher* m_watcher;
 };
 

@@ -9,6 +9,10 @@
 #include "gui/editor/math_editor.h"
 
 #include <QAction>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTextDocument>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,15 +37,8 @@ ListPane::ListPane(DocumentWindow& document, Kind kind, QWidget* parent)
     m_view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_view->horizontalHeader()->setStretchLastSection(true);
     m_view->setAlternatingRowColors(true);
-    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
-    const auto add = [this](const QString& text, auto slot) {
-        auto* action = new QAction(text, m_view);
-        connect(action, &QAction::triggered, this, slot);
-        m_view->addAction(action);
-    };
-    add(tr("&Insert into the Editor"), [this] { insert_selection_into_editor(); });
-    add(tr("&Delete"), [this] { delete_selection(); });
-    add(tr("&Clear All..."), [this] { clear_all(); });
+    m_view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_view, &QWidget::customContextMenuRequested, this, &ListPane::show_menu);
     connect(m_view, &QTableView::doubleClicked, this, [this] { insert_selection_into_editor(); });
 
     auto* layout = new QVBoxLayout(this);
@@ -88,12 +85,77 @@ bool ListPane::clear_all() {
     return true;
 }
 
+void ListPane::show_menu(const QPoint& at) {
+    const bool variables = m_kind == Kind::Variables;
+    const bool selected = m_view->currentIndex().isValid();
+    QMenu menu(this);
+    menu.addAction(tr("&Insert into the Editor"), this, &ListPane::insert_selection_into_editor)->setEnabled(selected);
+    menu.addAction(tr("&Delete"), this, &ListPane::delete_selection)->setEnabled(selected);
+    menu.addAction(tr("&Clear All..."), this, &ListPane::clear_all);
+    menu.addSeparator();
+    menu.addAction(variables ? tr("Variables &Manager...") : tr("Function &Manager..."), this,
+                   [this, variables] { m_document.open_manager(variables, selected_name()); });
+    if (variables) {
+        menu.addAction(tr("&Precision and Format..."), this,
+                       [this] { Q_EMIT m_document.frameCommand(QStringLiteral("toolsOptions")); });
+        QAction* incremental = menu.addAction(tr("Incremental Variables' &Values"), this, [this] {
+            Q_EMIT m_document.frameCommand(QStringLiteral("viewIncrementalVariables"));
+        });
+        incremental->setCheckable(true);
+        incremental->setChecked(m_document.services().options.IncrementalVariables);
+    } else {
+        menu.addAction(tr("Function &Solver..."), this, [this] {
+            const QModelIndex current = m_view->currentIndex();
+            const QString prototype = m_model->index(current.row(), 0).data().toString() + QStringLiteral(" = ") +
+                                      m_model->index(current.row(), 1).data().toString();
+            m_document.open_solver(prototype, tr("A function of this document."));
+        })->setEnabled(selected);
+    }
+    menu.addSeparator();
+    menu.addAction(tr("&Print..."), this, &ListPane::print);
+    menu.exec(m_view->viewport()->mapToGlobal(at));
+}
+
+QString ListPane::selected_name() const {
+    const QModelIndex current = m_view->currentIndex();
+    return current.isValid() ? m_model->index(current.row(), 0).data().toString() : QString();
+}
+
 void ListPane::insert_selection_into_editor() {
     const QModelIndex current = m_view->currentIndex();
     if (!current.isValid()) return;
-    const QString name = m_model->index(current.row(), 0).data().toString();
+    // A function goes in with the brackets the editor shows.
+    engine::Parser& parser = m_document.parser();
+    const QString name = m_kind == Kind::Variables || parser.use_square_brackets()
+                             ? m_model->index(current.row(), 0).data().toString()
+                             : QString::fromUtf8(parser.get_func_name_ex(current.row()));
     m_document.editor()->insertPlainText(name);
     m_document.editor()->setFocus();
+}
+
+QString ListPane::printable_html() const {
+    const bool variables = m_kind == Kind::Variables;
+    const QString document = m_document.file_path().isEmpty() ? m_document.untitled_name() : m_document.file_path();
+    QString html = QStringLiteral("<h3>%1 of %2</h3><table cellspacing=0 cellpadding=3 border=1>")
+                       .arg(variables ? tr("Variables") : tr("Functions"), document.toHtmlEscaped());
+    html += QStringLiteral("<tr><th align=left>%1</th><th align=left>%2</th></tr>")
+                .arg(m_model->headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(),
+                     m_model->headerData(1, Qt::Horizontal, Qt::DisplayRole).toString());
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        html += QStringLiteral("<tr><td>%1</td><td>%2</td></tr>")
+                    .arg(m_model->index(row, 0).data().toString().toHtmlEscaped(),
+                         m_model->index(row, 1).data().toString().toHtmlEscaped());
+    return html + QStringLiteral("</table>");
+}
+
+void ListPane::print() {
+    QPrinter printer;
+    QPrintDialog dialog(&printer, this);
+    dialog.setWindowTitle(m_kind == Kind::Variables ? tr("Print Variables") : tr("Print Functions"));
+    if (dialog.exec() != QDialog::Accepted) return;
+    QTextDocument page;
+    page.setHtml(printable_html());
+    page.print(&printer);
 }
 
 void ListPane::keyPressEvent(QKeyEvent* event) {

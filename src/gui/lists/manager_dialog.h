@@ -1,16 +1,19 @@
 #pragma once
 #include <QDialog>
 
+class QCheckBox;
+class QLabel;
 class QLineEdit;
-class QListView;
+class QTableView;
 
 namespace quorvex::gui {
 
 class DocumentWindow;
 
-// The variables manager (F6) and the function manager (F7): a name, a value, and Add, Edit and
-// Delete, every change through the document's hub and so through the engine. The typed name and
-// value are checked first, with the managers' own messages.
+// The variables manager (F6) and the function manager (F7): a name, a value, and Add, Edit,
+// Delete, Search and Copy, every change through the document's hub and so through the engine. The
+// typed name and value are checked first, with the managers' own messages. A short instruction
+// text can be hidden, and stays as the user left it (VariMgrInstructions, FuncMgrInstructions).
 class ManagerDialog : public QDialog {
     Q_OBJECT
 
@@ -23,6 +26,13 @@ public:
     bool add();
     bool edit();
     bool remove();
+    // Selects the name typed (or `name`), whole or by its beginning, and shows its value; false,
+    // after a message, when there is none.
+    bool search();
+    bool select(const QString& name);
+    // Puts the selected definition ("rate = 0.05", "area[w,h] = w*h") at the editor's caret.
+    bool copy_to_editor();
+    void set_instructions(bool shown);
 
 private:
     bool refuse(const std::string& message);
@@ -32,9 +42,11 @@ private:
 
     DocumentWindow& m_document;
     Kind m_kind;
-    QListView* m_list;
+    QTableView* m_list;
     QLineEdit* m_name;
     QLineEdit* m_value;
+    QLabel* m_instructions;
+    QCheckBox* m_show_instructions;
 };
 
 } // namespace quorvex::gui

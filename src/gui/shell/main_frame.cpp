@@ -12,8 +12,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
-#include "gui/library/library_dialog.h"
-#include "gui/lists/manager_dialog.h"
+#include "gui/common/sound_player.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
 
@@ -188,21 +187,18 @@ void MainFrame::create_actions() {
     });
     const auto manager = [this](bool variables) {
         return [this, variables] {
-            DocumentWindow* window = active_document();
-            if (!window) return;
-            ManagerDialog dialog(*window, variables ? ManagerDialog::Kind::Variables : ManagerDialog::Kind::Functions, this);
-            dialog.exec();
+            if (DocumentWindow* window = active_document()) window->open_manager(variables);
         };
     };
     make(QStringLiteral("toolsVariableManager"), tr("&Variables Manager..."), QKeySequence(Qt::Key_F6), manager(true));
     make(QStringLiteral("toolsFunctionManager"), tr("&Function Manager..."), QKeySequence(Qt::Key_F7), manager(false));
     make(QStringLiteral("toolsLibrary"), tr("Function &Library..."), QKeySequence(Qt::Key_F8), [this] {
-        DocumentWindow* window = active_document();
-        if (!window) return;
-        LibraryDialog dialog(*window, this);
-        dialog.exec();
-        window->editor()->setFocus();
+        if (DocumentWindow* window = active_document()) window->open_library();
     });
+    QAction* incremental = make(QStringLiteral("viewIncrementalVariables"), tr("&Incremental Variables' Values"), {},
+                                [this](bool on) { set_incremental_display(on); });
+    incremental->setCheckable(true);
+    incremental->setChecked(m_services.options.IncrementalVariables);
     make(QStringLiteral("graphNew"), tr("&New Graph of a Function..."), {}, [this] { new_function_graph(); });
     make(QStringLiteral("graphSetup"), tr("Graph &Setup..."), {}, [this] { graph_setup(false); });
     make(QStringLiteral("graphWizard"), tr("Graphs &Wizard..."), {}, [this] { graph_setup(true); });
@@ -277,7 +273,8 @@ void MainFrame::create_menus() {
     compute->addAction(action(QStringLiteral("computeAsFraction")));
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    for (const char* name : {"viewKeypad", "viewVariables", "viewFunctions"}) view->addAction(action(QLatin1String(name)));
+    for (const char* name : {"viewKeypad", "viewVariables", "viewFunctions", "viewIncrementalVariables"})
+        view->addAction(action(QLatin1String(name)));
 
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
@@ -357,6 +354,9 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
                 desktop::AutosaveFolder(folder).remove(slot);
             });
     connect(window, &DocumentWindow::saved, this, [this](const QString& path) { remember(path); });
+    connect(window, &DocumentWindow::frameCommand, this, [this](const QString& name) {
+        if (QAction* command = action(name)) command->trigger();
+    });
     connect(window, &DocumentWindow::statusText, this, [this](const QString& text) {
         if (text.isEmpty())
             statusBar()->clearMessage();
@@ -583,6 +583,21 @@ void MainFrame::show_options() {
     OptionsDialog dialog(m_services, active_document() ? &active_document()->parser() : nullptr, this);
     if (dialog.exec() != QDialog::Accepted) return;
     for (DocumentWindow* window : documents()) window->editor()->apply_options();
+    action(QStringLiteral("viewIncrementalVariables"))->setChecked(m_services.options.IncrementalVariables);
+}
+
+void MainFrame::set_incremental_display(bool on) {
+    // One option for every document: the setting, each engine, and each variable list.
+    if (m_services.sounds) m_services.sounds->play(QStringLiteral("QClick.wav"));
+    m_services.options.IncrementalVariables = on;
+    if (m_services.settings) {
+        m_services.settings->WriteString("OPTIONS", "IncrementalVariables", on ? "1" : "0");
+        m_services.settings->Save();
+    }
+    for (DocumentWindow* window : documents()) {
+        window->parser().set_incremental_display(on);
+        Q_EMIT window->variablesChanged();
+    }
 }
 
 } // namespace quorvex::gui

@@ -57,6 +57,8 @@ private:
     void print(bool preview);
     void export_pdf();
     void show_options();
+    // Shows incremental variables' values or their ranges, in every document, and keeps it.
+    void set_incremental_display(bool on);
     void new_function_graph();
     void graph_setup(bool wizard);
     bool close_window(QMdiSubWindow* sub);
