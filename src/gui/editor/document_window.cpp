@@ -240,7 +240,13 @@ ManagerDialog* DocumentWindow::open_manager(bool variables, const QString& name)
 }
 
 LibraryDialog* DocumentWindow::open_library() {
-    if (!m_library) m_library = new LibraryDialog(*this, this);
+    if (!m_library) {
+        m_library = new LibraryDialog(*this, this);
+        // At the document's right, where it leaves the editor's lines (which start at the left)
+        // in view.
+        const QPoint corner = mapToGlobal(QPoint(width(), 0));
+        m_library->move(std::max(0, corner.x() - m_library->width() - 16), corner.y() + 16);
+    }
     m_library->show();
     m_library->raise();
     m_library->activateWindow();

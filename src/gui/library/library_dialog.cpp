@@ -12,7 +12,10 @@
 #include <QDialogButtonBox>
 #include <QFileSystemWatcher>
 #include <QHBoxLayout>
+#include <QCoreApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QScreen>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -107,10 +110,17 @@ LibraryDialog::LibraryDialog(DocumentWindow& document, QWidget* parent)
     layout->addWidget(m_details);
     layout->addLayout(bottom);
 
-    connect(m_search, &QLineEdit::textChanged, this,
-            [this](const QString& text) { static_cast<SearchFilter*>(m_filter)->set_words(text); });
+    // Enter in the search inserts the function found; the arrows walk the list from the field.
+    insert->setDefault(true);
+    for (QPushButton* button : {m_solve, edit_user}) button->setAutoDefault(false);
+    m_search->installEventFilter(this);
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
+        static_cast<SearchFilter*>(m_filter)->set_words(text);
+        select_first_if_none();
+    });
     connect(m_category, &QComboBox::currentIndexChanged, this, [this](int index) {
         static_cast<SearchFilter*>(m_filter)->set_category(index <= 0 ? QString() : m_category->currentText());
+        select_first_if_none();
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryDialog::show_details);
     connect(m_view, &QTableView::doubleClicked, this, &LibraryDialog::insert_selection);
@@ -126,7 +136,7 @@ LibraryDialog::LibraryDialog(DocumentWindow& document, QWidget* parent)
     });
     m_watcher->addPath(user_library_path(m_document));
     reload();
-    resize(760, 520);
+    resize(680, 500);
 }
 
 void LibraryDialog::reload() {
@@ -152,6 +162,22 @@ void LibraryDialog::reload() {
     m_category->setCurrentIndex(std::max(0, m_category->findText(kept)));
     m_view->resizeColumnToContents(Name);
     m_view->resizeColumnToContents(Category);
+}
+
+void LibraryDialog::select_first_if_none() {
+    if (m_view->currentIndex().isValid() || m_filter->rowCount() == 0) return;
+    m_view->setCurrentIndex(m_filter->index(0, Name));
+}
+
+bool LibraryDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_search && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_PageDown || key == Qt::Key_PageUp) {
+            QCoreApplication::sendEvent(m_view, event);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 int LibraryDialog::shown() const { return m_filter->rowCount(); }
@@ -182,8 +208,14 @@ FunctionSolverDialog* LibraryDialog::open_solver() {
     const QModelIndex name = m_filter->index(current.row(), Name);
     FunctionSolverDialog* solver = m_document.open_solver(name.data(k_prototype_role).toString(),
                                                           m_filter->index(current.row(), Description).data().toString());
-    // Beside the browser, where it does not hide the list.
-    if (first) solver->move(frameGeometry().topRight() + QPoint(8, 0));
+    // Beside the browser, where it does not hide the list: to its right when the screen has room.
+    if (first) {
+        const QRect screen = this->screen()->availableGeometry();
+        const QRect browser = frameGeometry();
+        const bool right = browser.right() + 8 + solver->width() <= screen.right();
+        solver->move(right ? browser.right() + 8 : std::max(screen.left(), browser.left() - 8 - solver->width()),
+                     browser.top());
+    }
     return solver;
 }
 
@@ -216,6 +248,9 @@ bool LibraryDialog::insert_selection() {
     cursor.insertText(name + QLatin1Char('[') + selected + QLatin1Char(']'));
     if (selected.isEmpty()) cursor.movePosition(QTextCursor::Left);
     editor->setTextCursor(cursor);
+    // The arguments are typed next, in the editor; the browser stays open beside it.
+    editor->window()->activateWindow();
+    editor->setFocus();
     return true;
 }
 

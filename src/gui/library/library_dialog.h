@@ -42,8 +42,13 @@ public:
     // Selects the row of `name` in the list, the search and category cleared when they hide it.
     bool select_name(const QString& name);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void show_details();
+    // After the list is filtered: a row is current whenever one is shown.
+    void select_first_if_none();
 
     DocumentWindow& m_document;
     QStandardItemModel* m_model;
