@@ -134,6 +134,10 @@ void ListsGuiTest::managersSearchCopyAndRememberTheirInstructions() {
     QVERIFY(variables->select(QStringLiteral("rate")));
     QVERIFY(variables->copy_to_editor());
     QCOMPARE(window.editor()->textCursor().block().text(), QStringLiteral("rate = 0.05"));
+    QVERIFY(variables->select(QStringLiteral("range")));
+    QVERIFY(variables->remove()); // the one before is shown next
+    QCOMPARE(variables->name()->text(), QStringLiteral("rate"));
+    QCOMPARE(variables->value()->text(), QStringLiteral("0.05"));
 
     ManagerDialog* functions = window.open_manager(false, QStringLiteral("AREA"));
     QCOMPARE(functions->value()->text(), QStringLiteral("w*h"));

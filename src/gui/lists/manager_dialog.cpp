@@ -222,6 +222,9 @@ bool ManagerDialog::remove() {
     if (!deleted) return false;
     m_name->clear();
     m_value->clear();
+    // The one before takes the selection, so that a run of deletions can go on from there.
+    const QAbstractItemModel* model = m_list->model();
+    if (model->rowCount() > 0) m_list->setCurrentIndex(model->index(std::max(0, index - 1), 0));
     return true;
 }
 
