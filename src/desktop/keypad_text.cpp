@@ -110,8 +110,11 @@ KeypadLine toggle_sign(KeypadLine line) {
     } else {
         operand = holds_operator(operand) ? "-(" + operand + ")" : "-" + operand;
     }
+    const bool empty = to == from;
     line.text.replace(from, to - from, operand);
-    line.end = selection ? from + operand.size() : from;
+    // Before nothing ("5*" at its end) the caret goes behind the new sign, to type the operand.
+    if (empty) line.start = from + operand.size();
+    line.end = selection ? from + operand.size() : line.start;
     return line;
 }
 
@@ -126,8 +129,10 @@ KeypadLine wrap_parentheses(KeypadLine line) {
 }
 
 KeypadLine inverse_power(KeypadLine line) {
+    const size_t operand = std::min({line.start, line.end, line.text.size()});
     KeypadLine out = apply_operator(std::move(line), "^(1/)", false);
-    const size_t inserted = out.text.rfind("^(1/)");
+    // The first "^(1/)" from the operand on is the one just put behind it.
+    const size_t inserted = out.text.find("^(1/)", operand);
     if (inserted != std::string::npos) out.start = out.end = inserted + 4;
     return out;
 }

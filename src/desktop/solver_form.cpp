@@ -43,7 +43,8 @@ struct Bracket {
 Bracket read_bracket(const std::string& text) {
     Bracket bracket;
     const std::string inside = trim(text);
-    if (inside.empty() || inside[0] == '{') {
+    if (inside.empty()) return bracket; // no parameters at all
+    if (inside[0] == '{') {
         bracket.list = true;
         const size_t close = inside.find('}');
         if (close != std::string::npos) {
@@ -84,7 +85,8 @@ std::optional<SolverForm> read_prototype(const std::string& prototype, std::stri
         form.list_parameters = main.names;
     } else {
         form.parameters = main.names;
-        // "... or {number1,...}" or "... or NAME[{list}, x]": a list form beside the fixed one.
+        // "... or {number1,...}" or "... or NAME[{list}, x]": a list form beside the fixed one;
+        // "NAME[] or NAME[a, b]": parameters that may all be left out.
         if (after.rfind("or", 0) == 0) {
             const std::string rest = trim(after.substr(2));
             const size_t bracket = rest.find('[');
@@ -98,6 +100,9 @@ std::optional<SolverForm> read_prototype(const std::string& prototype, std::stri
                 form.list_alternative = true;
                 form.list_caption = "Number";
                 form.list_parameters = other.names;
+            } else if (!inside.empty() && !other.list && form.parameters.empty()) {
+                form.parameters = other.names;
+                form.parameters_optional = true;
             }
         }
     }
@@ -108,6 +113,12 @@ std::optional<SolverForm> read_prototype(const std::string& prototype, std::stri
         return std::nullopt;
     }
     return form;
+}
+
+bool takes_condition(const std::string& name) {
+    if (name == "c" || name == "condition" || name.rfind("logicalExp", 0) == 0) return true;
+    return name.size() > 1 && name[0] == 'c' &&
+           std::all_of(name.begin() + 1, name.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
 
 std::string compose_call(const SolverForm& form, bool as_list, const std::vector<std::string>& list_values,
@@ -122,7 +133,8 @@ std::string compose_call(const SolverForm& form, bool as_list, const std::vector
         const bool braces = form.list_in_braces;
         call += (braces ? "{" : "") + join(list_values) + (braces ? "}" : "");
         for (const std::string& value : fixed_values) call += "," + value;
-    } else {
+    } else if (!form.parameters_optional ||
+               !std::all_of(fixed_values.begin(), fixed_values.end(), [](const std::string& v) { return v.empty(); })) {
         call += join(fixed_values);
     }
     return call + "]";

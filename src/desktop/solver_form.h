@@ -17,7 +17,12 @@ struct SolverForm {
     bool list_in_braces = true;                // numbers go in {...}; conditions do not
     std::vector<std::string> parameters;       // the fixed form's parameters, in order
     std::vector<std::string> list_parameters;  // the list form's parameters after the list
+    bool parameters_optional = false;          // "NAME[] or NAME[a, b]": all of them, or none
 };
+
+// Whether a parameter of that name takes a condition ("c", "condition", "c1", "logicalExp1"), in
+// which '=' is part of what is typed ("==", ">=").
+bool takes_condition(const std::string& name);
 
 inline constexpr size_t k_max_solver_parameters = 6;
 

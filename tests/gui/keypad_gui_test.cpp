@@ -79,6 +79,17 @@ private Q_SLOTS:
         QVERIFY(keypad.press(QStringLiteral("(x)")));
         QCOMPARE(line(), QStringLiteral("4+(5)"));
 
+        // A character of more than one byte before the caret does not move it.
+        QTextCursor below = editor->textCursor();
+        below.movePosition(QTextCursor::EndOfBlock);
+        below.insertBlock();
+        editor->setTextCursor(below);
+        editor->insertPlainText(QString::fromUtf8("2*π*"));
+        QVERIFY(keypad.press(QString::fromUtf8("±")));
+        QCOMPARE(line(), QString::fromUtf8("2*π*-"));
+        QCOMPARE(editor->textCursor().positionInBlock(), 5);
+        QVERIFY(keypad.press(QStringLiteral("Del line")));
+
         // Two-argument and list functions leave the caret on the first argument.
         QVERIFY(keypad.press(QString::fromUtf8("▼"))); // below the last line: a new one
         QCOMPARE(editor->document()->blockCount(), 3);

@@ -90,6 +90,10 @@ private Q_SLOTS:
         QVERIFY(back.open(QIODevice::ReadOnly));
         QCOMPARE(back.readAll(), QByteArray("1      5      3      4\r\n"));
 
+        // A file that can not be read replaces nothing, even after the user chose to replace.
+        scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!solver.load_list(scratch.file_path(QStringLiteral("missing.txt"))));
+        QCOMPARE(solver.list_values().size(), 4);
         // Loading again asks whether to add (Yes) or replace (No).
         scratch.save_answers = {QMessageBox::No};
         QVERIFY(solver.load_list(saved));
@@ -101,6 +105,27 @@ private Q_SLOTS:
         scratch.save_answers = {QMessageBox::No};
         QVERIFY(solver.configure(QStringLiteral("MEAN[{list}]"), {}));
         QVERIFY(solver.list_values().isEmpty());
+
+        // A refused value stops a Shift+Tab from solving without it; closing the document asks
+        // for the unsaved list, and Cancel keeps the document open.
+        QVERIFY(solver.add_list_value(QStringLiteral("2")));
+        const int said = scratch.messages.size();
+        solver.list_entry()->setText(QStringLiteral("2*"));
+        QTest::keyClick(solver.list_entry(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(scratch.messages.size(), said + 1);
+        QVERIFY(solver.solution().isEmpty());
+    }
+
+    void closingTheDocumentAsksForAnUnsavedList() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        FunctionSolverDialog* solver = window.open_solver(QStringLiteral("MEAN[{list}]"), {});
+        QVERIFY(solver->add_list_value(QStringLiteral("3")));
+        scratch.save_answers = {QMessageBox::Cancel};
+        QVERIFY(!window.may_close([] { return QString(); }));
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("modified or created a list of data points")));
+        scratch.save_answers = {QMessageBox::No};
+        QVERIFY(window.may_close([] { return QString(); }));
     }
 
     void aFunctionWithBothFormsComposesBracesOnlyInTheListForm() {
@@ -124,8 +149,20 @@ private Q_SLOTS:
         QCOMPARE(solver.call(), QStringLiteral("ZSCORE[{2,4,6},4]"));
         QCOMPARE(solver.solution(), QStringLiteral("0"));
 
+        // Parameters that may all be left out; a condition field takes '=' as typed.
+        scratch.save_answers = {QMessageBox::No}; // the list of the form before is not kept
+        QVERIFY(solver.configure(QStringLiteral("RAND[] or RAND[low, high]"), {}));
+        QVERIFY(solver.solve());
+        QCOMPARE(solver.call(), QStringLiteral("RAND[]"));
+        QVERIFY(solver.configure(QStringLiteral("IF[condition, a, b]"), {}));
+        QTest::keyClicks(solver.parameter_field(0), QStringLiteral("2==3"));
+        QCOMPARE(solver.parameter_field(0)->text(), QStringLiteral("2==3"));
+        solver.parameter_field(1)->setText(QStringLiteral("7"));
+        solver.parameter_field(2)->setText(QStringLiteral("8"));
+        QTest::keyClick(solver.parameter_field(2), Qt::Key_Equal); // elsewhere '=' solves
+        QCOMPARE(solver.solution(), QStringLiteral("8"));
+
         // Conditions take '=' as typed: "==" stays in the entry.
-        scratch.save_answers = {QMessageBox::No};
         QVERIFY(solver.configure(QStringLiteral("AND[c1, c2, ...]"), {}));
         QTest::keyClicks(solver.list_entry(), QStringLiteral("2==2"));
         QCOMPARE(solver.list_entry()->text(), QStringLiteral("2==2"));

@@ -301,6 +301,8 @@ bool DocumentWindow::is_modified() const {
 }
 
 bool DocumentWindow::may_close(const std::function<QString()>& save_as) {
+    // The solver's list of data points is the user's work too, kept nowhere else.
+    if (m_solver && !m_solver->may_close()) return false;
     if (!is_modified()) return true;
     const QString text =
         m_path.isEmpty()

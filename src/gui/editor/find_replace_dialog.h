@@ -1,5 +1,6 @@
 #pragma once
 #include <QDialog>
+#include <QPointer>
 
 class QCheckBox;
 class QLabel;
@@ -21,6 +22,8 @@ public:
     // Shows the dialog for `editor`, with the replace fields or without, the editor's selection
     // as the text to find.
     void open_for(QPlainTextEdit* editor, bool replace);
+    // The editor to search from now on (another document became the active one).
+    void set_editor(QPlainTextEdit* editor) { m_editor = editor; }
 
     QLineEdit* find_field() const { return m_find; }
     QLineEdit* replace_field() const { return m_replace; }
@@ -37,7 +40,8 @@ public:
 private:
     int flags(bool backwards) const;
 
-    QPlainTextEdit* m_editor = nullptr;
+    // The editor searched; it goes away with its document, and the dialog then does nothing.
+    QPointer<QPlainTextEdit> m_editor;
     QLineEdit* m_find;
     QLineEdit* m_replace;
     QLabel* m_replace_label;

@@ -33,13 +33,15 @@ MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* pare
 }
 
 desktop::KeypadLine MathEditor::keypad_line() const {
+    // The keypad counts in bytes of UTF-8, the editor in UTF-16 units: the same places either way.
     const QTextCursor cursor = textCursor();
     const QTextBlock block = cursor.block();
-    const int from = block.position();
-    const auto clamp = [&](int position) {
-        return static_cast<size_t>(std::clamp(position - from, 0, static_cast<int>(block.text().length())));
+    const QString text = block.text();
+    const auto bytes_to = [&](int position) {
+        const int at = std::clamp(position - block.position(), 0, static_cast<int>(text.length()));
+        return static_cast<size_t>(text.left(at).toUtf8().size());
     };
-    return {block.text().toStdString(), clamp(cursor.selectionStart()), clamp(cursor.selectionEnd())};
+    return {text.toStdString(), bytes_to(cursor.selectionStart()), bytes_to(cursor.selectionEnd())};
 }
 
 void MathEditor::set_keypad_line(const desktop::KeypadLine& line) {
@@ -50,8 +52,11 @@ void MathEditor::set_keypad_line(const desktop::KeypadLine& line) {
     cursor.setPosition(block.position() + block.text().length(), QTextCursor::KeepAnchor);
     cursor.insertText(QString::fromStdString(line.text));
     cursor.endEditBlock();
-    cursor.setPosition(block.position() + static_cast<int>(line.start));
-    cursor.setPosition(block.position() + static_cast<int>(line.end), QTextCursor::KeepAnchor);
+    const auto units_to = [&line](size_t bytes) {
+        return static_cast<int>(QString::fromUtf8(line.text.data(), static_cast<qsizetype>(std::min(bytes, line.text.size()))).size());
+    };
+    cursor.setPosition(block.position() + units_to(line.start));
+    cursor.setPosition(block.position() + units_to(line.end), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
 }
 

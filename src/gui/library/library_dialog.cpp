@@ -196,7 +196,10 @@ void LibraryDialog::show_details() {
     const QString description = m_filter->index(current.row(), Description).data().toString();
     m_details->setText(QStringLiteral("<b>%1</b><br>%2").arg(prototype.toHtmlEscaped(), description.toHtmlEscaped()));
     m_solve->setEnabled(!name.data(k_constant_role).toBool());
-    if (FunctionSolverDialog* solver = m_document.solver(); solver && solver->isVisible())
+    // An open solver follows to another function, but never drops an unsaved list on the way
+    // (the question would come at every step through the list): Solve asks for that.
+    if (FunctionSolverDialog* solver = m_document.solver();
+        solver && solver->isVisible() && solver->prototype() != prototype && !solver->list_modified())
         solver->configure(prototype, description);
 }
 

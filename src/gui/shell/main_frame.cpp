@@ -74,7 +74,11 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     m_position = new QLabel(this);
     statusBar()->addPermanentWidget(m_position);
     statusBar()->showMessage(tr("Ready"));
-    connect(m_area, &QMdiArea::subWindowActivated, this, [this] { update_actions(); });
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this] {
+        update_actions();
+        // An open Find follows the document the user turns to.
+        if (DocumentWindow* window = active_document(); window && m_find) m_find->set_editor(window->editor());
+    });
     connect(m_autosave_timer, &QTimer::timeout, this, &MainFrame::autosave_now);
     m_autosave_timer->start(k_autosave_ms);
     update_actions();

@@ -53,6 +53,8 @@ FunctionSolverDialog::FunctionSolverDialog(DocumentWindow& document, QWidget* pa
       m_call(new QLineEdit(this)), m_solution(new QLineEdit(this)), m_solve(new QPushButton(tr("S&olve"), this)) {
     setWindowTitle(k_caption);
     setObjectName(QStringLiteral("functionSolver"));
+    m_prototype->setTextFormat(Qt::PlainText);
+    m_description->setTextFormat(Qt::PlainText);
     m_prototype->setWordWrap(true);
     m_prototype->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_description->setWordWrap(true);
@@ -184,6 +186,8 @@ bool FunctionSolverDialog::configure(const QString& prototype, const QString& de
     m_call->clear();
     m_values->setStringList({});
     m_list_modified = false;
+    for (QLineEdit* field : m_fields) field->clear(); // values of another function mean nothing here
+    m_entry->clear();
     std::string error;
     m_form = desktop::read_prototype(prototype.toStdString(), error);
     build_form();
@@ -236,7 +240,7 @@ bool FunctionSolverDialog::add_list_value(const QString& text) {
     const QString value = text.trimmed();
     if (value.isEmpty() || !m_form) return false;
     const bool numeric = m_form->list_caption != "Logical Expression";
-    const std::string problem = desktop::check_solver_value(m_document.parser(), value.toStdString(), numeric);
+    const std::string problem = check(value, numeric);
     if (!problem.empty()) {
         message(text_of(problem));
         return false;
@@ -250,10 +254,11 @@ bool FunctionSolverDialog::add_list_value(const QString& text) {
 }
 
 bool FunctionSolverDialog::load_list(const QString& path) {
+    bool replace = false;
     if (m_values->rowCount() > 0) {
         const int answer = ask(QString::fromLatin1(desktop::solver_text::add_or_replace));
         if (answer == QMessageBox::Cancel) return false;
-        if (answer == QMessageBox::No) m_values->setStringList({});
+        replace = answer == QMessageBox::No;
     }
     MessageReporter reporter(this, m_document.services().collected_messages);
     engine::Parser& parser = m_document.parser();
@@ -262,8 +267,9 @@ bool FunctionSolverDialog::load_list(const QString& path) {
     std::vector<std::string> read;
     const bool ok = desktop::read_solver_list(parser, path.toStdString(), read);
     parser.set_reporter(kept);
+    // The list is replaced only by a file that could be read.
     if (!ok) return false;
-    QStringList values = m_values->stringList();
+    QStringList values = replace ? QStringList() : m_values->stringList();
     for (const std::string& value : read) values << text_of(value);
     m_values->setStringList(values);
     m_list_modified = true;
@@ -289,7 +295,7 @@ bool FunctionSolverDialog::check_fixed_values(QStringList& values) {
     for (size_t i = 0; i < names.size(); ++i) values << m_fields[i]->text().trimmed();
     for (qsizetype i = 0; i < values.size(); ++i) {
         if (values[i].isEmpty()) continue;
-        const std::string problem = desktop::check_solver_value(m_document.parser(), values[i].toStdString(), m_list_form);
+        const std::string problem = check(values[i], m_list_form);
         if (!problem.empty()) {
             message(QString::fromLatin1(desktop::solver_text::value_in_error) + QStringLiteral("\n\n") +
                     text_of(names[static_cast<size_t>(i)]) + QStringLiteral(": ") + text_of(problem));
@@ -299,6 +305,18 @@ bool FunctionSolverDialog::check_fixed_values(QStringList& values) {
     }
     return true;
 }
+
+std::string FunctionSolverDialog::check(const QString& value, bool numeric) {
+    engine::Parser& parser = m_document.parser();
+    const std::string problem = desktop::check_solver_value(parser, value.toStdString(), numeric);
+    // A value such as "x=5" declares what it names: the lists show it.
+    if (parser.var_changed()) Q_EMIT m_document.variablesChanged();
+    return problem;
+}
+
+QString FunctionSolverDialog::prototype() const { return m_prototype->text(); }
+
+bool FunctionSolverDialog::may_close() { return !m_list_modified || offer_to_save_list(); }
 
 QString FunctionSolverDialog::call() const {
     if (!m_form) return {};
@@ -316,7 +334,8 @@ bool FunctionSolverDialog::solve() {
     // A function without parameters is solved as it is; otherwise every value is needed.
     const bool list_empty = m_list_form && m_values->rowCount() == 0;
     const bool fields_empty = !fixed.isEmpty() && fixed.join(QString()).isEmpty();
-    if (list_empty || (!m_list_form && fields_empty)) {
+    if (fields_empty && !m_list_form && m_form->parameters_optional) fixed.clear(); // "RAND[]"
+    else if (list_empty || (!m_list_form && fields_empty)) {
         message(QString::fromLatin1(desktop::solver_text::nothing_to_solve));
         return false;
     }
@@ -347,17 +366,25 @@ void FunctionSolverDialog::set_precision(int digits) { m_precision->setValue(dig
 
 void FunctionSolverDialog::accept_field(QLineEdit* field, bool then_solve) {
     if (field == m_entry) {
+        const bool empty = m_entry->text().trimmed().isEmpty();
         if (add_list_value(m_entry->text())) m_entry->clear();
-        else if (m_entry->text().trimmed().isEmpty() && !then_solve) focusNextChild();
+        else if (!empty) return; // refused, and said why: nothing is solved without it
+        else if (!then_solve) focusNextChild();
     } else {
         const QString value = field->text().trimmed();
         const std::string problem = value.isEmpty() ? std::string()
-                                                    : desktop::check_solver_value(m_document.parser(), value.toStdString(),
-                                                                                  m_list_form);
+                                                    : check(value, m_list_form);
         if (!problem.empty()) return message(text_of(problem));
         if (!then_solve) focusNextChild();
     }
     if (then_solve) solve();
+}
+
+bool FunctionSolverDialog::takes_condition_field(const QLineEdit* field) const {
+    const std::vector<std::string>& names = m_list_form ? m_form->list_parameters : m_form->parameters;
+    for (size_t i = 0; i < names.size() && i < m_fields.size(); ++i)
+        if (m_fields[i] == field) return desktop::takes_condition(names[i]);
+    return false;
 }
 
 bool FunctionSolverDialog::eventFilter(QObject* watched, QEvent* event) {
@@ -374,7 +401,8 @@ bool FunctionSolverDialog::eventFilter(QObject* watched, QEvent* event) {
         return true;
     case Qt::Key_Equal: {
         // Conditions need '=' ("==", ">="); elsewhere it solves, except after ':', '!', '>', '<'.
-        const bool conditions = field == m_entry && m_form && m_form->list_caption == "Logical Expression";
+        const bool conditions = m_form && (field == m_entry ? m_form->list_caption == "Logical Expression"
+                                                             : takes_condition_field(field));
         const int caret = field->cursorPosition();
         const char before = caret > 0 ? field->text().at(caret - 1).toLatin1() : '\0';
         if (conditions || !desktop::decide_key(desktop::EditorKey::Equals, 2, before).compute) break;

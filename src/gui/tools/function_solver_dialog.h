@@ -60,6 +60,11 @@ public:
     QString solution() const;
 
     void set_precision(int digits);
+    // The prototype the form was built from, and whether its list has changed since it was saved.
+    QString prototype() const;
+    bool list_modified() const { return m_list_modified; }
+    // Offers an unsaved list for saving; false when the user cancels (the document stays open).
+    bool may_close();
 
 protected:
     // Tab and Return in a field accept its value (Shift with them: accept and solve); '=' solves
@@ -70,6 +75,8 @@ protected:
 private:
     void build_form();
     void accept_field(QLineEdit* field, bool then_solve);
+    std::string check(const QString& value, bool numeric);
+    bool takes_condition_field(const QLineEdit* field) const;
     bool check_fixed_values(QStringList& values);
     bool offer_to_save_list();
     void copy_to_editor(const QString& text);

@@ -48,6 +48,10 @@ TEST(KeypadText, SignTogglesBackAndBracketsWrapTheOperand) {
     EXPECT_EQ(toggle_sign({"2*y+1", 2, 3}).text, "2*-y+1"); // the selection alone
     EXPECT_EQ(toggle_sign({"-(a)", 0, 0}).text, "(a)");     // a bracket the user typed stays
     EXPECT_EQ(toggle_sign({"", 0, 0}).text, "");
+    KeypadLine sign = toggle_sign({"5*", 2, 2}); // at the line's end: the operand is typed after it
+    EXPECT_EQ(sign.text, "5*-");
+    EXPECT_EQ(sign.start, 3u);
+    EXPECT_EQ(sign.end, 3u);
 
     KeypadLine line = wrap_parentheses({"2*", 2, 2}); // at the end: the caret inside
     EXPECT_EQ(line.text, "2*()");
@@ -60,6 +64,9 @@ TEST(KeypadText, SignTogglesBackAndBracketsWrapTheOperand) {
     line = inverse_power({"27", 2, 2});
     EXPECT_EQ(line.text, "27^(1/)");
     EXPECT_EQ(line.end, 6u); // before the ")", for the root's degree
+    line = inverse_power({"a^(1/)+b", 7, 8}); // an earlier empty root on the line is not the new one
+    EXPECT_EQ(line.text, "a^(1/)+b^(1/)");
+    EXPECT_EQ(line.end, 12u);
     line = inverse_power({"x+8=1", 0, 3});
     EXPECT_EQ(line.text, "(x+8)^(1/)=1");
     EXPECT_EQ(line.end, 9u);

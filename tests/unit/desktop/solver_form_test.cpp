@@ -40,6 +40,21 @@ TEST(SolverForm, PrototypesGiveFixedOrListFormsAndTheCallsComposeFromThem) {
     EXPECT_EQ(form->list_parameters, (std::vector<std::string>{"x"}));
     EXPECT_EQ(compose_call(*form, true, {"1", "3"}, {"2"}), "ZSCORE[{1,3},2]");
 
+    form = read_prototype("RAND[] or RAND[low, high]", error); // all parameters, or none
+    ASSERT_TRUE(form);
+    EXPECT_FALSE(form->list);
+    EXPECT_TRUE(form->parameters_optional);
+    EXPECT_EQ(form->parameters, (std::vector<std::string>{"low", "high"}));
+    EXPECT_EQ(compose_call(*form, false, {}, {"", ""}), "RAND[]");
+    EXPECT_EQ(compose_call(*form, false, {}, {"1", "6"}), "RAND[1,6]");
+    form = read_prototype("f[]", error);
+    ASSERT_TRUE(form);
+    EXPECT_FALSE(form->list);
+    EXPECT_TRUE(form->parameters.empty());
+    EXPECT_TRUE(takes_condition("condition"));
+    EXPECT_TRUE(takes_condition("c2"));
+    EXPECT_FALSE(takes_condition("count"));
+
     form = read_prototype("NTHROOT[X,N] = POW[X,1/(N)]", error); // a library function with its body
     ASSERT_TRUE(form);
     EXPECT_EQ(form->parameters, (std::vector<std::string>{"X", "N"}));
