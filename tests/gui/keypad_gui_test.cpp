@@ -74,6 +74,16 @@ private Q_SLOTS:
         QCOMPARE(line(), QStringLiteral("-(4+5)"));
         QVERIFY(keypad.press(QString::fromUtf8("±")));
         QCOMPARE(line(), QStringLiteral("4+5"));
+        // The caret keys slide a selection along the line.
+        QTextCursor pick = editor->textCursor();
+        const int start = pick.block().position();
+        pick.setPosition(start);
+        pick.setPosition(start + 1, QTextCursor::KeepAnchor);
+        editor->setTextCursor(pick);
+        QVERIFY(keypad.press(QString::fromUtf8("▶")));
+        QCOMPARE(editor->textCursor().selectedText(), QStringLiteral("+"));
+        pick.setPosition(start);
+        editor->setTextCursor(pick);
         QVERIFY(keypad.press(QString::fromUtf8("▶")));
         QVERIFY(keypad.press(QString::fromUtf8("▶")));
         QVERIFY(keypad.press(QStringLiteral("(x)")));

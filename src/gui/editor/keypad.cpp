@@ -17,6 +17,27 @@
 
 namespace quorvex::gui {
 
+namespace {
+
+// The caret keys move a selection whole, both of its ends, so it can be slid along a line.
+void shift_selection(QTextCursor& cursor, int step) {
+    const int anchor = cursor.anchor() + step, position = cursor.position() + step;
+    const int last = cursor.document()->characterCount() - 1;
+    if (std::min(anchor, position) < 0 || std::max(anchor, position) > last) return;
+    cursor.setPosition(anchor);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+}
+
+// MR and ANS type their text at the caret, which then goes to the line's end.
+void recall(MathEditor* editor, const QString& text) {
+    QTextCursor cursor = editor->textCursor();
+    cursor.insertText(text);
+    cursor.movePosition(QTextCursor::EndOfBlock);
+    editor->setTextCursor(cursor);
+}
+
+} // namespace
+
 Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWidget* parent)
     : QDockWidget(tr("Calculator"), parent), m_services(services), m_active(std::move(active)) {
     setObjectName(QStringLiteral("keypad"));
@@ -166,7 +187,7 @@ Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWid
             tell("You must first save the text you would like to recall using the memory save button MS.");
             return;
         }
-        e->insertPlainText(QString::fromStdString(*e->memory().text()));
+        recall(e, QString::fromStdString(*e->memory().text()));
     }, tr("type the memory's text"));
     add(grid, 2, memory + 0, QStringLiteral("MC"), [this, editor] {
         if (MathEditor* e = editor())
@@ -180,13 +201,13 @@ Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWid
             tell("You must first compute an expression in the Math Editor before you can recall it.");
             return;
         }
-        e->insertPlainText(QString::fromStdString(last));
+        recall(e, QString::fromStdString(last));
     }, tr("type the last answer"));
     add(grid, 3, memory + 0, QStringLiteral("DEG"), [this] { set_angle_unit(0); }, tr("angles in degrees"));
     add(grid, 3, memory + 1, QStringLiteral("RAD"), [this] { set_angle_unit(1); }, tr("angles in radians"));
-    add(grid, 4, memory + 0, QString::fromUtf8("◀"), move([](QTextCursor& c) { c.movePosition(QTextCursor::PreviousCharacter); }),
+    add(grid, 4, memory + 0, QString::fromUtf8("◀"), move([](QTextCursor& c) { shift_selection(c, -1); }),
         tr("caret one place left"));
-    add(grid, 4, memory + 1, QString::fromUtf8("▶"), move([](QTextCursor& c) { c.movePosition(QTextCursor::NextCharacter); }),
+    add(grid, 4, memory + 1, QString::fromUtf8("▶"), move([](QTextCursor& c) { shift_selection(c, 1); }),
         tr("caret one place right"));
     add(grid, 5, memory + 0, QString::fromUtf8("⇤"), move([](QTextCursor& c) { c.movePosition(QTextCursor::StartOfBlock); }),
         tr("start of the line"));
