@@ -27,8 +27,7 @@ ListPane::ListPane(DocumentWindow& document, Kind kind, QWidget* parent)
     : QWidget(parent), m_document(document), m_kind(kind), m_view(new QTableView(this)) {
     const bool variables = kind == Kind::Variables;
     setObjectName(variables ? QStringLiteral("variableList") : QStringLiteral("functionList"));
-    m_model = new EngineListModel(document.parser(),
-                                  variables ? EngineListModel::Kind::Variables : EngineListModel::Kind::Functions, this);
+    m_model = new EngineListModel(document.parser(), kind, this);
     m_view->setModel(m_model);
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -1,4 +1,6 @@
 #pragma once
+#include "engine_models.h"
+
 #include <QWidget>
 
 class QTableView;
@@ -6,7 +8,6 @@ class QTableView;
 namespace quorvex::gui {
 
 class DocumentWindow;
-class EngineListModel;
 
 // A document's variables (F11) or functions (F12) as a list beside the editor. Delete removes the
 // selection through the document's hub (asking only for a single item, and always where something
@@ -17,7 +18,7 @@ class ListPane : public QWidget {
     Q_OBJECT
 
 public:
-    enum class Kind { Variables, Functions };
+    using Kind = EngineListModel::Kind;
     ListPane(DocumentWindow& document, Kind kind, QWidget* parent = nullptr);
 
     QTableView* view() const { return m_view; }

@@ -36,8 +36,7 @@ ManagerDialog::ManagerDialog(DocumentWindow& document, Kind kind, QWidget* paren
     const bool variables = kind == Kind::Variables;
     setWindowTitle(variables ? QStringLiteral("Variables Manager") : QStringLiteral("Function Manager"));
     setObjectName(variables ? QStringLiteral("variablesManager") : QStringLiteral("functionManager"));
-    auto* model = new EngineListModel(document.parser(),
-                                      variables ? EngineListModel::Kind::Variables : EngineListModel::Kind::Functions, this);
+    auto* model = new EngineListModel(document.parser(), kind, this);
     m_list->setModel(model);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setSelectionBehavior(QAbstractItemView::SelectRows);

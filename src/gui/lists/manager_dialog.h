@@ -1,4 +1,6 @@
 #pragma once
+#include "engine_models.h"
+
 #include <QDialog>
 
 class QCheckBox;
@@ -18,7 +20,7 @@ class ManagerDialog : public QDialog {
     Q_OBJECT
 
 public:
-    enum class Kind { Variables, Functions };
+    using Kind = EngineListModel::Kind;
     ManagerDialog(DocumentWindow& document, Kind kind, QWidget* parent = nullptr);
 
     QLineEdit* name() const { return m_name; }

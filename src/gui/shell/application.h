@@ -6,13 +6,6 @@
 
 #include <memory>
 
-namespace quorvex::store {
-class IniFile;
-}
-namespace quorvex::desktop {
-class RecentFiles;
-}
-
 namespace quorvex::gui {
 
 class ErrorDialog;
