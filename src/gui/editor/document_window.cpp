@@ -239,6 +239,11 @@ ManagerDialog* DocumentWindow::open_manager(bool variables, const QString& name)
     return manager;
 }
 
+void DocumentWindow::insert_into_editor(const QString& text) {
+    if (graph_shown()) toggle_graph();
+    m_editor->insertPlainText(text);
+}
+
 LibraryDialog* DocumentWindow::open_library() {
     if (!m_library) {
         m_library = new LibraryDialog(*this, this);

@@ -56,6 +56,8 @@ public:
     // The function solver of this document on a function's prototype; null until first opened.
     FunctionSolverDialog* open_solver(const QString& prototype, const QString& description);
     FunctionSolverDialog* solver() const { return m_solver; }
+    // Types `text` at the editor's caret, bringing the editor back in place of a graph first.
+    void insert_into_editor(const QString& text);
     // The function library browser (F8) of this document, made once and reused.
     LibraryDialog* open_library();
     // Shows the graph window and draws graph `index` of the document.

@@ -7,7 +7,6 @@
 #include "gui/common/message_reporter.h"
 #include "gui/common/services.h"
 #include "gui/editor/document_window.h"
-#include "gui/editor/math_editor.h"
 #include "store/ini_file.h"
 
 #include <QCheckBox>
@@ -144,8 +143,7 @@ bool ManagerDialog::copy_to_editor() {
     const QAbstractItemModel* model = m_list->model();
     const QString text = model->index(current.row(), 0).data().toString() + QStringLiteral(" = ") +
                          model->index(current.row(), 1).data().toString();
-    if (m_document.graph_shown()) m_document.toggle_graph();
-    m_document.editor()->insertPlainText(text);
+    m_document.insert_into_editor(text);
     return true;
 }
 

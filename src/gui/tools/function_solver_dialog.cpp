@@ -7,7 +7,6 @@
 #include "gui/common/services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
-#include "gui/editor/math_editor.h"
 #include "store/ini_file.h"
 
 #include <QDialogButtonBox>
@@ -434,10 +433,7 @@ bool FunctionSolverDialog::offer_to_save_list() {
 }
 
 void FunctionSolverDialog::copy_to_editor(const QString& text) {
-    if (text.isEmpty()) return;
-    if (m_document.graph_shown()) m_document.toggle_graph();
-    MathEditor* editor = m_document.editor();
-    editor->textCursor().insertText(text);
+    if (!text.isEmpty()) m_document.insert_into_editor(text);
 }
 
 void FunctionSolverDialog::message(const QString& text) {
