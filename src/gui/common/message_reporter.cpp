@@ -1,5 +1,7 @@
 #include "message_reporter.h"
 
+#include "services.h"
+
 #include <QMessageBox>
 
 namespace quorvex::gui {
@@ -29,6 +31,11 @@ bool MessageReporter::ask(std::string_view text, std::string_view caption) {
     }
     return QMessageBox::question(m_parent, text_of(caption), text_of(text), QMessageBox::Yes | QMessageBox::No) ==
            QMessageBox::Yes;
+}
+
+int ask_user(const Services& services, QWidget* parent, const QString& caption, const QString& text, int buttons) {
+    if (services.answer_save_question) return services.answer_save_question(text);
+    return QMessageBox::question(parent, caption, text, QMessageBox::StandardButtons(buttons), QMessageBox::Yes);
 }
 
 } // namespace quorvex::gui

@@ -3,9 +3,16 @@
 
 #include <QStringList>
 
+class QString;
 class QWidget;
 
 namespace quorvex::gui {
+
+struct Services;
+
+// A question answered with one of `buttons` (QMessageBox::StandardButtons); in tests the services'
+// `answer_save_question` answers instead of a box. The button chosen.
+int ask_user(const Services& services, QWidget* parent, const QString& caption, const QString& text, int buttons);
 
 // The engine's Reporter for a window: each message is a message box over it. Given a list to
 // collect into (tests, batch work), messages are kept there as "caption: text" instead, and every

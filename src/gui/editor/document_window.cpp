@@ -313,11 +313,8 @@ bool DocumentWindow::may_close(const std::function<QString()>& save_as) {
         m_path.isEmpty()
             ? QStringLiteral("Attributes in the file have changed!\n\n Do you wish to save the changes?")
             : QStringLiteral("Attributes in the ' %1 ' file have changed!\n\n Do you wish to save the changes?").arg(m_path);
-    const int answer = m_services.answer_save_question
-                           ? m_services.answer_save_question(text)
-                           : QMessageBox::question(this, QStringLiteral("Save File"), text,
-                                                   QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                                   QMessageBox::Yes);
+    const int answer = ask_user(m_services, this, QStringLiteral("Save File"), text,
+                                QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     if (answer == QMessageBox::Cancel) return false;
     if (answer == QMessageBox::No) return true;
     const QString target = m_path.isEmpty() ? save_as() : m_path;

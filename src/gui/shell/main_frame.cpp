@@ -12,6 +12,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
+#include "gui/common/message_reporter.h"
 #include "gui/common/sound_player.h"
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
@@ -510,10 +511,8 @@ void MainFrame::offer_recovery() {
             tr("Quorvex was stopped before \"%1\" was saved. An automatic copy holds changes made after the last save.\n\n"
                "Do you want to recover them?")
                 .arg(name);
-        const int answer = m_services.answer_save_question
-                               ? m_services.answer_save_question(text)
-                               : QMessageBox::question(this, tr("Recover Document"), text,
-                                                       QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+        const int answer =
+            ask_user(m_services, this, tr("Recover Document"), text, QMessageBox::Yes | QMessageBox::No);
         if (answer == QMessageBox::Yes) {
             std::string bytes;
             if (!store::read_whole_file(each.autosave_path, bytes)) continue;

@@ -442,9 +442,7 @@ void FunctionSolverDialog::message(const QString& text) {
 }
 
 int FunctionSolverDialog::ask(const QString& text) {
-    const Services& services = m_document.services();
-    if (services.answer_save_question) return services.answer_save_question(text);
-    return QMessageBox::question(this, k_caption, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    return ask_user(m_document.services(), this, k_caption, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
 }
 
 } // namespace quorvex::gui
