@@ -1,5 +1,7 @@
 #include "variable.h"
 
+#include "number/fast_decimal.h"
+
 #include <cmath>
 #include <utility>
 
@@ -44,13 +46,29 @@ void Variable::SetVarValue(complex value) {
     m_assigned = true;
 }
 
+namespace {
+
+// A step of a walk is an arithmetic step like any other: through 15 significant digits, so that
+// -10 + 0.1 + 0.1 + ... lands on 0 and on every tenth exactly instead of gathering binary error.
+complex decimal_step(const complex& value, const complex& step, bool forward) {
+    const auto part = [forward](double a, double b) {
+        return forward ? number::decimal_add(a, b) : number::decimal_sub(a, b);
+    };
+    return {part(value.real(), step.real()), part(value.imag(), step.imag())};
+}
+
+} // namespace
+
 void Variable::update_increment() {
     if (m_num_increments == 0) {
         m_incremented = false;
         return;
     }
     auto n = static_cast<double>(m_num_increments);
-    m_increment = {(m_high.real() - m_low.real()) / n, (m_high.imag() - m_low.imag()) / n};
+    const auto width = [n](double high, double low) {
+        return number::decimal_div(number::decimal_sub(high, low), n);
+    };
+    m_increment = {width(m_high.real(), m_low.real()), width(m_high.imag(), m_low.imag())};
     m_incremented = m_low != m_high;
 }
 
@@ -117,7 +135,7 @@ bool Variable::Increment() {
     if (std::abs(m_value - m_high + m_increment) <= tolerance)
         m_value = m_high;
     else
-        m_value += m_increment;
+        m_value = decimal_step(m_value, m_increment, true);
     return true;
 }
 
@@ -128,7 +146,7 @@ bool Variable::Decrement() {
     if (std::abs(m_value - m_low - m_increment) <= tolerance)
         m_value = m_low;
     else
-        m_value -= m_increment;
+        m_value = decimal_step(m_value, m_increment, false);
     return true;
 }
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using namespace quorvex::engine;
 
 TEST(Variable, AWalkVisitsEveryPointAndEndsExactlyOnTheHighLimit) {
@@ -28,6 +30,26 @@ TEST(Variable, AWalkVisitsEveryPointAndEndsExactlyOnTheHighLimit) {
     EXPECT_TRUE(down.Decrement());
     EXPECT_FALSE(down.Decrement());
     EXPECT_EQ(down.value(), complex(5, 0));
+}
+
+TEST(Variable, AWalkStepsInDecimalSoTenthsAndZeroAreHitExactly) {
+    Variable x("x", complex(-10, 0), complex(10, 0), 201);
+    int point = 0;
+    do {
+        // The nearest double of the decimal value, as typing it would give.
+        EXPECT_EQ(x.value().real(), std::stod(std::to_string(point - 100) + "e-1")) << "point " << point;
+        ++point;
+    } while (x.Increment());
+    EXPECT_EQ(point, 201);
+    do {
+        --point;
+        EXPECT_EQ(x.value().real(), std::stod(std::to_string(point - 100) + "e-1")) << "back at " << point;
+    } while (x.Decrement());
+    EXPECT_EQ(point, 0);
+
+    Variable z("z", complex(0, -1), complex(0, 1), 21);
+    for (int k = 0; k < 10; ++k) z.Increment();
+    EXPECT_EQ(z.value(), complex(0, 0));
 }
 
 TEST(Variable, ComplexRangesUseMagnitudesForTheEndTest) {

@@ -113,3 +113,18 @@ TEST_F(Sweep, DataSetsFollowTheFunctionsWithHolesForWhatDoesNotEvaluate) {
     EXPECT_TRUE(ChartData::is_hole(data->y(0, 3)));
     EXPECT_DOUBLE_EQ(data->x(0, 3), 4);
 }
+
+TEST_F(Sweep, TheWalkOfTenthsHitsZeroSoAPoleIsAHoleNotASpike) {
+    declare("f[x] = 1/x");
+    graph.Functions.emplace_back("f[x]", "1/x");
+    sweep_x(-10, 10, 201);
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->x(0, 100), 0.0);
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 100)));
+    EXPECT_EQ(data->x(0, 99), -0.1);
+    EXPECT_EQ(data->y(0, 99), -10.0);
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_EQ(report.errors[0].rfind("An error occured at x = 0 : ", 0), 0u) << report.errors[0];
+}
