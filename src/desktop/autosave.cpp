@@ -3,7 +3,6 @@
 #include "store/atomic_write.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -15,20 +14,66 @@ namespace {
 
 constexpr const char* k_document = ".qvx";
 constexpr const char* k_origin = ".origin";
+constexpr const char* k_lock = ".lock";
+constexpr const char* k_slot_prefix = "document-";
 
 } // namespace
 
 AutosaveFolder::AutosaveFolder(std::string dir) : m_dir(std::move(dir)) {}
 
-std::string AutosaveFolder::new_slot(long process_id, int counter) {
-    return "document-" + std::to_string(process_id) + "-" + std::to_string(counter);
+std::string AutosaveFolder::new_owner(long process_id, long long started_ms) {
+    return std::to_string(process_id) + "_" + std::to_string(started_ms);
 }
 
-long AutosaveFolder::process_of(const std::string& slot) {
-    // "document-PID-N"
+std::string AutosaveFolder::new_slot(const std::string& owner, int counter) {
+    return k_slot_prefix + owner + "-" + std::to_string(counter);
+}
+
+std::string AutosaveFolder::owner_of(const std::string& slot) {
+    // "document-OWNER-N"
     const size_t first = slot.find('-');
-    if (first == std::string::npos) return 0;
-    return std::strtol(slot.c_str() + first + 1, nullptr, 10);
+    const size_t last = slot.rfind('-');
+    if (first == std::string::npos || last <= first) return {};
+    return slot.substr(first + 1, last - first - 1);
+}
+
+std::string AutosaveFolder::lock_path(const std::string& owner) const {
+    return (fs::path(m_dir) / (owner + k_lock)).string();
+}
+
+bool AutosaveFolder::claim(const std::string& owner, ProcessLock& lock) const {
+    std::error_code ignored;
+    fs::create_directories(m_dir, ignored);
+    return lock.acquire(lock_path(owner));
+}
+
+std::vector<RecoverableDocument> AutosaveFolder::recoverable() const {
+    std::vector<RecoverableDocument> found;
+    for (RecoverableDocument& each : candidates()) {
+        const std::string owner = owner_of(each.slot);
+        if (owner.empty() || !ProcessLock::is_held(lock_path(owner))) found.push_back(std::move(each));
+    }
+    return found;
+}
+
+void AutosaveFolder::remove_stale_locks() const {
+    std::vector<fs::path> locks;
+    std::vector<std::string> owners_with_slots;
+    std::error_code error;
+    for (fs::directory_iterator it(m_dir, error), end; !error && it != end; it.increment(error)) {
+        const fs::path file = it->path();
+        if (file.extension() == k_lock)
+            locks.push_back(file);
+        else if (file.extension() == k_origin)
+            owners_with_slots.push_back(owner_of(file.stem().string()));
+    }
+    for (const fs::path& lock : locks) {
+        const std::string owner = lock.stem().string();
+        if (std::find(owners_with_slots.begin(), owners_with_slots.end(), owner) != owners_with_slots.end()) continue;
+        if (ProcessLock::is_held(lock.string())) continue;
+        std::error_code ignored;
+        fs::remove(lock, ignored);
+    }
 }
 
 std::string AutosaveFolder::path_of(const std::string& slot, const char* extension) const {

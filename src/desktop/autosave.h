@@ -1,4 +1,6 @@
 #pragma once
+#include "process_lock.h"
+
 #include <string>
 #include <vector>
 
@@ -16,14 +18,23 @@ struct RecoverableDocument {
 // The folder where open documents with unsaved changes are copied every few minutes. Each open
 // document has a slot: SLOT.qvx holds the document as a save would write it, SLOT.origin the path
 // of its file and its title. A slot is removed when the document is saved or closed, so a slot
-// that remains after the program ends marks work that would otherwise be lost.
+// that remains after the program ends marks work that would otherwise be lost. Each running
+// program owns its slots under a name of its own and holds OWNER.lock while it runs: slots whose
+// owner holds no lock are left over.
 class AutosaveFolder {
 public:
     explicit AutosaveFolder(std::string dir);
 
     const std::string& dir() const { return m_dir; }
-    // A slot name no other running copy of the program uses: the process id and a counter.
-    static std::string new_slot(long process_id, int counter);
+    // An owner name no other copy of the program uses, now or later: the process id and the
+    // start time (a process id alone comes back for another process).
+    static std::string new_owner(long process_id, long long started_ms);
+    // The slot name of an owner's `counter`th document.
+    static std::string new_slot(const std::string& owner, int counter);
+    static std::string owner_of(const std::string& slot);
+    std::string lock_path(const std::string& owner) const;
+    // Takes the owner's lock (making the folder); false when the folder can not be written.
+    bool claim(const std::string& owner, ProcessLock& lock) const;
 
     // Replaces the slot's content; false with `error` set when the folder or file can not be
     // written.
@@ -31,17 +42,12 @@ public:
                const std::string& document_text, std::string* error = nullptr) const;
     void remove(const std::string& slot) const;
 
-    // The slots worth offering back, oldest first: those of processes no longer running whose
-    // autosave is newer than their file (or whose file is gone, or that never had one).
-    // `is_running(pid)` tells whether a process id is alive.
-    template <typename IsRunning> std::vector<RecoverableDocument> recoverable(IsRunning is_running) const {
-        std::vector<RecoverableDocument> found;
-        for (RecoverableDocument& each : candidates())
-            if (!is_running(process_of(each.slot))) found.push_back(std::move(each));
-        return found;
-    }
-
-    static long process_of(const std::string& slot);
+    // The slots worth offering back, oldest first: those whose owner holds no lock (it ended,
+    // however) and whose autosave is newer than their file (or whose file is gone, or that never
+    // had one).
+    std::vector<RecoverableDocument> recoverable() const;
+    // Removes the lock files that nobody holds and no slot needs.
+    void remove_stale_locks() const;
 
 private:
     std::vector<RecoverableDocument> candidates() const;

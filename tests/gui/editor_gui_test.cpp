@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTextBlock>
+#include <QLabel>
 #include <QtTest>
 
 #include <memory>
@@ -51,6 +52,11 @@ struct Program : ScratchServices {
 
 
 QStringList lines_of(MathEditor* editor) { return editor->toPlainText().split(QLatin1Char('\n')); }
+
+// The autosaved documents in the folder, without the running program's lock.
+QStringList slot_files(const QString& dir) {
+    return QDir(dir).entryList({QStringLiteral("*.qvx"), QStringLiteral("*.origin")}, QDir::Files);
+}
 
 } // namespace
 
@@ -242,7 +248,7 @@ private Q_SLOTS:
             type_line(window->editor(), QStringLiteral("k*2"));
             program.frame->autosave_now();
             autosave_dir = program.file_path(QStringLiteral("autosave"));
-            QCOMPARE(QDir(autosave_dir).entryList(QDir::Files).size(), 2);
+            QCOMPARE(slot_files(autosave_dir).size(), 2);
             // A crash: the slot stays behind, under a process that no longer runs.
             const QString slot = QString::fromStdString(window->autosave_slot());
             const QString dead = QStringLiteral("document-999999999-1");
@@ -263,10 +269,36 @@ private Q_SLOTS:
             QCOMPARE(recovered->file_path(), path);
             QVERIFY(recovered->is_modified());
             QVERIFY(recovered->editor()->toPlainText().contains(QStringLiteral("k*2 = 14")));
-            QVERIFY(QDir(autosave_dir).entryList(QDir::Files).isEmpty());
+            QVERIFY(slot_files(autosave_dir).isEmpty());
             program.save_answers = {QMessageBox::No};
             QVERIFY(program.frame->close());
         }
+    }
+
+    void aFailedAutosaveStaysInSightUntilOneWorks() {
+        Program program(1);
+        DocumentWindow* window = program.frame->new_document();
+        type_line(window->editor(), QStringLiteral("w = 1"));
+        auto* warning = program.frame->findChild<QLabel*>(QStringLiteral("autosaveWarning"));
+        QVERIFY(warning);
+        // A file where the autosave folder should be: nothing can be written there.
+        const QString folder = program.file_path(QStringLiteral("autosave"));
+        QVERIFY(QDir(folder).removeRecursively());
+        QFile blocker(folder);
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        program.frame->autosave_now();
+        QVERIFY(warning->isVisible());
+        QVERIFY(warning->toolTip().contains(window->untitled_name()));
+        QTest::qWait(50); // no timed note: it is still there
+        QVERIFY(warning->isVisible());
+
+        QVERIFY(QFile::remove(folder));
+        program.frame->autosave_now();
+        QVERIFY(!warning->isVisible());
+        QCOMPARE(slot_files(folder).size(), 2);
+        program.save_answers = {QMessageBox::No};
+        QVERIFY(program.frame->close());
     }
 };
 

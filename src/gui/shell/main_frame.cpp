@@ -20,6 +20,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -72,6 +73,14 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
                          action(QStringLiteral("editReplace")), action(QStringLiteral("fileSave")),
                          action(QStringLiteral("toolsVariableManager")), action(QStringLiteral("toolsFunctionManager")),
                          action(QStringLiteral("toolsLibrary"))});
+    m_autosave_warning = new QLabel(this);
+    m_autosave_warning->setObjectName(QStringLiteral("autosaveWarning"));
+    m_autosave_warning->setForegroundRole(QPalette::HighlightedText);
+    m_autosave_warning->setBackgroundRole(QPalette::Highlight);
+    m_autosave_warning->setAutoFillBackground(true);
+    m_autosave_warning->setMargin(2);
+    m_autosave_warning->hide();
+    statusBar()->addPermanentWidget(m_autosave_warning);
     m_position = new QLabel(this);
     statusBar()->addPermanentWidget(m_position);
     statusBar()->showMessage(tr("Ready"));
@@ -80,6 +89,9 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
         // An open Find follows the document the user turns to.
         if (DocumentWindow* window = active_document(); window && m_find) m_find->set_editor(window->editor());
     });
+    // Held while this program runs: the next start tells a crash's slots from a running program's.
+    m_autosave_owner = desktop::AutosaveFolder::new_owner(::getpid(), QDateTime::currentMSecsSinceEpoch());
+    desktop::AutosaveFolder(autosave_dir(m_services).toStdString()).claim(m_autosave_owner, m_autosave_lock);
     connect(m_autosave_timer, &QTimer::timeout, this, &MainFrame::autosave_now);
     m_autosave_timer->start(k_autosave_ms);
     update_actions();
@@ -351,7 +363,7 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
     QMdiSubWindow* sub = m_area->addSubWindow(window);
     sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->setWindowTitle(window->windowTitle());
-    window->set_autosave_slot(desktop::AutosaveFolder::new_slot(::getpid(), ++m_slot_count));
+    window->set_autosave_slot(desktop::AutosaveFolder::new_slot(m_autosave_owner, ++m_slot_count));
     window->set_save_as_chooser([this, window] { return ask_save_path(window); });
     // However the window goes, its autosave goes with it: it was saved, or the user said No.
     connect(window, &QObject::destroyed, this,
@@ -488,6 +500,7 @@ void MainFrame::closeEvent(QCloseEvent* event) {
 
 void MainFrame::autosave_now() {
     const desktop::AutosaveFolder folder(autosave_dir(m_services).toStdString());
+    QStringList failures;
     for (DocumentWindow* window : documents()) {
         if (!window->is_modified()) {
             folder.remove(window->autosave_slot());
@@ -496,15 +509,27 @@ void MainFrame::autosave_now() {
         std::string text;
         std::string error;
         const QString title = window->file_path().isEmpty() ? window->untitled_name() : window->file_path();
-        if (!window->compose(text) ||
-            !folder.write(window->autosave_slot(), window->file_path().toStdString(), title.toStdString(), text, &error))
-            statusBar()->showMessage(tr("Autosave failed: %1").arg(QString::fromStdString(error)), 8000);
+        if (!window->compose(text))
+            failures << tr("%1: the document could not be composed").arg(title);
+        else if (!folder.write(window->autosave_slot(), window->file_path().toStdString(), title.toStdString(), text,
+                               &error))
+            failures << tr("%1: %2").arg(title, QString::fromStdString(error));
     }
+    // A failure stays in sight until an autosave works again: the user must know that a crash
+    // now would lose work.
+    if (failures.isEmpty()) {
+        m_autosave_warning->hide();
+        return;
+    }
+    m_autosave_warning->setText(tr("Autosave failed: save your work"));
+    m_autosave_warning->setToolTip(tr("The automatic copies could not be written to %1:\n%2")
+                                       .arg(QDir::toNativeSeparators(autosave_dir(m_services)), failures.join(QLatin1Char('\n'))));
+    m_autosave_warning->show();
 }
 
 void MainFrame::offer_recovery() {
     const desktop::AutosaveFolder folder(autosave_dir(m_services).toStdString());
-    const auto found = folder.recoverable([](long pid) { return pid > 0 && ::getpgid(static_cast<pid_t>(pid)) >= 0; });
+    const auto found = folder.recoverable();
     for (const desktop::RecoverableDocument& each : found) {
         const QString name = QString::fromStdString(each.title.empty() ? each.origin_path : each.title);
         const QString text =
@@ -525,6 +550,7 @@ void MainFrame::offer_recovery() {
         }
         folder.remove(each.slot);
     }
+    folder.remove_stale_locks();
 }
 
 void MainFrame::print(bool preview) {

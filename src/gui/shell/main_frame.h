@@ -1,5 +1,9 @@
 #pragma once
+#include "desktop/process_lock.h"
+
 #include <QMainWindow>
+
+#include <string>
 
 class QMdiArea;
 class QMdiSubWindow;
@@ -73,8 +77,12 @@ private:
     QTimer* m_autosave_timer;
     Keypad* m_keypad = nullptr;
     FindReplaceDialog* m_find = nullptr;
+    QLabel* m_autosave_warning = nullptr; // shown from a failed autosave until one works again
     int m_untitled_count = 0;
     int m_slot_count = 0;
+    // This program's name in the autosave folder and the lock that marks it as running.
+    std::string m_autosave_owner;
+    desktop::ProcessLock m_autosave_lock;
 };
 
 } // namespace quorvex::gui

@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 using quorvex::desktop::AutosaveFolder;
+using quorvex::desktop::ProcessLock;
 
 namespace {
 
@@ -17,8 +20,6 @@ struct Folder : ::testing::Test {
     void SetUp() override { fs::remove_all(dir); }
     void TearDown() override { fs::remove_all(dir); }
 };
-
-auto nothing_runs = [](long) { return false; };
 
 } // namespace
 
@@ -30,11 +31,12 @@ TEST_F(Folder, OffersSlotsNewerThanTheirFileAndForgetsRemovedOnes) {
     ASSERT_TRUE(quorvex::store::write_file_atomically(saved_file.string(), "x = 1\r\n"));
     ASSERT_TRUE(quorvex::store::write_file_atomically(stale_file.string(), "x = 1\r\n"));
 
-    const std::string untitled = AutosaveFolder::new_slot(4242, 1);
-    const std::string stale = AutosaveFolder::new_slot(4242, 2);
-    const std::string kept = AutosaveFolder::new_slot(4242, 3);
-    const std::string gone = AutosaveFolder::new_slot(4242, 4);
-    EXPECT_EQ(AutosaveFolder::process_of(stale), 4242);
+    const std::string owner = AutosaveFolder::new_owner(4242, 1700000000000);
+    const std::string untitled = AutosaveFolder::new_slot(owner, 1);
+    const std::string stale = AutosaveFolder::new_slot(owner, 2);
+    const std::string kept = AutosaveFolder::new_slot(owner, 3);
+    const std::string gone = AutosaveFolder::new_slot(owner, 4);
+    EXPECT_EQ(AutosaveFolder::owner_of(stale), owner);
     ASSERT_TRUE(folder.write(untitled, "", "Untitled 1", "a = 2\r\n"));
     ASSERT_TRUE(folder.write(stale, stale_file.string(), "stale.qvx", "x = 2\r\n"));
     ASSERT_TRUE(folder.write(kept, saved_file.string(), "kept.qvx", "x = 1\r\n"));
@@ -44,7 +46,7 @@ TEST_F(Folder, OffersSlotsNewerThanTheirFileAndForgetsRemovedOnes) {
     // The file of `kept` was saved after its autosave: nothing is lost there.
     fs::last_write_time(saved_file, fs::file_time_type::clock::now() + std::chrono::hours(1));
 
-    auto offered = folder.recoverable(nothing_runs);
+    auto offered = folder.recoverable();
     ASSERT_EQ(offered.size(), 3u);
     std::vector<std::string> slots;
     for (const auto& each : offered) slots.push_back(each.slot);
@@ -59,13 +61,76 @@ TEST_F(Folder, OffersSlotsNewerThanTheirFileAndForgetsRemovedOnes) {
         EXPECT_EQ(text, "a = 2\r\n");
     }
 
-    // A slot of a program still running is its own business.
-    EXPECT_TRUE(folder.recoverable([](long pid) { return pid == 4242; }).empty());
+    // A slot of a program still running, which holds its lock, is its own business.
+    ProcessLock running;
+    ASSERT_TRUE(folder.claim(owner, running));
+    EXPECT_TRUE(folder.recoverable().empty());
+    running.release();
+    EXPECT_EQ(folder.recoverable().size(), 3u);
 
     folder.remove(untitled);
     folder.remove(stale);
     folder.remove(gone);
-    EXPECT_TRUE(folder.recoverable(nothing_runs).empty());
+    EXPECT_TRUE(folder.recoverable().empty());
     // A folder that does not exist offers nothing.
-    EXPECT_TRUE(AutosaveFolder((dir / "none").string()).recoverable(nothing_runs).empty());
+    EXPECT_TRUE(AutosaveFolder((dir / "none").string()).recoverable().empty());
+}
+
+TEST_F(Folder, AKilledProgramsSlotsAreOfferedAtOnceThoughItsProcessStillShows) {
+    AutosaveFolder folder((dir / "autosave").string());
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        // The other program: it claims its slots, autosaves, and waits to be killed.
+        const std::string owner = AutosaveFolder::new_owner(::getpid(), 1);
+        ProcessLock lock;
+        const bool ok = folder.claim(owner, lock) && folder.write(AutosaveFolder::new_slot(owner, 1), "", "Untitled 1", "w = 1\r\n");
+        const char answer = ok ? 'y' : 'n';
+        (void)!::write(ready[1], &answer, 1);
+        for (;;) ::pause();
+    }
+    char answer = 0;
+    ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+    ASSERT_EQ(answer, 'y');
+    EXPECT_TRUE(folder.recoverable().empty()); // still running: its lock is held
+
+    ::kill(child, SIGKILL);
+    // Dead but not reaped: its process id still answers, as it did for a few seconds after a kill.
+    siginfo_t info{};
+    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT), 0);
+    EXPECT_EQ(::kill(child, 0), 0);
+    const auto offered = folder.recoverable();
+    ASSERT_EQ(offered.size(), 1u);
+    EXPECT_EQ(offered[0].title, "Untitled 1");
+
+    ::waitpid(child, nullptr, 0);
+    ::close(ready[0]);
+    ::close(ready[1]);
+    // Once its slots are dealt with, the dead program's lock file goes too; a live one stays.
+    folder.remove(offered[0].slot);
+    ProcessLock mine;
+    ASSERT_TRUE(folder.claim("mine", mine));
+    folder.remove_stale_locks();
+    std::vector<std::string> left;
+    for (const auto& entry : fs::directory_iterator(folder.dir())) left.push_back(entry.path().filename().string());
+    EXPECT_EQ(left, std::vector<std::string>{"mine.lock"});
+}
+
+TEST(ProcessLockTest, OneHolderAtATimeAndTheFileGoesWithTheLock) {
+    const std::string path = (fs::temp_directory_path() / ("quorvex-lock-" + std::to_string(::getpid()))).string();
+    ProcessLock first;
+    ASSERT_TRUE(first.acquire(path));
+    EXPECT_TRUE(ProcessLock::is_held(path));
+    EXPECT_TRUE(ProcessLock::is_held(path)); // a probe neither takes nor drops the lock
+    ProcessLock second;
+    EXPECT_FALSE(second.acquire(path));
+    ProcessLock moved = std::move(first);
+    EXPECT_TRUE(moved.held());
+    moved.release();
+    EXPECT_FALSE(fs::exists(path));
+    EXPECT_FALSE(ProcessLock::is_held(path));
+    EXPECT_TRUE(second.acquire(path));
+    EXPECT_FALSE(ProcessLock().acquire("/nonexistent-folder/quorvex.lock"));
 }
