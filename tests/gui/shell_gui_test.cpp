@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 #include <future>
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void aSecondStartHandsItsFileToTheFirst() {
         QTemporaryDir dir;
         SingleInstance first(dir.path());
+        QVERIFY(first.become_first());
         QVERIFY(first.listen());
         QSignalSpy requested(&first, &SingleInstance::fileRequested);
         // The second start is another process; a thread stands in for it, since the hand-over
@@ -47,6 +49,58 @@ private Q_SLOTS:
         // Another data folder is another program: nobody takes its request.
         QTemporaryDir other;
         QVERIFY(!SingleInstance(other.path()).hand_over(QString()));
+    }
+
+    void aRequestIsActedOnAfterItsSocketIsDoneAndKeepsAnyFileName() {
+        QTemporaryDir dir;
+        SingleInstance first(dir.path());
+        QVERIFY(first.become_first());
+        QVERIFY(first.listen());
+        QStringList seen;
+        int depth = 0;
+        connect(&first, &SingleInstance::fileRequested, this, [&](const QString& path) {
+            // As a message box would: an event loop of its own, while the sender hangs up.
+            QCOMPARE(++depth, 1); // one request at a time
+            seen << path;
+            QEventLoop loop;
+            QTimer::singleShot(150, &loop, &QEventLoop::quit);
+            loop.exec();
+            --depth;
+        });
+        const QStringList names{QStringLiteral("two\nlines.qvx"), QStringLiteral("tab\tand\x01bell.qvx"),
+                                QStringLiteral("missing folder/"), QString()};
+        auto taken = std::async(std::launch::async, [&dir, names] {
+            int count = 0;
+            for (const QString& name : names) count += SingleInstance(dir.path()).hand_over(name) ? 1 : 0;
+            return count;
+        });
+        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), names.size(), 10000);
+        QCOMPARE(taken.get(), static_cast<int>(names.size()));
+        for (int i = 0; i < 3; ++i) QCOMPARE(seen[i], QDir::current().absoluteFilePath(names[i]));
+        QCOMPARE(seen[3], QString());
+    }
+
+    void theLockDecidesTheFirstProgramAndManyStartsAllReachIt() {
+        QTemporaryDir dir;
+        SingleInstance first(dir.path());
+        QVERIFY(first.become_first());
+        SingleInstance second(dir.path());
+        QVERIFY(!second.become_first()); // the first is alive: no second first
+        QVERIFY(!second.listen());       // and its socket is never taken over
+        QVERIFY(first.listen());
+        QSignalSpy requested(&first, &SingleInstance::fileRequested);
+        constexpr int k_starts = 30;
+        std::vector<std::future<bool>> starts;
+        for (int i = 0; i < k_starts; ++i)
+            starts.push_back(std::async(std::launch::async, [&dir, i] {
+                return SingleInstance(dir.path()).hand_over(QStringLiteral("f%1.qvx").arg(i));
+            }));
+        QTRY_COMPARE_WITH_TIMEOUT(requested.count(), k_starts, 20000);
+        for (auto& each : starts) QVERIFY(each.get());
+        // ...and it still hears a later one.
+        auto later = std::async(std::launch::async, [&dir] { return SingleInstance(dir.path()).hand_over(QString()); });
+        QTRY_COMPARE_WITH_TIMEOUT(requested.count(), k_starts + 1, 10000);
+        QVERIFY(later.get());
     }
 
     void longWorkShowsProgressAndHearsStop() {

@@ -50,8 +50,11 @@ bool Application::start() {
     const QString file = QString::fromStdString(m_options.file);
     if (!m_options.new_instance) {
         auto* instance = new SingleInstance(m_services.data_dir, this);
-        if (instance->hand_over(file)) return false;
-        if (instance->listen()) m_instance = instance;
+        // The first program is the holder of the lock; a later one hands its file over. When the
+        // first does not answer it runs on its own, leaving the first's socket alone, unless the
+        // first ended meanwhile.
+        if (!instance->become_first() && instance->hand_over(file)) return false;
+        if (instance->become_first() && instance->listen()) m_instance = instance;
     }
     m_frame = std::make_unique<MainFrame>(m_services);
     m_services.error_dialog = new ErrorDialog(m_frame.get());
