@@ -63,6 +63,9 @@ bool Document::ReadText(std::string_view bytes) {
     const bool loaded = ReadVariables(ini) && step("Opening File...", 15) && ReadFunctions(ini) &&
                         step("Opening File...", 25);
     if (!loaded) return false;
+    // What was read is what the file holds, also when it declares nothing (a plain text).
+    m_parser.set_vars_saved(true);
+    m_parser.set_funcs_saved(true);
     ReadSettings(ini);
     if (!step("Opening File...", 35)) return false;
     ReadFont(ini);

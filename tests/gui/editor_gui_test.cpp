@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 
 using namespace quorvex;
@@ -273,6 +274,55 @@ private Q_SLOTS:
             program.save_answers = {QMessageBox::No};
             QVERIFY(program.frame->close());
         }
+    }
+
+    void aFileChangedOrRemovedByAnotherProgramIsNeverOverwrittenWithoutAWord() {
+        Program program(1);
+        DocumentWindow* window = program.frame->new_document();
+        type_line(window->editor(), QStringLiteral("v = 1"));
+        QVERIFY(program.frame->save_document(window, false));
+        const QString path = window->file_path();
+        std::string saved;
+        QVERIFY(store::read_whole_file(path.toStdString(), saved));
+        QVERIFY(saved.rfind("v = 1\r\n", 0) == 0);
+        // The saved document with its first line replaced, written as an editor saves: a new file.
+        const auto write_outside = [&path, &saved](const char* first_line) {
+            QVERIFY(store::write_file_atomically(path.toStdString(), first_line + saved.substr(5)));
+        };
+        const auto asked = [&program](const QString& what) {
+            return std::count_if(program.messages.cbegin(), program.messages.cend(),
+                                 [&what](const QString& m) { return m.contains(what); });
+        };
+
+        // Changed while open and unchanged here: reloaded on Yes.
+        write_outside("v = 5");
+        QTRY_COMPARE(asked(QStringLiteral("was changed by another program.")), 1);
+        QCOMPARE(lines_of(window->editor()).first(), QStringLiteral("v = 5"));
+        QVERIFY(!window->is_modified());
+
+        // Declined: the text stays, the next save asks, and No leaves the other program's file.
+        program.save_answers = {QMessageBox::No, QMessageBox::No};
+        write_outside("w = 9");
+        QTRY_COMPARE(asked(QStringLiteral("was changed by another program.")), 2);
+        QCOMPARE(lines_of(window->editor()).first(), QStringLiteral("v = 5"));
+        QVERIFY(!program.frame->save_document(window, false));
+        QCOMPARE(asked(QStringLiteral("Do you want to overwrite it?")), 1);
+        std::string on_disk;
+        QVERIFY(store::read_whole_file(path.toStdString(), on_disk));
+        QVERIFY(QString::fromStdString(on_disk).startsWith(QStringLiteral("w = 9\r\n")));
+        QVERIFY(program.frame->save_document(window, false)); // Yes this time
+        QVERIFY(store::read_whole_file(path.toStdString(), on_disk));
+        QVERIFY(QString::fromStdString(on_disk).startsWith(QStringLiteral("v = 5")));
+
+        // The same bytes written again are no change; a removed file is said and counts as unsaved.
+        QVERIFY(store::write_file_atomically(path.toStdString(), on_disk));
+        QTest::qWait(400);
+        QCOMPARE(asked(QStringLiteral("was changed by another program.")), 2);
+        QVERIFY(QFile::remove(path));
+        QTRY_COMPARE(asked(QStringLiteral("was deleted or moved by another program")), 1);
+        QVERIFY(window->is_modified());
+        QVERIFY(program.frame->save_document(window, false));
+        QVERIFY(QFile::exists(path));
     }
 
     void aFailedAutosaveStaysInSightUntilOneWorks() {

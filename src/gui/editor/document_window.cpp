@@ -16,6 +16,8 @@
 
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QTimer>
 #include <QMessageBox>
 #include <QLineEdit>
 #include <QSplitter>
@@ -131,7 +133,83 @@ bool DocumentWindow::load(const QString& path) {
     show_text();
     m_editor->document()->setModified(false);
     update_caption();
+    watch_file();
     return true;
+}
+
+void DocumentWindow::watch_file() {
+    m_on_disk = desktop::FileStamp::of(m_path.toStdString());
+    m_declined = {};
+    m_removed_on_disk = false;
+    if (!m_watcher) {
+        m_watcher = new QFileSystemWatcher(this);
+        // Several notices come for one save by another program: the file is looked at once,
+        // when they have settled.
+        auto* settle = new QTimer(this);
+        settle->setSingleShot(true);
+        settle->setInterval(200);
+        connect(m_watcher, &QFileSystemWatcher::fileChanged, settle, qOverload<>(&QTimer::start));
+        connect(settle, &QTimer::timeout, this, &DocumentWindow::check_file_on_disk);
+    }
+    if (!m_watcher->files().isEmpty()) m_watcher->removePaths(m_watcher->files());
+    if (!m_path.isEmpty()) m_watcher->addPath(m_path);
+}
+
+void DocumentWindow::check_file_on_disk() {
+    if (m_path.isEmpty() || m_checking_disk) return;
+    m_checking_disk = true;
+    const desktop::FileStamp now = desktop::FileStamp::of(m_path.toStdString());
+    // A file replaced by a rename is a new file: the watch follows it.
+    if (now.exists && m_watcher && !m_watcher->files().contains(m_path)) m_watcher->addPath(m_path);
+    if (!now.exists && !m_removed_on_disk && m_on_disk.exists) {
+        m_removed_on_disk = true;
+        m_reporter.report(QStringLiteral("The file \"%1\" was deleted or moved by another program.\n\n"
+                                         "Its document stays open here; save it to keep it.")
+                              .arg(m_path)
+                              .toStdString(),
+                          "File Changed", engine::MessageKind::Warning);
+        m_parser->set_vars_saved(false); // closing now asks to save
+        update_caption();
+    } else if (now.exists && !(now == m_on_disk) && !(now == m_declined)) {
+        m_removed_on_disk = false;
+        const QString lost = is_modified() ? QStringLiteral("\n\nThe changes made here since it was saved will be lost.")
+                                           : QString();
+        const int answer = ask_user(m_services, this, QStringLiteral("File Changed"),
+                                    QStringLiteral("The file \"%1\" was changed by another program.\n\nDo you want to "
+                                                   "reload it?%2")
+                                        .arg(m_path, lost),
+                                    QMessageBox::Yes | QMessageBox::No);
+        if (answer == QMessageBox::Yes)
+            reload();
+        else
+            m_declined = now;
+    }
+    m_checking_disk = false;
+}
+
+bool DocumentWindow::reload() {
+    std::string before;
+    const bool had_text = compose(before);
+    if (graph_shown()) toggle_graph();
+    if (load(m_path)) return true;
+    // The file no longer reads: what was open comes back, to be saved elsewhere.
+    if (had_text && m_document->ReadText(before)) {
+        show_text();
+        m_editor->document()->setModified(true);
+        update_caption();
+    }
+    return false;
+}
+
+bool DocumentWindow::may_overwrite(const QString& target) {
+    if (m_path.isEmpty() || QFileInfo(target).absoluteFilePath() != m_path) return true;
+    const desktop::FileStamp now = desktop::FileStamp::of(m_path.toStdString());
+    if (!now.exists || now == m_on_disk) return true;
+    return ask_user(m_services, this, QStringLiteral("Save File"),
+                    QStringLiteral("The file \"%1\" was changed by another program since it was opened here.\n\n"
+                                   "Do you want to overwrite it?")
+                        .arg(m_path),
+                    QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 bool DocumentWindow::load_recovered(const std::string& text, const QString& origin) {
@@ -140,6 +218,7 @@ bool DocumentWindow::load_recovered(const std::string& text, const QString& orig
     show_text();
     m_editor->document()->setModified(true);
     update_caption();
+    if (!m_path.isEmpty()) watch_file();
     return true;
 }
 
@@ -152,7 +231,7 @@ bool DocumentWindow::compose(std::string& text) {
 
 bool DocumentWindow::save(const QString& path) {
     const QString target = path.isEmpty() ? m_path : path;
-    if (target.isEmpty()) return false;
+    if (target.isEmpty() || !may_overwrite(target)) return false;
     m_document->Lines.clear();
     for (QTextBlock block = m_editor->document()->begin(); block.isValid(); block = block.next())
         m_document->Lines.push_back(block.text().toStdString());
@@ -165,6 +244,7 @@ bool DocumentWindow::save(const QString& path) {
     m_path = QFileInfo(target).absoluteFilePath();
     m_editor->document()->setModified(false);
     update_caption();
+    watch_file();
     Q_EMIT saved(m_path);
     return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include "desktop/document_hub.h"
+#include "desktop/file_stamp.h"
 #include "document/document.h"
 #include "engine/parser.h"
 #include "gui/common/message_reporter.h"
@@ -9,6 +10,7 @@
 
 #include <memory>
 
+class QFileSystemWatcher;
 class QSplitter;
 
 namespace quorvex::gui {
@@ -96,6 +98,11 @@ public:
     // How a close asks for a file name for a document never saved (the frame's Save As).
     void set_save_as_chooser(std::function<QString()> chooser) { m_save_as = std::move(chooser); }
 
+    // Looks at the file on disk: when another program changed it, offers to reload it; when
+    // another program removed it, says so and counts the document as modified. Runs by itself
+    // when the file is seen to change.
+    void check_file_on_disk();
+
     // The autosave slot of this window.
     const std::string& autosave_slot() const { return m_autosave_slot; }
     void set_autosave_slot(std::string slot) { m_autosave_slot = std::move(slot); }
@@ -117,6 +124,12 @@ protected:
 
 private:
     void show_text();
+    // Remembers what the file holds now and watches it for changes by other programs.
+    void watch_file();
+    bool reload();
+    // Before writing over the document's own file: asks when another program changed it since
+    // it was read or written here. True when the save may go on.
+    bool may_overwrite(const QString& target);
     void apply_font();
     void update_caption();
 
@@ -138,6 +151,11 @@ private:
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;
     std::function<QString()> m_save_as;
+    QFileSystemWatcher* m_watcher = nullptr;
+    desktop::FileStamp m_on_disk;      // the file as last read or written here
+    desktop::FileStamp m_declined;     // a change the user chose not to reload, not asked again
+    bool m_checking_disk = false;
+    bool m_removed_on_disk = false;
 };
 
 } // namespace quorvex::gui

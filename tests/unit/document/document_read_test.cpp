@@ -191,8 +191,12 @@ TEST(DocumentRead, TruncatedAndGarbageFilesNeverBreakTheLoad) {
 TEST(DocumentRead, ReplacesWhatTheEngineHeldAndCanBeCancelled) {
     Editor e;
     e.parser.eval_exp("old = 1", true, false, false);
+    e.parser.eval_exp("f(x) = x", true, false, false);
     ASSERT_TRUE(e.doc.Read(fixture("setup_only.qvx")));
     EXPECT_EQ(e.parser.variable_count(), 0);
+    // A file that declares nothing is read whole: nothing is left to save.
+    EXPECT_TRUE(e.parser.vars_saved());
+    EXPECT_TRUE(e.parser.funcs_saved());
     EXPECT_TRUE(e.doc.Lines.empty());
     EXPECT_TRUE(e.doc.Graphs.empty());
 
