@@ -1,0 +1,164 @@
+#include "sweep_3d.h"
+
+#include "engine/host.h"
+#include "engine/parser.h"
+
+#include <sstream>
+
+namespace quorvex::graph {
+
+namespace {
+
+std::string value_text(double value) {
+    std::ostringstream out;
+    engine::Variable::StreamVariable({value, 0}, out, 10);
+    return out.str();
+}
+
+// An engine variable of the sweep's name for the length of the sweep: an existing one gets its
+// value back afterwards, a missing one is made and removed again.
+class HeldVariable {
+public:
+    HeldVariable(engine::Parser& parser, const std::string& name) : m_parser(parser), m_name(name) {
+        m_existed = parser.is_variable(name.c_str());
+        if (m_existed) {
+            m_saved = parser.get_var_value(name.c_str());
+        } else {
+            parser.eval_exp((name + " = 0").c_str(), true, false, false);
+            parser.ClearLastError();
+        }
+    }
+    ~HeldVariable() {
+        if (m_existed)
+            m_parser.set_var_value(m_saved, m_name.c_str());
+        else if (const int index = m_parser.find_variable(m_name.c_str()); index >= 0)
+            m_parser.delete_variable(index);
+    }
+    HeldVariable(const HeldVariable&) = delete;
+    HeldVariable& operator=(const HeldVariable&) = delete;
+    void set(double value) { m_parser.set_var_value({value, 0}, m_name.c_str()); }
+
+private:
+    engine::Parser& m_parser;
+    std::string m_name;
+    bool m_existed = false;
+    engine::complex m_saved;
+};
+
+bool keep_going(engine::Host* host, SweepReport& report) {
+    if (!host) return true;
+    host->pump();
+    if (host->aborted()) report.cancelled = true;
+    return !report.cancelled;
+}
+
+// The values a ranged variable walks through, in the walk's own decimal steps.
+std::vector<double> walk(const engine::Variable& range) {
+    engine::Variable sweep = range;
+    sweep.ResetIncrement();
+    std::vector<double> values{sweep.value().real()};
+    const auto most = static_cast<size_t>(std::max(1L, range.num_points()));
+    while (values.size() < most && sweep.Increment()) values.push_back(sweep.value().real());
+    return values;
+}
+
+bool evaluate(engine::Parser& parser, const std::string* text, double& out) {
+    if (!text || text->empty()) return false;
+    engine::complex value;
+    parser.eval_exp(text->c_str(), value, true, false, false);
+    if (parser.IsAnError()) {
+        parser.ClearLastError();
+        return false;
+    }
+    out = value.real();
+    return true;
+}
+
+std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& graph, SweepReport& report,
+                                     engine::Host* host) {
+    const engine::Function& function = graph.Functions.front();
+    const std::string& name = function.full_name();
+    const std::string bare = name.substr(0, name.find('['));
+    if (parser.find_function(name.c_str()) < 0 && !parser.is_internal_function(bare.c_str()) &&
+        !parser.is_library_function(bare.c_str())) {
+        report.errors.push_back("\"" + name + "\" could not be found. The graph could not be created!");
+        return std::nullopt;
+    }
+    const std::vector<double> xs = walk(*graph.XAxisVar);
+    const std::vector<double> zs = walk(*graph.ZAxisVar);
+    HeldVariable x(parser, graph.XAxisVar->name());
+    HeldVariable z(parser, graph.ZAxisVar->name());
+    // Mapped at a point of the grid; the next one is tried when the first is singular.
+    int equation = 0;
+    for (size_t tries = 0; tries < 2 && equation == 0; ++tries) {
+        x.set(xs[std::min(tries, xs.size() - 1)]);
+        z.set(zs[std::min(tries, zs.size() - 1)]);
+        parser.ClearLastError();
+        equation = parser.map_expression(name.c_str());
+    }
+    if (equation == 0) {
+        if (const char* why = parser.GetLastError()) report.errors.emplace_back(why);
+        parser.ClearLastError();
+        report.errors.push_back("\"" + name + "\" could not be mapped. Graph could not be created!");
+        return std::nullopt;
+    }
+    const double x_step = xs.size() > 1 ? xs[1] - xs[0] : 0;
+    const double z_step = zs.size() > 1 ? zs[1] - zs[0] : 0;
+    Grid3D grid = Grid3D::regular(xs.size(), zs.size(), xs.front(), zs.front(), x_step, z_step);
+    for (size_t i = 0; i < xs.size() && !report.cancelled; ++i) {
+        x.set(xs[i]);
+        for (size_t j = 0; j < zs.size(); ++j) {
+            z.set(zs[j]);
+            const engine::complex value = parser.solve_equation(equation, false, true);
+            if (parser.IsAnError()) {
+                const char* why = parser.GetLastError();
+                report.errors.push_back("An error occured at " + graph.XAxisVar->name() + " = " + value_text(xs[i]) +
+                                        " and " + graph.ZAxisVar->name() + " = " + value_text(zs[j]) + " : " +
+                                        (why ? why : ""));
+                parser.ClearLastError();
+            } else {
+                grid.set(i, j, value.real());
+            }
+            if (!keep_going(host, report)) break;
+        }
+    }
+    parser.delete_equation(equation);
+    if (report.cancelled) return std::nullopt;
+    return grid;
+}
+
+std::optional<Grid3D> grid_of_sets(engine::Parser& parser, const GraphData& graph) {
+    const StrDataPnts& first = graph.DataSets.front();
+    std::vector<double> xs(first.XPoints.size(), k_grid_hole);
+    for (size_t p = 0; p < xs.size(); ++p) evaluate(parser, first.GetXDataPoint(static_cast<int>(p)), xs[p]);
+    std::vector<double> ys;
+    for (const StrDataPnts& set : graph.DataSets) {
+        double y = k_grid_hole;
+        if (set.ZPoint) evaluate(parser, &*set.ZPoint, y);
+        ys.push_back(y);
+    }
+    Grid3D grid = Grid3D::irregular(xs, ys);
+    size_t j = 0;
+    for (const StrDataPnts& set : graph.DataSets) {
+        for (size_t i = 0; i < xs.size(); ++i) {
+            double value = k_grid_hole;
+            if (evaluate(parser, set.GetYDataPoint(static_cast<int>(i)), value)) grid.set(i, j, value);
+        }
+        ++j;
+    }
+    return grid;
+}
+
+} // namespace
+
+std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
+                               engine::Host* host) {
+    if (!graph.Functions.empty()) {
+        if (!graph.XAxisVar || !graph.ZAxisVar) return std::nullopt;
+        return sweep_function(parser, graph, report, host);
+    }
+    if (graph.DataSets.empty() || graph.DataSets.front().XPoints.empty()) return std::nullopt;
+    return grid_of_sets(parser, graph);
+}
+
+} // namespace quorvex::graph

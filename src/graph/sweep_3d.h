@@ -1,0 +1,25 @@
+#pragma once
+#include "graph_data.h"
+#include "grid_3d.h"
+#include "sweep_2d.h"
+
+#include <optional>
+
+namespace quorvex::engine {
+class Host;
+class Parser;
+} // namespace quorvex::engine
+
+namespace quorvex::graph {
+
+// Turns a 3-D graph into a grid with the document's engine. A function (the first; a 3-D graph
+// has one) is mapped once and run over the X variable (outer) and the Z variable (inner), on a
+// regular grid; a cell where the engine fails is a hole with its message in the report, and only
+// the real part of an answer is drawn. Without functions, the data sets make an irregular grid:
+// the X values of the first set, one line per set at its Z value, the sets' Y values over them.
+// The engine's variables are as they were afterwards, also when the host stops the sweep (then
+// nothing is returned).
+std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
+                               engine::Host* host = nullptr);
+
+} // namespace quorvex::graph

@@ -1,0 +1,104 @@
+// The 3-D sweep against the engine: a function over two variables, holes with their messages,
+// Stop, and data sets as an irregular grid; the engine's variables are left as they were.
+#include "graph/sweep_3d.h"
+
+#include "engine/host.h"
+#include "engine/parser.h"
+#include "functions/builtin_functions.h"
+
+#include <gtest/gtest.h>
+
+using namespace quorvex;
+using namespace quorvex::graph;
+
+namespace {
+
+struct Sweep3D : ::testing::Test {
+    engine::Parser parser{&functions::builtin_functions(), QUORVEX_DATA_DIR};
+    GraphData graph{"g"};
+
+    void declare(const char* line) {
+        parser.eval_exp(line, true, false, false);
+        ASSERT_FALSE(parser.IsAnError()) << line;
+    }
+    void ranges(double x_low, double x_high, long x_points, double z_low, double z_high, long z_points) {
+        graph.XAxisVar = VariableCopy(engine::Variable("x", {x_low, 0}, {x_high, 0}, x_points));
+        graph.ZAxisVar = VariableCopy(engine::Variable("y", {z_low, 0}, {z_high, 0}, z_points));
+    }
+};
+
+// Stops after a number of cells, as a user's Stop does.
+struct StopAfter : engine::Host {
+    explicit StopAfter(int cells) : left(cells) {}
+    bool aborted() const override { return left <= 0; }
+    void pump() override { --left; }
+    int left;
+};
+
+} // namespace
+
+TEST_F(Sweep3D, AFunctionOfTwoVariablesFillsTheGridAndAFailingCellIsAHole) {
+    declare("x = 7");
+    declare("f[x, y] = 1/x + y^2");
+    graph.Functions.emplace_back("f[x,y]", "1/x + y^2");
+    ranges(-1, 1, 5, 0, 2, 3);
+    SweepReport report;
+    const auto grid = sweep_3d(parser, graph, report);
+    ASSERT_TRUE(grid);
+    ASSERT_EQ(grid->nx(), 5u);
+    ASSERT_EQ(grid->ny(), 3u);
+    EXPECT_EQ(grid->x(1), -0.5);
+    EXPECT_EQ(grid->y(2), 2);
+    EXPECT_DOUBLE_EQ(grid->value(4, 1), 2);    // 1/1 + 1
+    EXPECT_DOUBLE_EQ(grid->value(1, 2), 2);    // 1/-0.5 + 4
+    for (size_t j = 0; j < 3; ++j) EXPECT_TRUE(Grid3D::is_hole(grid->value(2, j)));
+    ASSERT_EQ(report.errors.size(), 3u);
+    EXPECT_EQ(report.errors[0].rfind("An error occured at x = 0 and y = 0 : ", 0), 0u) << report.errors[0];
+    EXPECT_EQ(parser.get_var_value("x").real(), 7); // the user's x is back
+    EXPECT_FALSE(parser.is_variable("y"));           // made for the sweep and gone again
+    EXPECT_EQ(parser.equation_count(), 0);
+}
+
+TEST_F(Sweep3D, StopEndsTheSweepAtOnceAndLeavesTheEngineAsItWas) {
+    declare("x = 3");
+    declare("y = 4");
+    declare("g[x, y] = x*y");
+    graph.Functions.emplace_back("g[x,y]", "x*y");
+    ranges(0, 1, 1000, 0, 1, 1000);
+    SweepReport report;
+    StopAfter stop(50);
+    EXPECT_FALSE(sweep_3d(parser, graph, report, &stop));
+    EXPECT_TRUE(report.cancelled);
+    EXPECT_LE(stop.left, 0);
+    EXPECT_GE(stop.left, -1); // not a cell more than it had to
+    EXPECT_EQ(parser.get_var_value("x").real(), 3);
+    EXPECT_EQ(parser.get_var_value("y").real(), 4);
+    EXPECT_EQ(parser.equation_count(), 0);
+
+    graph.Functions.front() = engine::Function("nothing[x,y]", "x");
+    EXPECT_FALSE(sweep_3d(parser, graph, report));
+    EXPECT_NE(report.errors.back().find("could not be found"), std::string::npos);
+}
+
+TEST_F(Sweep3D, DataSetsMakeAnIrregularGridOneLinePerSet) {
+    for (const char* z : {"0.5", "2*1"}) {
+        StrDataPnts set;
+        set.Name = z;
+        set.PutZDataPoint(std::string(z));
+        for (int p = 0; p < 3; ++p) {
+            set.PutXDataPoint(std::to_string(p * p).c_str(), p);
+            set.PutYDataPoint((std::to_string(p) + "+" + z).c_str(), p);
+        }
+        graph.DataSets.push_back(set);
+    }
+    SweepReport report;
+    const auto grid = sweep_3d(parser, graph, report);
+    ASSERT_TRUE(grid);
+    EXPECT_FALSE(grid->is_regular());
+    ASSERT_EQ(grid->nx(), 3u);
+    ASSERT_EQ(grid->ny(), 2u);
+    EXPECT_EQ(grid->x(2), 4);
+    EXPECT_EQ(grid->y(1), 2);
+    EXPECT_DOUBLE_EQ(grid->value(2, 0), 2.5);
+    EXPECT_DOUBLE_EQ(grid->value(1, 1), 3);
+}
