@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
 #include "gui/shell/options_dialog.h"
+#include "screenshots_3d.h"
 
 #include <QApplication>
 #include <QDir>
@@ -178,6 +179,7 @@ bool shoot(const QString& out, const QString& suffix) {
     OptionsDialog options(services, &window->parser(), &frame);
     options.show();
     ok = save(&options, out + QStringLiteral("/options-dialog") + suffix + QStringLiteral(".png")) && ok;
+    ok = shoot_3d(out, suffix) && ok;
     frame.close();
     return ok;
 }

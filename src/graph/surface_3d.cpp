@@ -16,7 +16,7 @@ bool cell_drawn(const Grid3D& grid, Cell c) {
 Vec3 grid_point(const Grid3D& grid, size_t i, size_t j) { return {grid.x(i), grid.y(j), grid.value(i, j)}; }
 
 // The two triangles of a cell, split on the diagonal from (i, j) to (i+1, j+1).
-std::array<std::array<Vec3, 3>, 2> triangles(const Grid3D& grid, Cell c) {
+std::array<Triangle3D, 2> triangles(const Grid3D& grid, Cell c) {
     const Vec3 p00 = grid_point(grid, c.i, c.j), p10 = grid_point(grid, c.i + 1, c.j);
     const Vec3 p11 = grid_point(grid, c.i + 1, c.j + 1), p01 = grid_point(grid, c.i, c.j + 1);
     return {{{p00, p10, p11}, {p00, p11, p01}}};
@@ -91,24 +91,27 @@ std::vector<double> contour_levels(double low, double high, int wanted) {
     return levels;
 }
 
+void contour_pieces(const Triangle3D& triangle, const std::vector<double>& levels, std::vector<Segment3D>& out) {
+    const double low = std::min({triangle[0].z, triangle[1].z, triangle[2].z});
+    const double high = std::max({triangle[0].z, triangle[1].z, triangle[2].z});
+    const auto first = std::upper_bound(levels.begin(), levels.end(), low);
+    for (auto at = first; at != levels.end() && *at < high; ++at) {
+        const double level = *at;
+        Vec3 crossing[2];
+        int found = 0;
+        for (size_t k = 0; k < 3 && found < 2; ++k) {
+            const Vec3& a = triangle[k];
+            const Vec3& b = triangle[(k + 1) % 3];
+            if ((a.z < level) != (b.z < level)) crossing[found++] = between(a, b, level);
+        }
+        if (found == 2) out.push_back({crossing[0], crossing[1], static_cast<size_t>(at - levels.begin())});
+    }
+}
+
 std::vector<Segment3D> contour_segments(const Grid3D& grid, Cell cell, const std::vector<double>& levels) {
     std::vector<Segment3D> segments;
     if (!cell_drawn(grid, cell)) return segments;
-    for (const auto& triangle : triangles(grid, cell)) {
-        const double low = std::min({triangle[0].z, triangle[1].z, triangle[2].z});
-        const double high = std::max({triangle[0].z, triangle[1].z, triangle[2].z});
-        for (size_t l = 0; l < levels.size(); ++l) {
-            const double level = levels[l];
-            if (level <= low || level >= high) continue;
-            std::vector<Vec3> crossing;
-            for (size_t k = 0; k < 3; ++k) {
-                const Vec3& a = triangle[k];
-                const Vec3& b = triangle[(k + 1) % 3];
-                if ((a.z < level) != (b.z < level)) crossing.push_back(between(a, b, level));
-            }
-            if (crossing.size() == 2) segments.push_back({crossing[0], crossing[1], l});
-        }
-    }
+    for (const auto& triangle : triangles(grid, cell)) contour_pieces(triangle, levels, segments);
     return segments;
 }
 
@@ -116,26 +119,28 @@ size_t band_of(double value, const std::vector<double>& levels) {
     return static_cast<size_t>(std::upper_bound(levels.begin(), levels.end(), value) - levels.begin());
 }
 
+void zone_pieces(const Triangle3D& triangle, const std::vector<double>& levels, std::vector<BandPolygon>& out) {
+    const std::vector<Vec3> whole(triangle.begin(), triangle.end());
+    const double low = std::min({triangle[0].z, triangle[1].z, triangle[2].z});
+    const double high = std::max({triangle[0].z, triangle[1].z, triangle[2].z});
+    const size_t first = band_of(low, levels);
+    const size_t last = band_of(high, levels);
+    if (first == last) {
+        out.push_back({whole, first});
+        return;
+    }
+    for (size_t band = first; band <= last; ++band) {
+        std::vector<Vec3> piece = whole;
+        if (band > 0) piece = clip(piece, levels[band - 1], true);
+        if (band < levels.size() && piece.size() >= 3) piece = clip(piece, levels[band], false);
+        if (piece.size() >= 3) out.push_back({std::move(piece), band});
+    }
+}
+
 std::vector<BandPolygon> zone_polygons(const Grid3D& grid, Cell cell, const std::vector<double>& levels) {
     std::vector<BandPolygon> pieces;
     if (!cell_drawn(grid, cell)) return pieces;
-    for (const auto& triangle : triangles(grid, cell)) {
-        const std::vector<Vec3> whole(triangle.begin(), triangle.end());
-        const double low = std::min({triangle[0].z, triangle[1].z, triangle[2].z});
-        const double high = std::max({triangle[0].z, triangle[1].z, triangle[2].z});
-        const size_t first = band_of(low, levels);
-        const size_t last = band_of(high, levels);
-        if (first == last) {
-            pieces.push_back({whole, first});
-            continue;
-        }
-        for (size_t band = first; band <= last; ++band) {
-            std::vector<Vec3> piece = whole;
-            if (band > 0) piece = clip(piece, levels[band - 1], true);
-            if (band < levels.size() && piece.size() >= 3) piece = clip(piece, levels[band], false);
-            if (piece.size() >= 3) pieces.push_back({std::move(piece), band});
-        }
-    }
+    for (const auto& triangle : triangles(grid, cell)) zone_pieces(triangle, levels, pieces);
     return pieces;
 }
 
@@ -144,9 +149,9 @@ std::vector<Vec3> cell_corners(const Grid3D& grid, Cell c) {
             grid_point(grid, c.i, c.j + 1)};
 }
 
-std::array<std::array<Vec3, 3>, 2> cell_triangles(const Grid3D& grid, Cell cell, const Projection3D& projection) {
+std::array<Triangle3D, 2> cell_triangles(const Grid3D& grid, Cell cell, const Projection3D& projection) {
     auto pair = triangles(grid, cell);
-    const auto distance = [&projection](const std::array<Vec3, 3>& t) {
+    const auto distance = [&projection](const Triangle3D& t) {
         const Vec3 centre = projection.normalized({(t[0].x + t[1].x + t[2].x) / 3, (t[0].y + t[1].y + t[2].y) / 3, 0});
         return projection.floor_distance(centre.x, centre.y);
     };

@@ -41,6 +41,10 @@ struct BandPolygon {
     size_t band = 0;
 };
 std::vector<BandPolygon> zone_polygons(const Grid3D& grid, Cell cell, const std::vector<double>& levels);
+// The same for one triangle, to be drawn with it.
+using Triangle3D = std::array<Vec3, 3>;
+void contour_pieces(const Triangle3D& triangle, const std::vector<double>& levels, std::vector<Segment3D>& out);
+void zone_pieces(const Triangle3D& triangle, const std::vector<double>& levels, std::vector<BandPolygon>& out);
 
 // The band a value belongs to.
 size_t band_of(double value, const std::vector<double>& levels);
@@ -48,7 +52,7 @@ size_t band_of(double value, const std::vector<double>& levels);
 // The corners of a cell in data coordinates, in drawing order.
 std::vector<Vec3> cell_corners(const Grid3D& grid, Cell cell);
 // The cell's two triangles, the farther first: a cell seen at a slant may fold over its diagonal.
-std::array<std::array<Vec3, 3>, 2> cell_triangles(const Grid3D& grid, Cell cell, const Projection3D& projection);
+std::array<Triangle3D, 2> cell_triangles(const Grid3D& grid, Cell cell, const Projection3D& projection);
 
 // The grid point shown nearest to a pixel on the surface in front: none when the pixel misses
 // the surface.

@@ -1,0 +1,59 @@
+#pragma once
+#include "graph/grid_3d.h"
+#include "graph/scene_3d.h"
+#include "graph/surface_3d.h"
+#include "graph/view_3d.h"
+
+#include <QPoint>
+#include <QWidget>
+
+namespace quorvex::gui {
+
+// A 3-D graph on screen: draws the scene of a grid and lets the user turn it. Dragging turns the
+// floor (left and right) and the eye's elevation (up and down); Shift+drag changes the
+// perspective; the wheel scales; Home returns to the default view; a click without a drag picks
+// the grid point under the pointer.
+class Graph3DView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Graph3DView(QWidget* parent = nullptr);
+
+    void set_grid(graph::Grid3D grid);
+    void set_style(const graph::Style3D& style);
+    void set_view(const graph::View3D& view);
+    void set_default_view(const graph::View3D& view) { m_default_view = view; }
+    const graph::View3D& view() const { return m_view; }
+    const graph::Grid3D& grid() const { return m_grid; }
+    const graph::Style3D& style() const { return m_style; }
+    // The scene as drawn at the widget's present size.
+    graph::Scene3D scene() const;
+    // The grid point under a pixel of the widget, if any.
+    std::optional<graph::GridPick> pick(const QPoint& at) const;
+    // Changes the scale by `step` (0.1 per margin command: a positive step makes it smaller).
+    void change_scale(double step);
+
+Q_SIGNALS:
+    void viewChanged(const quorvex::graph::View3D& view);
+    void pointPicked(const quorvex::graph::GridPick& pick);
+    void pointerText(const QString& text);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    graph::Projection3D projection() const;
+
+    graph::Grid3D m_grid;
+    graph::Style3D m_style;
+    graph::View3D m_view, m_default_view;
+    QPoint m_press, m_last;
+    bool m_pressed = false, m_dragged = false;
+};
+
+} // namespace quorvex::gui
