@@ -1,5 +1,7 @@
 #include "sweep_2d.h"
 
+#include "graph_limits.h"
+
 #include "engine/host.h"
 #include "engine/parser.h"
 
@@ -195,7 +197,8 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
         delete_equations(parser, mapped);
         for (size_t i = 0; i < graph.Functions.size(); ++i) {
             const engine::Function& function = graph.Functions[i];
-            data.set_label(graph.Functions.size() - 1 - i, function.label().empty() ? function.full_name() : function.label());
+            data.set_label(graph.Functions.size() - 1 - i,
+                           bounded_graph_text(function.label().empty() ? function.full_name() : function.label()));
         }
     }
 
@@ -218,7 +221,7 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
             if (evaluate(set.GetXDataPoint(p), x)) data.set_x(series, static_cast<size_t>(p), x);
             if (evaluate(set.GetYDataPoint(p), y)) data.set_y(series, static_cast<size_t>(p), y);
         }
-        data.set_label(series, set.Label.empty() ? set.Name : set.Label);
+        data.set_label(series, bounded_graph_text(set.Label.empty() ? set.Name : set.Label));
         ++series;
     }
     return data;
