@@ -76,6 +76,11 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
             "Two solutions were found for one or more expressions, would you like to graph both solutions?", k_caption);
         return graph.GraphTwoSolutions;
     };
+    // Bars are refused before anything is computed; a sweep refuses a graph beyond its work itself.
+    if (std::optional<std::string> why = too_many_bars(graph)) {
+        report.errors.push_back(*why);
+        return false;
+    }
     std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches);
     if (!data || report.cancelled) return false;
 

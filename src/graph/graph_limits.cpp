@@ -1,5 +1,10 @@
 #include "graph_limits.h"
 
+#include "graph_types.h"
+
+#include <algorithm>
+#include <cstdint>
+
 namespace quorvex::graph {
 
 namespace {
@@ -65,6 +70,55 @@ std::vector<std::string> cut_graph_texts(GraphData& graph) {
         if (text.size() != note.Text.size()) note.SetNote(text.c_str());
     }
     return messages;
+}
+
+size_t graph_work(const GraphData& graph) {
+    // Saturating: a damaged file may ask for more than a size_t holds.
+    const auto times = [](size_t a, size_t b) { return b != 0 && a > SIZE_MAX / b ? SIZE_MAX : a * b; };
+    const auto points = [](const VariableCopy& variable) {
+        return variable ? static_cast<size_t>(std::max(1L, variable->num_points())) : size_t{1};
+    };
+    size_t work = 0;
+    if (!graph.Functions.empty() && (graph.XAxisVar || graph.ZAxisVar))
+        work = times(times(graph.Functions.size(), points(graph.XAxisVar)), points(graph.ZAxisVar));
+    for (const StrDataPnts& set : graph.DataSets) {
+        const size_t length = std::max(set.XPoints.size(), set.YPoints.size());
+        work = work > SIZE_MAX - length ? SIZE_MAX : work + length;
+    }
+    return work;
+}
+
+std::string graph_work_refusal(size_t work) {
+    return "The graph asks for " + std::to_string(work) +
+           " points (each function at each point of its variable, and each data point); one graph holds at most " +
+           std::to_string(k_max_graph_work) + ". Give the axis variable fewer points, or graph fewer functions.";
+}
+
+std::string graph_work_question(size_t work) {
+    return "The graph has " + std::to_string(work) +
+           " points, which takes a while to compute and draw. Do you want to go on?";
+}
+
+std::optional<std::string> too_many_bars(int type, size_t series, size_t points) {
+    const GraphTypeInfo* info = find_graph_type(type);
+    const int drawn_as = info ? info->drawn_as : type;
+    if (drawn_as == graph_type::Pie) {
+        if (points <= k_max_slices) return std::nullopt;
+        return "A pie graph draws at most " + std::to_string(k_max_slices) + " slices; this one would have " +
+               std::to_string(points) + ". Give it fewer points, or draw it as another type of graph.";
+    }
+    if (drawn_as != graph_type::Bar && drawn_as != graph_type::StackingBar) return std::nullopt;
+    const size_t bars = points != 0 && series > SIZE_MAX / points ? SIZE_MAX : series * points;
+    if (bars <= k_max_bars) return std::nullopt;
+    return "A " + std::string(info ? info->caption : "Bar") + " graph draws at most " + std::to_string(k_max_bars) +
+           " bars (series times points); this one would have " + std::to_string(bars) +
+           ". Give it fewer points, or draw it as a Plot or Line graph.";
+}
+
+std::optional<std::string> too_many_bars(const GraphData& graph) {
+    size_t points = graph.XAxisVar ? static_cast<size_t>(std::max(1L, graph.XAxisVar->num_points())) : 0;
+    for (const StrDataPnts& set : graph.DataSets) points = std::max({points, set.XPoints.size(), set.YPoints.size()});
+    return too_many_bars(graph.Type, graph.Functions.size() + graph.DataSets.size(), points);
 }
 
 } // namespace quorvex::graph

@@ -2,6 +2,7 @@
 #include "graph_data.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,5 +28,24 @@ std::string graph_text_cut_message(const std::string& what, const std::string& g
 // Cuts every title, note and label of `graph` (and the legend texts of its functions and data
 // sets) to k_max_graph_text characters. One message for each text cut.
 std::vector<std::string> cut_graph_texts(GraphData& graph);
+
+// The work of one graph: each function at each point of its axis variables, and each data
+// point. Past k_large_graph_work the user is asked first (it takes seconds); past
+// k_max_graph_work the graph is refused, as it would take minutes and gigabytes.
+inline constexpr size_t k_large_graph_work = 1'000'000;
+inline constexpr size_t k_max_graph_work = 10'000'000;
+size_t graph_work(const GraphData& graph);
+std::string graph_work_refusal(size_t work);
+std::string graph_work_question(size_t work);
+
+// Every bar and every pie slice is an item of its own for the chart, whose layout of them grows
+// faster than their number (100,000 bars take minutes): bar-like graphs are bounded apart.
+inline constexpr size_t k_max_bars = 4'000;
+inline constexpr size_t k_max_slices = 1'000;
+// Why a graph of `type` with `series` series of `points` points can not be drawn as bars or
+// slices; none when it can (or is no bar-like type).
+std::optional<std::string> too_many_bars(int type, size_t series, size_t points);
+// The same for a 2-D graph before it is computed: its series, and its longest sweep or data set.
+std::optional<std::string> too_many_bars(const GraphData& graph);
 
 } // namespace quorvex::graph

@@ -128,3 +128,34 @@ TEST_F(Sweep, TheWalkOfTenthsHitsZeroSoAPoleIsAHoleNotASpike) {
     ASSERT_EQ(report.errors.size(), 1u);
     EXPECT_EQ(report.errors[0].rfind("An error occured at x = 0 : ", 0), 0u) << report.errors[0];
 }
+
+TEST_F(Sweep, AGraphBeyondWhatOneGraphHoldsIsRefusedBeforeItBegins) {
+    declare("x = 3");
+    declare("f[x] = x+1");
+    for (int i = 0; i < 100; ++i) graph.Functions.emplace_back("f[x]", "x+1");
+    sweep_x(0, 1, 10000000); // a thousand million points in all
+    SweepReport report;
+    EXPECT_FALSE(sweep_2d(parser, graph, report));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_EQ(report.errors[0].rfind("The graph asks for 1000000000 points", 0), 0u) << report.errors[0];
+    EXPECT_EQ(parser.equation_count(), 0);
+    EXPECT_EQ(parser.get_var_value("x").real(), 3);
+
+    // A short data set beside a long sweep keeps its own length.
+    graph.Functions.erase(graph.Functions.begin() + 1, graph.Functions.end());
+    sweep_x(0, 1, 1001);
+    StrDataPnts set;
+    set.SetName("two");
+    set.PutXDataPoint(std::string("0"), 0);
+    set.PutYDataPoint(std::string("1"), 0);
+    set.PutXDataPoint(std::string("1"), 1);
+    set.PutYDataPoint(std::string("2"), 1);
+    graph.DataSets.push_back(set);
+    report = {};
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->points(0), 1001u);
+    EXPECT_EQ(data->points(1), 2u);
+    EXPECT_DOUBLE_EQ(data->y(1, 1), 2);
+    EXPECT_TRUE(ChartData::is_hole(data->y(1, 2)));
+}
