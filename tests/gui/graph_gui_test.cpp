@@ -17,6 +17,7 @@
 #include <QChartView>
 #include <QClipboard>
 #include <QLineSeries>
+#include <QValueAxis>
 #include <QtTest>
 
 using namespace quorvex::gui;
@@ -144,6 +145,38 @@ private Q_SLOTS:
 
         window.toggle_graph(); // F9 back to the editor
         QVERIFY(window.editor()->isVisible());
+    }
+
+    void aLongCurveHoldsWhatItsPixelsShowAndAZoomBringsTheDetailBack() {
+        QChartView view;
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.resize(800, 600);
+        view.show();
+        QtChart2D chart(&view);
+        constexpr size_t points = 200000;
+        quorvex::graph::ChartData data(1, 1, points);
+        for (size_t p = 0; p < points; ++p) {
+            const double x = static_cast<double>(p) / 1000;
+            data.set_x(0, p, x);
+            data.set_y(0, p, std::sin(50 * x));
+        }
+        chart.set_type(1);
+        chart.set_data(data);
+        chart.set_bounds({0, 200, -1, 1});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCoreApplication::processEvents();
+        auto* line = qobject_cast<QLineSeries*>(chart.chart()->series().value(0));
+        QVERIFY(line);
+        QVERIFY(line->count() > 1000);   // every column of the plot has its points...
+        QVERIFY(line->count() < 20000);  // ...and no more than four of them
+        QCOMPARE(chart.data().points(), points); // all the data stays at hand
+        // Zoomed into 300 points, each has pixels enough: all are drawn.
+        auto* x_axis = qobject_cast<QValueAxis*>(chart.chart()->axes(Qt::Horizontal).value(0));
+        QVERIFY(x_axis);
+        x_axis->setRange(100.0005, 100.3005);
+        int inside = 0;
+        for (const QPointF& point : line->points()) inside += point.x() > 100.0005 && point.x() < 100.3005;
+        QCOMPARE(inside, 300);
     }
 
     void aSavedGraphIsExportedWithoutAWindow() {
