@@ -17,6 +17,9 @@
 #include <QChartView>
 #include <QClipboard>
 #include <QLineSeries>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
 #include <QValueAxis>
 #include <QtTest>
 
@@ -229,6 +232,41 @@ private Q_SLOTS:
         QVERIFY(!window.add_function_graph("none[x]", "x", 0, 1, 5, &error));
         QVERIFY(error.contains(QStringLiteral("no function of this document")));
         QVERIFY(!window.add_function_graph("inv[x]", "x", 1, 0, 5, &error));
+    }
+
+    void escapeOrStopEndsALongBuildAndLeavesTheDocumentAsItWas() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("x = 7"));
+        type_line(window.editor(), QStringLiteral("wave(x) = SIN(x)*x"));
+        QVERIFY(window.add_function_graph("wave[x]", "x", 0, 10, 11));
+        auto& graph = window.document().Graphs.at(0).Data;
+        graph.XAxisVar = quorvex::graph::VariableCopy(
+            quorvex::engine::Variable("x", quorvex::engine::complex(0, 0), quorvex::engine::complex(1000, 0), 1000000));
+        for (const bool escape : {true, false}) {
+            // The user answers the progress dialog as soon as it shows.
+            bool answered = false;
+            QTimer user;
+            QObject::connect(&user, &QTimer::timeout, &user, [&] {
+                auto* progress = window.findChild<QProgressDialog*>(QStringLiteral("progressDialog"));
+                if (!progress || !progress->isVisible() || answered) return;
+                answered = true;
+                if (escape)
+                    QTest::keyClick(progress, Qt::Key_Escape);
+                else
+                    progress->findChild<QPushButton*>()->click();
+            });
+            user.start(10);
+            const bool drawn = window.graph_window()->draw(0);
+            QVERIFY(answered);
+            QVERIFY(!drawn);
+            QCOMPARE(window.parser().get_var_value("x").real(), 7.0);
+            QCOMPARE(window.parser().equation_count(), 0);
+            QCOMPARE(window.document().Graphs.size(), size_t(1));
+            QCOMPARE(graph.XAxisVar->num_points(), 1000000L);
+            QVERIFY(window.graph_window()->chart().chart()->series().isEmpty()); // no part of a graph
+        }
     }
 };
 
