@@ -4,6 +4,7 @@
 #include "section_writer.h"
 
 #include "graph/graph_colors.h"
+#include "graph/graph_limits.h"
 #include "graph/graph_types.h"
 #include "store/ini_file.h"
 
@@ -307,6 +308,9 @@ void Document::ReadGraph(const store::IniFile& ini, const std::string& section, 
         }
     }
     data.ShowGridLines = ini.GetInt(section, "ShowGridLines", 1);
+    // Titles and notes are laid out by the chart at a cost that grows with the square of their
+    // length: a damaged or hostile file must not hand it a megabyte of header.
+    for (const std::string& message : graph::cut_graph_texts(data)) report(message, k_open_caption);
 }
 
 } // namespace quorvex::document

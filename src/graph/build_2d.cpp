@@ -1,5 +1,6 @@
 #include "build_2d.h"
 
+#include "graph_limits.h"
 #include "graph_types.h"
 
 #include "engine/reporter.h"
@@ -75,6 +76,11 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
             "Two solutions were found for one or more expressions, would you like to graph both solutions?", k_caption);
         return graph.GraphTwoSolutions;
     };
+    // Bars are refused before anything is computed; a sweep refuses a graph beyond its work itself.
+    if (std::optional<std::string> why = too_many_bars(graph)) {
+        report.errors.push_back(*why);
+        return false;
+    }
     std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches);
     if (!data || report.cancelled) return false;
 
@@ -96,7 +102,9 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
         chart.set_series_style(s, series_style(static_cast<int>(s), graph.Type, color, width,
                                                graph.DataAreaBackgroundColor));
     }
-    chart.set_titles(graph.Header, graph.Footer, graph.XAxisTitle, graph.YAxisTitle);
+    // Texts set by the program itself reach the chart bounded too (a file's are cut as it is read).
+    chart.set_titles(bounded_graph_text(graph.Header), bounded_graph_text(graph.Footer),
+                     bounded_graph_text(graph.XAxisTitle), bounded_graph_text(graph.YAxisTitle));
     chart.set_colors(chart_colors_of(graph));
 
     bool log_x = graph.XAxisLogarithmic != 0, log_y = graph.YAxisLogarithmic != 0;
@@ -124,9 +132,10 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     // shows (a label whose point moved is dropped).
     for (auto note = graph.Notes.begin(); note != graph.Notes.end();) {
         if (note->IsNote) {
-            note->Index = chart.add_note(note->Text, note->PosX, note->PosY);
+            note->Index = chart.add_note(bounded_graph_text(note->Text), note->PosX, note->PosY);
         } else if (label_still_fits(*note, *data)) {
-            note->Index = chart.add_point_label(static_cast<size_t>(note->PosX), static_cast<size_t>(note->PosY), note->Text);
+            note->Index = chart.add_point_label(static_cast<size_t>(note->PosX), static_cast<size_t>(note->PosY),
+                                                bounded_graph_text(note->Text));
         } else {
             note = graph.Notes.erase(note);
             continue;

@@ -15,23 +15,33 @@ ChartData::ChartData(int layout, size_t series, size_t points)
       m_y(series, std::vector<double>(points, k_chart_hole)),
       m_labels(series) {}
 
+ChartData::ChartData(const std::vector<size_t>& lengths)
+    : m_layout(2), m_points(lengths.empty() ? 0 : *std::max_element(lengths.begin(), lengths.end())),
+      m_labels(lengths.size()) {
+    m_x.reserve(lengths.size());
+    m_y.reserve(lengths.size());
+    for (const size_t length : lengths) {
+        m_x.emplace_back(length, k_chart_hole);
+        m_y.emplace_back(length, k_chart_hole);
+    }
+}
+
 void ChartData::set_x(size_t series, size_t point, double x) {
-    if (point >= m_points) return;
     const size_t row = m_layout == 1 ? 0 : series;
-    if (row < m_x.size()) m_x[row][point] = x;
+    if (row < m_x.size() && point < m_x[row].size()) m_x[row][point] = x;
 }
 
 void ChartData::set_y(size_t series, size_t point, double y) {
-    if (series < m_y.size() && point < m_points) m_y[series][point] = y;
+    if (series < m_y.size() && point < m_y[series].size()) m_y[series][point] = y;
 }
 
 double ChartData::x(size_t series, size_t point) const {
     const size_t row = m_layout == 1 ? 0 : series;
-    return row < m_x.size() && point < m_points ? m_x[row][point] : k_chart_hole;
+    return row < m_x.size() && point < m_x[row].size() ? m_x[row][point] : k_chart_hole;
 }
 
 double ChartData::y(size_t series, size_t point) const {
-    return series < m_y.size() && point < m_points ? m_y[series][point] : k_chart_hole;
+    return series < m_y.size() && point < m_y[series].size() ? m_y[series][point] : k_chart_hole;
 }
 
 void ChartData::set_label(size_t series, std::string label) {

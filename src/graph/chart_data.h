@@ -12,15 +12,19 @@ namespace quorvex::graph {
 inline constexpr double k_chart_hole = 1e308;
 
 // The numbers of a 2-D chart: series by points, with X and Y values. With layout 1 all series
-// share one X row (what a sweep of functions makes); with layout 2 each series has its own.
+// share one X row (what a sweep of functions makes); with layout 2 each series has its own, and
+// may be shorter than the longest (its points beyond are holes, and take no memory).
 // Every value starts as the hole.
 class ChartData {
 public:
     ChartData(int layout, size_t series, size_t points);
+    // Layout 2 with a length for each series.
+    explicit ChartData(const std::vector<size_t>& lengths);
 
     int layout() const { return m_layout; }
     size_t series() const { return m_y.size(); }
-    size_t points() const { return m_points; }
+    size_t points() const { return m_points; } // of the longest series
+    size_t points(size_t series) const { return series < m_y.size() ? m_y[series].size() : 0; }
 
     void set_x(size_t series, size_t point, double x);
     void set_y(size_t series, size_t point, double y);

@@ -1,6 +1,7 @@
 #include "graph_file.h"
 
 #include "graph_colors.h"
+#include "graph_limits.h"
 
 #include "store/atomic_write.h"
 #include "store/ini_file.h"
@@ -146,8 +147,15 @@ std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string*
     for (const IntKey& key : k_view_keys) graph.*key.member = ini.GetInt(section, key.key, graph.*key.member);
     for (const GraphColorEntry& entry : graph_colors())
         if (is_2d_color(entry)) ini.GetColor(section, file_key(entry), graph.*entry.member, graph.*entry.member);
-    for (size_t s = 0; s < series; ++s)
-        file.data.set_label(s, ini.GetString(section, "SetLabel" + std::to_string(s + 1)));
+    for (size_t s = 0; s < series; ++s) {
+        std::string label = ini.GetString(section, "SetLabel" + std::to_string(s + 1));
+        const size_t length = graph_text_length(label);
+        if (cut_graph_text(label))
+            file.messages.push_back(graph_text_cut_message("label of series " + std::to_string(s + 1), graph.Name, length));
+        file.data.set_label(s, std::move(label));
+    }
+    std::vector<std::string> cut = cut_graph_texts(graph);
+    file.messages.insert(file.messages.begin(), cut.begin(), cut.end());
     return file;
 }
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvex::graph {
 
@@ -13,6 +14,7 @@ namespace quorvex::graph {
 struct GraphFile2D {
     ChartData data{2, 0, 0};
     GraphData graph; // titles, type, view, margins, colours and the series labels' count
+    std::vector<std::string> messages; // what was read otherwise than written (a title cut short)
 };
 
 // Writes `data` as drawn for `graph` to `path`, through a temporary file; false with `error`.

@@ -1,5 +1,6 @@
 #include "setup_checks.h"
 
+#include "graph_limits.h"
 #include "graph_types.h"
 
 #include "engine/parser.h"
@@ -126,13 +127,26 @@ Problem check_type(const GraphData& graph) {
     return std::nullopt;
 }
 
+// How much the graph asks of the machine: refused past what one graph can hold, asked about past
+// what takes a while. Bars and pie slices are bounded apart.
+Problem check_size(const GraphData& graph, bool allow_warnings) {
+    const SetupPage page = graph.Functions.empty() ? SetupPage::Data : SetupPage::Variables;
+    const size_t work = graph_work(graph);
+    if (work > k_max_graph_work) return problem(page, graph_work_refusal(work));
+    if (graph.GetGraphType() == 1)
+        if (std::optional<std::string> why = too_many_bars(graph)) return problem(SetupPage::Types, *why);
+    if (work > k_large_graph_work && !allow_warnings) return problem(page, graph_work_question(work), true);
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<SetupProblem> check_graph(GraphData& graph, engine::Parser& parser, bool allow_warnings) {
     if (Problem found = check_functions(graph, parser)) return found;
     if (Problem found = check_variables(graph, parser, allow_warnings)) return found;
     if (Problem found = check_data(graph)) return found;
-    return check_type(graph);
+    if (Problem found = check_type(graph)) return found;
+    return check_size(graph, allow_warnings);
 }
 
 std::optional<SetupProblem> check_titles(const GraphData& graph) {

@@ -1,5 +1,7 @@
 #include "sweep_2d.h"
 
+#include "graph_limits.h"
+
 #include "engine/host.h"
 #include "engine/parser.h"
 
@@ -115,10 +117,13 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
     const VariableCopy& axis = graph.XAxisVar ? graph.XAxisVar : graph.ZAxisVar;
     const bool functions = !graph.Functions.empty();
     if (functions && !axis) return std::nullopt;
+    // Before anything is mapped or set aside: a graph beyond what one graph holds is not begun.
+    if (const size_t work = graph_work(graph); work > k_max_graph_work) {
+        report.errors.push_back(graph_work_refusal(work));
+        return std::nullopt;
+    }
 
     size_t points = axis ? static_cast<size_t>(std::max(1L, axis->num_points())) : 0;
-    size_t longest_set = 0;
-    for (const StrDataPnts& set : graph.DataSets) longest_set = std::max(longest_set, set_length(set));
     std::optional<SweepVariable> variable;
     std::vector<MappedFunction> mapped;
     if (functions) {
@@ -134,10 +139,12 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
         for (MappedFunction& each : mapped) each.two_roots = false;
     }
     const size_t function_points = points;
-    if (report.two_solutions && longest_set < points) points = 2 * points - 1;
-    points = std::max(points, longest_set);
-    // Each series keeps its own X: a data set's X texts need not be the functions' points.
-    ChartData data(2, graph.Functions.size() + graph.DataSets.size(), points);
+    if (report.two_solutions) points = 2 * points - 1; // out along one branch and back along the other
+    // Each series keeps its own X (a data set's X texts need not be the functions' points) and its
+    // own length, so that memory follows the work: a short data set beside a long sweep stays short.
+    std::vector<size_t> lengths(graph.Functions.size(), functions ? points : 0);
+    for (const StrDataPnts& set : graph.DataSets) lengths.push_back(set_length(set));
+    ChartData data(lengths);
 
     const double zero = std::max(k_zero, static_cast<double>(parser.answer_format().zero_precision));
     const auto snap = [zero](double value) { return std::abs(value) < zero ? 0.0 : value; };
@@ -195,7 +202,8 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
         delete_equations(parser, mapped);
         for (size_t i = 0; i < graph.Functions.size(); ++i) {
             const engine::Function& function = graph.Functions[i];
-            data.set_label(graph.Functions.size() - 1 - i, function.label().empty() ? function.full_name() : function.label());
+            data.set_label(graph.Functions.size() - 1 - i,
+                           bounded_graph_text(function.label().empty() ? function.full_name() : function.label()));
         }
     }
 
@@ -218,7 +226,7 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
             if (evaluate(set.GetXDataPoint(p), x)) data.set_x(series, static_cast<size_t>(p), x);
             if (evaluate(set.GetYDataPoint(p), y)) data.set_y(series, static_cast<size_t>(p), y);
         }
-        data.set_label(series, set.Label.empty() ? set.Name : set.Label);
+        data.set_label(series, bounded_graph_text(set.Label.empty() ? set.Name : set.Label));
         ++series;
     }
     return data;

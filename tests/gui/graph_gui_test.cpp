@@ -17,6 +17,10 @@
 #include <QChartView>
 #include <QClipboard>
 #include <QLineSeries>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
+#include <QValueAxis>
 #include <QtTest>
 
 using namespace quorvex::gui;
@@ -146,6 +150,38 @@ private Q_SLOTS:
         QVERIFY(window.editor()->isVisible());
     }
 
+    void aLongCurveHoldsWhatItsPixelsShowAndAZoomBringsTheDetailBack() {
+        QChartView view;
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.resize(800, 600);
+        view.show();
+        QtChart2D chart(&view);
+        constexpr size_t points = 200000;
+        quorvex::graph::ChartData data(1, 1, points);
+        for (size_t p = 0; p < points; ++p) {
+            const double x = static_cast<double>(p) / 1000;
+            data.set_x(0, p, x);
+            data.set_y(0, p, std::sin(50 * x));
+        }
+        chart.set_type(1);
+        chart.set_data(data);
+        chart.set_bounds({0, 200, -1, 1});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCoreApplication::processEvents();
+        auto* line = qobject_cast<QLineSeries*>(chart.chart()->series().value(0));
+        QVERIFY(line);
+        QVERIFY(line->count() > 1000);   // every column of the plot has its points...
+        QVERIFY(line->count() < 20000);  // ...and no more than four of them
+        QCOMPARE(chart.data().points(), points); // all the data stays at hand
+        // Zoomed into 300 points, each has pixels enough: all are drawn.
+        auto* x_axis = qobject_cast<QValueAxis*>(chart.chart()->axes(Qt::Horizontal).value(0));
+        QVERIFY(x_axis);
+        x_axis->setRange(100.0005, 100.3005);
+        int inside = 0;
+        for (const QPointF& point : line->points()) inside += point.x() > 100.0005 && point.x() < 100.3005;
+        QCOMPARE(inside, 300);
+    }
+
     void aSavedGraphIsExportedWithoutAWindow() {
         ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
         const QString path = scratch.file_path(QStringLiteral("report.qvx"));
@@ -196,6 +232,41 @@ private Q_SLOTS:
         QVERIFY(!window.add_function_graph("none[x]", "x", 0, 1, 5, &error));
         QVERIFY(error.contains(QStringLiteral("no function of this document")));
         QVERIFY(!window.add_function_graph("inv[x]", "x", 1, 0, 5, &error));
+    }
+
+    void escapeOrStopEndsALongBuildAndLeavesTheDocumentAsItWas() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("x = 7"));
+        type_line(window.editor(), QStringLiteral("wave(x) = SIN(x)*x"));
+        QVERIFY(window.add_function_graph("wave[x]", "x", 0, 10, 11));
+        auto& graph = window.document().Graphs.at(0).Data;
+        graph.XAxisVar = quorvex::graph::VariableCopy(
+            quorvex::engine::Variable("x", quorvex::engine::complex(0, 0), quorvex::engine::complex(1000, 0), 1000000));
+        for (const bool escape : {true, false}) {
+            // The user answers the progress dialog as soon as it shows.
+            bool answered = false;
+            QTimer user;
+            QObject::connect(&user, &QTimer::timeout, &user, [&] {
+                auto* progress = window.findChild<QProgressDialog*>(QStringLiteral("progressDialog"));
+                if (!progress || !progress->isVisible() || answered) return;
+                answered = true;
+                if (escape)
+                    QTest::keyClick(progress, Qt::Key_Escape);
+                else
+                    progress->findChild<QPushButton*>()->click();
+            });
+            user.start(10);
+            const bool drawn = window.graph_window()->draw(0);
+            QVERIFY(answered);
+            QVERIFY(!drawn);
+            QCOMPARE(window.parser().get_var_value("x").real(), 7.0);
+            QCOMPARE(window.parser().equation_count(), 0);
+            QCOMPARE(window.document().Graphs.size(), size_t(1));
+            QCOMPARE(graph.XAxisVar->num_points(), 1000000L);
+            QVERIFY(window.graph_window()->chart().chart()->series().isEmpty()); // no part of a graph
+        }
     }
 };
 

@@ -8,6 +8,7 @@
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/setup_pages.h"
+#include "graph/graph_limits.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -71,6 +72,18 @@ private Q_SLOTS:
         QCOMPARE(applied.count(), 1);
         QCOMPARE(doc.window.document().Graphs[0].Data.Type, 13);
         QCOMPARE(doc.window.document().Graphs[0].Data.XAxisVar->low().real(), -1.0);
+    }
+
+    void titleFieldsRefuseTextBeyondWhatAGraphHolds() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        const QString overlong(20000, QLatin1Char('T'));
+        for (QLineEdit* field : setup.page<LabelsPage>()->findChildren<QLineEdit*>()) field->setText(overlong);
+        QVERIFY(setup.apply());
+        const auto& graph = doc.window.document().Graphs[0].Data;
+        for (const std::string* title : {&graph.Header, &graph.Footer, &graph.XAxisTitle, &graph.YAxisTitle})
+            QCOMPARE(title->size(), quorvex::graph::k_max_graph_text);
     }
 
     void theWizardMakesAGraphFromNothing() {

@@ -30,6 +30,8 @@ void ProgressHost::show_dialog_when_due() {
     m_dialog->setAutoClose(false);
     m_dialog->setValue(m_percent);
     QObject::connect(m_dialog, &QProgressDialog::canceled, [this] { m_stopped = true; });
+    // Escape rejects the dialog without a word to `canceled`: it must stop the work all the same.
+    QObject::connect(m_dialog, &QDialog::rejected, [this] { m_stopped = true; });
     m_dialog->show();
 }
 

@@ -6,6 +6,7 @@
 
 #include "graph/build_2d.h"
 #include "graph/graph_file.h"
+#include "graph/graph_limits.h"
 #include "graph/graph_types.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/progress_host.h"
@@ -228,7 +229,18 @@ bool GraphWindow::arm_note(const QString& text) {
     }
     QStringList lines = text.split(QLatin1Char('\n'));
     if (lines.size() > 15) lines = lines.mid(0, 15); // a note shows at most fifteen lines
-    m_pending_note = lines.join(QStringLiteral("\r\n"));
+    std::string note = lines.join(QStringLiteral("\r\n")).toStdString();
+    const size_t length = graph::graph_text_length(note);
+    if (graph::cut_graph_text(note)) {
+        const QString why = tr("The note had %1 characters; a note holds at most %2, so the rest was left out.")
+                                .arg(length)
+                                .arg(graph::k_max_graph_text);
+        if (QStringList* collected = m_document.services().collected_messages)
+            *collected << tr("Graphing Utility: ") + why;
+        else
+            QMessageBox::information(this, tr("Graphing Utility"), why);
+    }
+    m_pending_note = QString::fromStdString(note);
     m_view->setCursor(Qt::CrossCursor);
     m_status->setText(tr("Click where the note goes."));
     return !m_pending_note.isEmpty();
@@ -296,7 +308,8 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     m_chart->set_grid(true);
     m_view->reset_zoom();
     m_errors->clear();
-    m_errors->setVisible(false);
+    for (const std::string& message : file->messages) m_errors->addItem(QString::fromStdString(message));
+    m_errors->setVisible(!file->messages.empty());
     m_file = QFileInfo(path).absoluteFilePath();
     m_drawn = -1;
     m_status->setText(tr("Graph file %1").arg(m_file));

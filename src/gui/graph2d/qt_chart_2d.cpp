@@ -1,5 +1,6 @@
 #include "qt_chart_2d.h"
 
+#include "graph/decimate.h"
 #include "graph/graph_types.h"
 #include "gui/common/color_picker.h"
 
@@ -29,19 +30,25 @@ namespace type = graph::graph_type;
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
-// The pieces of a series between its holes: each a run of drawable points.
-std::vector<QList<QPointF>> pieces_of(const ChartData& data, size_t series) {
+// The pieces of a series between its holes: each a run of drawable points. Decimation keeps every
+// hole and every run, so a series has the same pieces at every zoom.
+std::vector<QList<QPointF>> pieces_of(const std::vector<graph::PlotPoint>& points) {
     std::vector<QList<QPointF>> pieces(1);
-    for (size_t p = 0; p < data.points(); ++p) {
-        const double x = data.x(series, p), y = data.y(series, p);
-        if (ChartData::is_hole(x) || ChartData::is_hole(y)) {
+    for (const graph::PlotPoint& point : points) {
+        if (point.is_hole()) {
             if (!pieces.back().isEmpty()) pieces.emplace_back();
             continue;
         }
-        pieces.back().append(QPointF(x, y));
+        pieces.back().append(QPointF(point.x, point.y));
     }
     if (pieces.back().isEmpty()) pieces.pop_back();
     return pieces;
+}
+
+// The series that holds a piece's points: a line, or the upper edge of an area.
+QXYSeries* points_of(QObject* item) {
+    if (auto* area = qobject_cast<QAreaSeries*>(item)) return area->upperSeries();
+    return qobject_cast<QXYSeries*>(item);
 }
 
 // About six ticks over the range, each 1, 2 or 5 times a power of ten.
@@ -72,6 +79,8 @@ void QtChart2D::make_chart() {
     chart->setAnimationOptions(QChart::NoAnimation);
     chart->legend()->setAlignment(Qt::AlignBottom);
     m_view->setChart(chart);
+    // A larger plot area (a resized window, a picture exported larger) has more columns to fill.
+    QObject::connect(chart, &QChart::plotAreaChanged, &m_guard, [this] { decimate_again(); });
     m_texts.clear();
     if (old && old != chart) delete old;
 }
@@ -136,7 +145,7 @@ void QtChart2D::build_series() {
     }
     for (size_t s = 0; s < m_data.series(); ++s) {
         bool first = true;
-        for (const QList<QPointF>& piece : pieces_of(m_data, s)) {
+        for (const QList<QPointF>& piece : pieces_of(drawn_points(s))) {
             QAbstractSeries* added = nullptr;
             if (m_type == type::Area || m_type == type::RadarFilled) {
                 auto* upper = new QLineSeries;
@@ -157,6 +166,53 @@ void QtChart2D::build_series() {
         }
     }
     for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
+}
+
+graph::PixelWindow QtChart2D::pixel_window() const {
+    graph::PixelWindow window;
+    const std::optional<graph::ChartBounds> whole = m_bounds ? m_bounds : graph::data_extent(m_data);
+    if (whole) window = {whole->x_min, whole->x_max, whole->y_min, whole->y_max, 1, 1, m_log_x, m_log_y};
+    // The axes' ranges as the user zoomed or panned them.
+    const auto range_of = [this](Qt::Orientation orientation, double& from, double& to) {
+        const QList<QAbstractAxis*> axes = chart()->axes(orientation);
+        if (axes.isEmpty()) return;
+        if (auto* linear = qobject_cast<QValueAxis*>(axes.first())) from = linear->min(), to = linear->max();
+        else if (auto* log = qobject_cast<QLogValueAxis*>(axes.first())) from = log->min(), to = log->max();
+    };
+    if (qobject_cast<QPolarChart*>(chart())) {
+        // Angle and radius are no pixel columns: a fine division of the angle keeps the picture.
+        window.columns = window.rows = 4096;
+        return window;
+    }
+    range_of(Qt::Horizontal, window.x_from, window.x_to);
+    range_of(Qt::Vertical, window.y_from, window.y_to);
+    // Twice the pixels of the plot area (or of the view, before the chart is laid out), so that
+    // smoothed edges fall where they did.
+    const QSizeF area = chart()->plotArea().size().expandedTo(m_view->size());
+    const qreal ratio = m_view->devicePixelRatioF();
+    window.columns = static_cast<size_t>(std::max(1.0, 2 * ratio * area.width()));
+    window.rows = static_cast<size_t>(std::max(1.0, 2 * ratio * area.height()));
+    return window;
+}
+
+std::vector<graph::PlotPoint> QtChart2D::drawn_points(size_t series) const {
+    const bool points_alone = series < m_styles.size() && m_styles[series].line_pattern == 1;
+    return points_alone ? graph::decimate_points(m_data, series, pixel_window())
+                        : graph::decimate_line(m_data, series, pixel_window());
+}
+
+void QtChart2D::decimate_again() {
+    if (m_type == type::Pie || is_bar_type()) return;
+    for (size_t s = 0; s < m_items.size(); ++s) decimate_again(s);
+}
+
+void QtChart2D::decimate_again(size_t series) {
+    if (m_type == type::Pie || is_bar_type() || series >= m_items.size()) return;
+    const std::vector<QList<QPointF>> pieces = pieces_of(drawn_points(series));
+    const std::vector<QObject*>& items = m_items[series];
+    for (size_t i = 0; i < items.size() && i < pieces.size(); ++i)
+        // The chart lays a series out again on every change: only a change is handed to it.
+        if (QXYSeries* points = points_of(items[i]); points && points->points() != pieces[i]) points->replace(pieces[i]);
 }
 
 void QtChart2D::apply_style(size_t series) {
@@ -188,8 +244,10 @@ void QtChart2D::apply_style(size_t series) {
 
 void QtChart2D::set_series_style(size_t series, const graph::SeriesStyle& style) {
     if (series >= m_styles.size() || series >= m_items.size()) return;
+    const bool points_alone = style.line_pattern == 1, was = m_styles[series].line_pattern == 1;
     m_styles[series] = style;
     apply_style(series);
+    if (points_alone != was) decimate_again(series); // points alone are kept per pixel, not per column
 }
 
 void QtChart2D::set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
@@ -301,6 +359,14 @@ void QtChart2D::update_axes() {
         series->attachAxis(x_axis);
         series->attachAxis(y_axis);
     }
+    // A zoom or a pan draws the new range again from all the data.
+    for (QAbstractAxis* axis : {x_axis, y_axis}) {
+        if (auto* linear = qobject_cast<QValueAxis*>(axis))
+            QObject::connect(linear, &QValueAxis::rangeChanged, &m_guard, [this] { decimate_again(); });
+        else if (auto* log = qobject_cast<QLogValueAxis*>(axis))
+            QObject::connect(log, &QLogValueAxis::rangeChanged, &m_guard, [this] { decimate_again(); });
+    }
+    decimate_again();
 }
 
 int QtChart2D::add_point_label(size_t series, size_t point, const std::string& text) {

@@ -1,18 +1,21 @@
 #pragma once
 #include "graph/chart_2d.h"
+#include "graph/decimate.h"
 
 #include <QColor>
+#include <QObject>
 #include <QPointer>
 
 class QChart;
-class QObject;
 class QChartView;
 class QGraphicsSimpleTextItem;
 
 namespace quorvex::gui {
 
 // The 2-D chart on Qt Charts: a graph's series as line, scatter, area, bar, pie or polar series
-// of the view's chart. A hole splits a line into pieces, so the curve shows a gap there.
+// of the view's chart. A hole splits a line into pieces, so the curve shows a gap there. Lines
+// hold only the points that make a difference at the shown range and size (per-pixel
+// decimation), taken again from all the data whenever the range or the size changes.
 class QtChart2D : public graph::Chart2D {
 public:
     explicit QtChart2D(QChartView* view);
@@ -38,6 +41,12 @@ public:
 
 private:
     bool is_bar_type() const;
+    // What the chart shows now, in pixels, and the points of a series that draw it there.
+    graph::PixelWindow pixel_window() const;
+    std::vector<graph::PlotPoint> drawn_points(size_t series) const;
+    // Decimates the lines again from all the data, for the range shown now.
+    void decimate_again();
+    void decimate_again(size_t series);
     void make_chart();
     void build_series();
     void apply_style(size_t series);
@@ -53,6 +62,7 @@ private:
     graph::ChartColors m_colors;
     std::vector<QGraphicsSimpleTextItem*> m_texts;
     std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
+    QObject m_guard; // the receiver of the chart's signals: none arrives once this chart is gone
 };
 
 } // namespace quorvex::gui

@@ -5,6 +5,7 @@
 #include "engine/parser.h"
 #include "graph/chart_data.h"
 #include "graph/graph_colors.h"
+#include "graph/graph_limits.h"
 #include "graph/graph_types.h"
 
 #include <QButtonGroup>
@@ -238,6 +239,11 @@ LabelsPage::LabelsPage(QWidget* parent)
     : SetupPage(parent), m_header(new QLineEdit(this)), m_footer(new QLineEdit(this)), m_x(new QLineEdit(this)),
       m_y(new QLineEdit(this)) {
     auto* defaults = new QPushButton(tr("&Default Titles"), this);
+    // The chart lays a title out at a cost that grows with the square of its length.
+    for (QLineEdit* edit : {m_header, m_footer, m_x, m_y}) {
+        edit->setMaxLength(static_cast<int>(graph::k_max_graph_text));
+        edit->setToolTip(tr("A title holds at most %1 characters.").arg(graph::k_max_graph_text));
+    }
     auto* form = new QFormLayout(this);
     form->addRow(tr("&Header:"), m_header);
     form->addRow(tr("&Footer:"), m_footer);

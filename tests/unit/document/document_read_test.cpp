@@ -2,6 +2,8 @@
 // quirks, and damaged files load what they can with their messages.
 #include "document_test_support.h"
 
+#include "graph/graph_limits.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -237,4 +239,28 @@ TEST(DocumentRead, WhatTheFileHoldsIsLoadedAndWhatCouldNotBeKeptIsTold) {
     EXPECT_EQ(e.doc.Matrices[0].NumCols(), 3);
     EXPECT_EQ(*e.doc.Matrices[0].GetStrValue(0, 0), "7");
     EXPECT_TRUE(e.reporter.said("Matrix ' M ' is saved as 1000 by 3"));
+}
+
+TEST(DocumentRead, OverlongTitlesNotesAndLabelsAreCutAndTold) {
+    Editor e;
+    const std::string long_text(5000, 'A');
+    ASSERT_TRUE(e.doc.ReadText("[DECLARED FUNCTIONS]\r\nf[x]=x+1\r\n[GRAPHS]\r\nGraph1=G\r\n[Graph1]\r\nHeader=" +
+                               long_text + "\r\nFooter=short\r\nYAxisTitle=" + long_text +
+                               "\r\nXAxisVariable=x(0,1,11)\r\nFunction1=f[x]=x+1\r\nLabel1=" + long_text +
+                               "\r\nNumNotes=1\r\nNoteText1=" + long_text + "||second line" +
+                               "\r\nNoteXPoint1=10\r\nNoteYPoint1=10\r\nNoteIsNote1=1\r\n"));
+    ASSERT_EQ(e.doc.Graphs.size(), 1u);
+    const GraphData& graph = e.doc.Graphs[0].Data;
+    EXPECT_EQ(graph.Header, long_text.substr(0, quorvex::graph::k_max_graph_text));
+    EXPECT_EQ(graph.YAxisTitle.size(), quorvex::graph::k_max_graph_text);
+    EXPECT_EQ(graph.Functions.at(0).label().size(), quorvex::graph::k_max_graph_text);
+    ASSERT_EQ(graph.Notes.size(), 1u);
+    EXPECT_EQ(graph.Notes.front().Text.size(), quorvex::graph::k_max_graph_text);
+    EXPECT_EQ(graph.Footer, "short");
+    EXPECT_TRUE(e.reporter.said("The header of the graph \"G\" had 5000 characters; a graph's titles, notes and "
+                                "labels hold at most 1024"));
+    EXPECT_TRUE(e.reporter.said("The Y axis title of the graph \"G\""));
+    EXPECT_TRUE(e.reporter.said("The label of \"f[x]\" of the graph \"G\""));
+    EXPECT_TRUE(e.reporter.said("The note 1 of the graph \"G\""));
+    EXPECT_EQ(e.reporter.messages.size(), 4u);
 }

@@ -124,3 +124,24 @@ TEST_F(Build, LabelsStayOnTheirPointsWhileThePointsKeepTheirValues) {
     ASSERT_EQ(graph.Notes.size(), 1u); // the stale label went
     EXPECT_EQ(graph.Notes.front().Index, 0);
 }
+
+TEST_F(Build, BarsBeyondWhatAChartLaysOutAreRefusedBeforeAnyWork) {
+    graph.Type = graph_type::Bar;
+    StrDataPnts set;
+    set.SetName("many");
+    for (int p = 0; p < 10000; ++p) {
+        set.PutXDataPoint(std::to_string(p), p);
+        set.PutYDataPoint("1", p);
+    }
+    graph.DataSets.push_back(set);
+    EXPECT_FALSE(build_2d(parser, graph, {}, chart, report, &told));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_EQ(report.errors[0].rfind("A Bar graph draws at most 4000 bars", 0), 0u) << report.errors[0];
+    EXPECT_EQ(chart.data.series(), 0u); // nothing reached the chart
+
+    // As a line graph the same points are drawn.
+    graph.Type = graph_type::Line;
+    report = {};
+    EXPECT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(chart.data.points(1), 10000u);
+}

@@ -1,6 +1,7 @@
 // Graph files: the drawn numbers and the attributes come back as they were written; a file that
 // is none, or a damaged one, is refused with a message.
 #include "graph/graph_file.h"
+#include "graph/graph_limits.h"
 
 #include "store/atomic_write.h"
 
@@ -62,5 +63,27 @@ TEST(GraphFile, ReadsBackItsNumbersHolesTitlesAndColours) {
     EXPECT_FALSE(read_graph_file((dir / "bad.g2d").string(), &error));
     EXPECT_NE(error.find("damaged"), std::string::npos);
     EXPECT_FALSE(read_graph_file((dir / "missing.g2d").string(), &error));
+    fs::remove_all(dir);
+}
+
+TEST(GraphFile, OverlongTitlesAndLabelsAreCutWithAMessage) {
+    const fs::path dir = fs::temp_directory_path() / ("quorvex-g2d-long-" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    const std::string path = (dir / "long.g2d").string();
+    ChartData data(2, 1, 2);
+    data.set_label(0, std::string(3000, 'L'));
+    GraphData graph("Long");
+    graph.Header = std::string(100000, 'H');
+    graph.XAxisTitle = "x";
+    std::string error;
+    ASSERT_TRUE(write_graph_file(path, data, graph, &error)) << error;
+    const auto file = read_graph_file(path, &error);
+    ASSERT_TRUE(file) << error;
+    EXPECT_EQ(file->graph.Header.size(), k_max_graph_text);
+    EXPECT_EQ(file->data.label(0).size(), k_max_graph_text);
+    EXPECT_EQ(file->graph.XAxisTitle, "x");
+    ASSERT_EQ(file->messages.size(), 2u);
+    EXPECT_NE(file->messages[0].find("The header of the graph \"Long\" had 100000 characters"), std::string::npos)
+        << file->messages[0];
     fs::remove_all(dir);
 }

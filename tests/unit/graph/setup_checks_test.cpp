@@ -87,3 +87,39 @@ TEST_F(Checks, DataSetsAndTypesAreCheckedBeforeDrawing) {
     graph.Header = "h", graph.XAxisTitle = "x", graph.YAxisTitle = "y";
     EXPECT_FALSE(check_titles(graph));
 }
+
+TEST_F(Checks, AGraphTooLargeIsRefusedALargeOneAskedAboutAndBarsBoundedApart) {
+    parser.eval_exp("k = 2", true, false, false);
+    graph.Functions.emplace_back("f[x,k]", "k*x");
+    graph.XAxisVar = axis("x", 0, 1, 500000);
+    EXPECT_FALSE(check_graph(graph, parser)); // half a million points: drawn without a question
+
+    graph.XAxisVar = axis("x", 0, 1, 2000000);
+    auto found = check_graph(graph, parser);
+    ASSERT_TRUE(found);
+    EXPECT_TRUE(found->proceed_question);
+    EXPECT_EQ(found->page, SetupPage::Variables);
+    EXPECT_EQ(found->message, "The graph has 2000000 points, which takes a while to compute and draw. Do you want to "
+                              "go on?");
+    EXPECT_FALSE(check_graph(graph, parser, true)); // answered Yes
+
+    // A hundred functions of ten million points each: refused however the questions were answered.
+    for (int i = 1; i < 100; ++i) graph.Functions.emplace_back("f[x,k]", "k*x");
+    graph.XAxisVar = axis("x", 0, 1, 10000000);
+    found = check_graph(graph, parser, true);
+    ASSERT_TRUE(found);
+    EXPECT_FALSE(found->proceed_question);
+    EXPECT_NE(found->message.find("The graph asks for 1000000000 points"), std::string::npos) << found->message;
+
+    // Bars: a few hundred are drawn, a hundred thousand refused on the types page.
+    graph.Functions.erase(graph.Functions.begin() + 1, graph.Functions.end());
+    graph.Type = graph_type::Hystogram;
+    graph.XAxisVar = axis("x", 0, 1, 300);
+    EXPECT_FALSE(check_graph(graph, parser));
+    graph.XAxisVar = axis("x", 0, 1, 100000);
+    found = check_graph(graph, parser);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->page, SetupPage::Types);
+    EXPECT_EQ(found->message, "A Hystogram graph draws at most 4000 bars (series times points); this one would have "
+                              "100000. Give it fewer points, or draw it as a Plot or Line graph.");
+}

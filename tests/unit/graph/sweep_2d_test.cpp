@@ -1,6 +1,9 @@
 // The 2-D sweep against the engine: holes where a function fails, both branches of a square root,
 // data sets as series, and the engine's variables left as they were.
 #include "graph/sweep_2d.h"
+#include "graph/build_2d.h"
+
+#include "engine/host.h"
 
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
@@ -127,4 +130,83 @@ TEST_F(Sweep, TheWalkOfTenthsHitsZeroSoAPoleIsAHoleNotASpike) {
     EXPECT_EQ(data->y(0, 99), -10.0);
     ASSERT_EQ(report.errors.size(), 1u);
     EXPECT_EQ(report.errors[0].rfind("An error occured at x = 0 : ", 0), 0u) << report.errors[0];
+}
+
+TEST_F(Sweep, AGraphBeyondWhatOneGraphHoldsIsRefusedBeforeItBegins) {
+    declare("x = 3");
+    declare("f[x] = x+1");
+    for (int i = 0; i < 100; ++i) graph.Functions.emplace_back("f[x]", "x+1");
+    sweep_x(0, 1, 10000000); // a thousand million points in all
+    SweepReport report;
+    EXPECT_FALSE(sweep_2d(parser, graph, report));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_EQ(report.errors[0].rfind("The graph asks for 1000000000 points", 0), 0u) << report.errors[0];
+    EXPECT_EQ(parser.equation_count(), 0);
+    EXPECT_EQ(parser.get_var_value("x").real(), 3);
+
+    // A short data set beside a long sweep keeps its own length.
+    graph.Functions.erase(graph.Functions.begin() + 1, graph.Functions.end());
+    sweep_x(0, 1, 1001);
+    StrDataPnts set;
+    set.SetName("two");
+    set.PutXDataPoint(std::string("0"), 0);
+    set.PutYDataPoint(std::string("1"), 0);
+    set.PutXDataPoint(std::string("1"), 1);
+    set.PutYDataPoint(std::string("2"), 1);
+    graph.DataSets.push_back(set);
+    report = {};
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->points(0), 1001u);
+    EXPECT_EQ(data->points(1), 2u);
+    EXPECT_DOUBLE_EQ(data->y(1, 1), 2);
+    EXPECT_TRUE(ChartData::is_hole(data->y(1, 2)));
+}
+
+namespace {
+
+// A user who presses Stop after the sweep has run `limit` points.
+struct StopAfter : engine::Host {
+    explicit StopAfter(int limit) : limit(limit) {}
+    bool aborted() const override { return pumps >= limit; }
+    void pump() override { ++pumps; }
+    int limit, pumps = 0;
+};
+
+} // namespace
+
+TEST_F(Sweep, StopEndsAMillionPointSweepAtOnceAndLeavesTheEngineAsItWas) {
+    declare("x = 7");
+    declare("h[x] = SQRT(x)");
+    graph.Functions.emplace_back("h[x]", "SQRT(x)");
+    const int variables = parser.variable_count();
+    // Stopped on the way out a million points long, and on the way back along -SQRT.
+    for (const auto& [points, limit] : {std::pair{1000000L, 1000}, std::pair{2000L, 2500}}) {
+        sweep_x(0, 1000, points);
+        StopAfter stop(limit);
+        SweepReport report;
+        sweep_2d(parser, graph, report, &stop); // what was computed is not drawn (see the build below)
+        EXPECT_TRUE(report.cancelled);
+        EXPECT_EQ(stop.pumps, limit); // not one point after the Stop
+        EXPECT_EQ(parser.get_var_value("x").real(), 7);
+        EXPECT_EQ(parser.variable_count(), variables);
+        EXPECT_EQ(parser.equation_count(), 0);
+        EXPECT_FALSE(parser.IsAnError());
+        EXPECT_FALSE(parser.neg_sqrt());
+    }
+
+    // A sweep variable the document did not have is gone again, and the build draws nothing.
+    graph.Functions.clear();
+    declare("k[t] = t*2");
+    graph.Functions.emplace_back("k[t]", "t*2");
+    graph.XAxisVar = VariableCopy(engine::Variable("t", engine::complex(0, 0), engine::complex(1, 0), 1000000));
+    StopAfter stop(10);
+    RecordingChart chart;
+    SweepReport report;
+    EXPECT_FALSE(build_2d(parser, graph, {}, chart, report, nullptr, &stop));
+    EXPECT_TRUE(report.cancelled);
+    EXPECT_FALSE(parser.is_variable("t"));
+    EXPECT_EQ(parser.equation_count(), 0);
+    EXPECT_EQ(chart.data.series(), 0u);
+    EXPECT_TRUE(chart.titles.empty());
 }
