@@ -18,6 +18,8 @@ public:
     Grid3D() = default;
     static Grid3D regular(size_t nx, size_t ny, double x_origin, double y_origin, double x_step, double y_step);
     static Grid3D irregular(std::vector<double> xs, std::vector<double> ys);
+    // Marks a grid whose coordinates step evenly (a sweep's, or one read back from a file).
+    void mark_regular() { m_regular = true; }
 
     size_t nx() const { return m_xs.size(); }
     size_t ny() const { return m_ys.size(); }

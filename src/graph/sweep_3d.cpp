@@ -102,9 +102,9 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
         report.errors.push_back("\"" + name + "\" could not be mapped. Graph could not be created!");
         return std::nullopt;
     }
-    const double x_step = xs.size() > 1 ? xs[1] - xs[0] : 0;
-    const double z_step = zs.size() > 1 ? zs[1] - zs[0] : 0;
-    Grid3D grid = Grid3D::regular(xs.size(), zs.size(), xs.front(), zs.front(), x_step, z_step);
+    // The walk's own values: each a decimal step from the last, as a label will show them.
+    Grid3D grid = Grid3D::irregular(xs, zs);
+    grid.mark_regular();
     for (size_t i = 0; i < xs.size() && !report.cancelled; ++i) {
         x.set(xs[i]);
         for (size_t j = 0; j < zs.size(); ++j) {
