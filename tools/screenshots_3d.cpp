@@ -64,7 +64,8 @@ bool shoot_3d(const QString& out, const QString& suffix) {
                 for (size_t j = 0; j < 9; ++j) coarse.set(i, j, grid.value(i * 5, j * 5));
             grid = coarse;
         }
-        view.set_grid(std::move(grid));
+        if (!form.bars) view.add_point_label(27, 20, graph::point_label_3d("2.1", "0.84", "0"));
+        view.set_grid(grid);
         view.resize(800, 600);
         view.show();
         view.repaint();

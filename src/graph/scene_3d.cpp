@@ -79,6 +79,7 @@ public:
     }
     void text(double x, double y, std::string text, std::uint8_t align, TColor color) {
         Primitive3D& p = add(Primitive3D::Kind::Text);
+        p.fill_none = true;
         p.xy[0] = x;
         p.xy[1] = y;
         p.count = 1;
@@ -415,7 +416,7 @@ PlotArea plot_area_3d(const Grid3D& grid, const Style3D& style, double width, do
 }
 
 Scene3D build_scene_3d(const Grid3D& grid, const Style3D& style, const View3D& view, double width, double height,
-                       const TextMetrics& metrics) {
+                       const TextMetrics& metrics, const std::vector<SceneText3D>& texts) {
     Scene3D scene;
     const std::vector<double> levels = zone_levels(grid);
     const Layout layout = layout_of(grid, style, width, height, metrics, levels);
@@ -453,6 +454,28 @@ Scene3D build_scene_3d(const Grid3D& grid, const Style3D& style, const View3D& v
     else
         draw_surface(painter, grid, projection, style, box, levels);
 
+    // Labels sit beside their point, marked by a dot; notes where they were put.
+    for (const SceneText3D& each : texts) {
+        if (!each.note && (each.i >= grid.nx() || each.j >= grid.ny() || Grid3D::is_hole(grid.value(each.i, each.j))))
+            continue;
+        double x = each.x, y = each.y;
+        if (!each.note) {
+            const ScreenPoint at = painter.screen({grid.x(each.i), grid.y(each.j), grid.value(each.i, each.j)});
+            const double r = 2.5;
+            Primitive3D& dot = painter.add(Primitive3D::Kind::Polygon);
+            const double corners[] = {at.x - r, at.y - r, at.x + r, at.y - r, at.x + r, at.y + r, at.x - r, at.y + r};
+            std::copy(std::begin(corners), std::end(corners), dot.xy.begin());
+            dot.count = 4;
+            dot.fill = dot.pen = style.foreground;
+            x = at.x + 2 * r;
+            y = at.y - 2 * r;
+        }
+        painter.text(x, y, each.text, each.note ? Primitive3D::Left | Primitive3D::Top : Primitive3D::Left | Primitive3D::Bottom,
+                     style.legend_foreground);
+        Primitive3D& label = scene.items.back();
+        label.fill_none = false;
+        label.fill = style.legend_background;
+    }
     if (layout.legend > 0) {
         const size_t bands = levels.size() + 1;
         const double left = width - layout.legend + 8;

@@ -36,11 +36,12 @@ struct TextMetrics {
 
 // One thing to draw, in pixels. A polygon is filled (unless `fill_none`) and outlined (unless
 // `pen_none`); a line is a segment from the first point to the second; a text is written at the
-// first point with its alignment.
+// first point with its alignment, in `pen`, on a framed box of `fill` unless `fill_none`.
 struct Primitive3D {
     enum class Kind : std::uint8_t { Polygon, Line, Text };
     enum Align : std::uint8_t { Left = 1, Right = 2, HCenter = 4, Top = 8, Bottom = 16, VCenter = 32 };
     Kind kind = Kind::Polygon;
+    // Texts are plain unless they carry a box.
     std::uint8_t count = 0; // points used
     std::uint8_t align = Left | Top;
     bool fill_none = false, pen_none = false;
@@ -59,6 +60,14 @@ struct LegendEntry {
     TColor color = 0;
 };
 
+// A point label at a grid point, or a note at a place in pixels of the picture.
+struct SceneText3D {
+    std::string text;
+    bool note = false;
+    size_t i = 0, j = 0;
+    double x = 0, y = 0;
+};
+
 struct Scene3D {
     std::vector<Primitive3D> items; // in drawing order
     std::vector<LegendEntry> legend;
@@ -72,7 +81,7 @@ TColor zone_color(size_t band, size_t bands);
 // surface (or the bars) in an order that hides what lies behind, the contours, the zones with
 // their legend, the header and footer. Nothing is drawn of an empty grid but the frame.
 Scene3D build_scene_3d(const Grid3D& grid, const Style3D& style, const View3D& view, double width, double height,
-                       const TextMetrics& metrics = {});
+                       const TextMetrics& metrics = {}, const std::vector<SceneText3D>& texts = {});
 
 // The plot area of a picture of that size, the same rectangle the scene fits the box into.
 struct PlotArea {

@@ -31,8 +31,37 @@ Graph3DView::Graph3DView(QWidget* parent) : QWidget(parent) {
     setMinimumSize(200, 150);
 }
 
-void Graph3DView::set_grid(graph::Grid3D grid) {
-    m_grid = std::move(grid);
+void Graph3DView::clear() {
+    m_grid = {};
+    m_texts.clear();
+    update();
+}
+
+void Graph3DView::set_grid(const graph::Grid3D& grid) {
+    m_grid = grid;
+    update();
+}
+
+void Graph3DView::set_view(const graph::View3D& view, const graph::View3D& default_view) {
+    m_default_view = default_view;
+    set_view(view);
+}
+
+int Graph3DView::add_point_label(size_t i, size_t j, const std::string& text) {
+    m_texts.push_back({text, false, i, j, 0, 0});
+    update();
+    return static_cast<int>(m_texts.size()) - 1;
+}
+
+int Graph3DView::add_note(const std::string& text, int x, int y) {
+    m_texts.push_back({text, true, 0, 0, static_cast<double>(x), static_cast<double>(y)});
+    update();
+    return static_cast<int>(m_texts.size()) - 1;
+}
+
+void Graph3DView::remove_text(int index) {
+    if (index < 0 || index >= static_cast<int>(m_texts.size())) return;
+    m_texts.erase(m_texts.begin() + index);
     update();
 }
 
@@ -47,7 +76,7 @@ void Graph3DView::set_view(const graph::View3D& view) {
 }
 
 graph::Scene3D Graph3DView::scene() const {
-    return graph::build_scene_3d(m_grid, m_style, m_view, width(), height(), text_metrics(font()));
+    return graph::build_scene_3d(m_grid, m_style, m_view, width(), height(), text_metrics(font()), m_texts);
 }
 
 graph::Projection3D Graph3DView::projection() const {

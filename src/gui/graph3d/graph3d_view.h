@@ -1,4 +1,5 @@
 #pragma once
+#include "graph/chart_3d.h"
 #include "graph/grid_3d.h"
 #include "graph/scene_3d.h"
 #include "graph/surface_3d.h"
@@ -12,17 +13,23 @@ namespace quorvex::gui {
 // A 3-D graph on screen: draws the scene of a grid and lets the user turn it. Dragging turns the
 // floor (left and right) and the eye's elevation (up and down); Shift+drag changes the
 // perspective; the wheel scales; Home returns to the default view; a click without a drag picks
-// the grid point under the pointer.
-class Graph3DView : public QWidget {
+// the grid point under the pointer. It is the chart a 3-D graph is built onto.
+class Graph3DView : public QWidget, public graph::Chart3D {
     Q_OBJECT
 
 public:
     explicit Graph3DView(QWidget* parent = nullptr);
 
-    void set_grid(graph::Grid3D grid);
-    void set_style(const graph::Style3D& style);
+    void clear() override;
+    void set_grid(const graph::Grid3D& grid) override;
+    void set_style(const graph::Style3D& style) override;
+    void set_view(const graph::View3D& view, const graph::View3D& default_view) override;
+    int add_point_label(size_t i, size_t j, const std::string& text) override;
+    int add_note(const std::string& text, int x, int y) override;
     void set_view(const graph::View3D& view);
-    void set_default_view(const graph::View3D& view) { m_default_view = view; }
+    const std::vector<graph::SceneText3D>& texts() const { return m_texts; }
+    // Removes the text at `index` (a label clicked again).
+    void remove_text(int index);
     const graph::View3D& view() const { return m_view; }
     const graph::Grid3D& grid() const { return m_grid; }
     const graph::Style3D& style() const { return m_style; }
@@ -52,6 +59,7 @@ private:
     graph::Grid3D m_grid;
     graph::Style3D m_style;
     graph::View3D m_view, m_default_view;
+    std::vector<graph::SceneText3D> m_texts;
     QPoint m_press, m_last;
     bool m_pressed = false, m_dragged = false;
 };

@@ -60,7 +60,17 @@ void paint_scene_3d(QPainter& painter, const graph::Scene3D& scene, bool fast) {
             if (align & Qt::AlignRight) box.setRight(item.x(0));
             if (align & Qt::AlignTop) box.setTop(item.y(0));
             if (align & Qt::AlignBottom) box.setBottom(item.y(0));
-            painter.drawText(box, int(align), QString::fromStdString(item.text));
+            const QString text = QString::fromStdString(item.text);
+            if (!item.fill_none) {
+                // A framed box just around the text, as the label's background.
+                const QRectF bounds = painter.boundingRect(box, int(align), text).adjusted(-3, -1, 3, 1);
+                painter.setBrush(color_of(item.fill));
+                pen.setColor(color_of(item.pen));
+                painter.setPen(pen);
+                painter.drawRect(bounds);
+                painter.setPen(color_of(item.pen));
+            }
+            painter.drawText(box, int(align), text);
             break;
         }
         }
