@@ -1,6 +1,9 @@
 #include "qt_chart_2d.h"
 
+#include "point_label_item.h"
+
 #include "graph/graph_types.h"
+#include "graph/plot_frame.h"
 #include "gui/common/color_picker.h"
 
 #include <QAreaSeries>
@@ -59,6 +62,10 @@ QString short_number(double value) { return QString::number(value, 'g', 6); }
 
 QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
 
+QtChart2D::~QtChart2D() {
+    for (const QMetaObject::Connection& watch : m_watches) QObject::disconnect(watch);
+}
+
 QChart* QtChart2D::chart() const { return m_view->chart(); }
 
 bool QtChart2D::is_bar_type() const {
@@ -73,6 +80,10 @@ void QtChart2D::make_chart() {
     chart->legend()->setAlignment(Qt::AlignBottom);
     m_view->setChart(chart);
     m_texts.clear();
+    m_labels.clear();
+    for (const QMetaObject::Connection& watch : m_watches) QObject::disconnect(watch);
+    m_watches.clear();
+    m_watches.push_back(QObject::connect(chart, &QChart::plotAreaChanged, chart, [this] { place_labels(); }));
     if (old && old != chart) delete old;
 }
 
@@ -250,6 +261,7 @@ void QtChart2D::update_axes() {
                 log_axis->setRange(std::pow(10.0, std::floor(std::log10(low))),
                                    std::pow(10.0, std::max(std::ceil(std::log10(high)), std::floor(std::log10(low)) + 1)));
             log_axis->setMinorTickCount(8);
+            m_watches.push_back(QObject::connect(log_axis, &QLogValueAxis::rangeChanged, log_axis, [this] { place_labels(); }));
             axis = log_axis;
         } else {
             auto* linear = new QValueAxis;
@@ -264,6 +276,7 @@ void QtChart2D::update_axes() {
                 linear->setRange(low, high);
                 linear->setTickInterval(round_step(low, high));
             }
+            m_watches.push_back(QObject::connect(linear, &QValueAxis::rangeChanged, linear, [this] { place_labels(); }));
             axis = linear;
         }
         axis->setTitleText(text_of(title));
@@ -301,15 +314,64 @@ void QtChart2D::update_axes() {
         series->attachAxis(x_axis);
         series->attachAxis(y_axis);
     }
+    place_labels();
 }
 
 int QtChart2D::add_point_label(size_t series, size_t point, const std::string& text) {
+    if (series >= m_data.series() || point >= m_data.points()) return -1;
     const double x = m_data.x(series, point), y = m_data.y(series, point);
     if (ChartData::is_hole(x) || ChartData::is_hole(y) || chart()->series().isEmpty()) return -1;
-    auto* item = new QGraphicsSimpleTextItem(text_of(text), chart());
-    item->setPos(chart()->mapToPosition(QPointF(x, y), chart()->series().first()) + QPointF(10, -10));
+    auto* item = new PointLabelItem(text_of(text).trimmed(), chart());
+    m_labels.push_back({item, series, point});
     m_texts.push_back(item);
+    place_labels();
     return static_cast<int>(m_texts.size()) - 1;
+}
+
+QGraphicsItem* QtChart2D::text_item(int index) const {
+    return index >= 0 && index < static_cast<int>(m_texts.size()) ? m_texts[static_cast<size_t>(index)] : nullptr;
+}
+
+void QtChart2D::place_labels() {
+    if (m_labels.empty()) return;
+    QChart* view_chart = chart();
+    const QRectF area = view_chart->plotArea();
+    graph::PlotFrame frame;
+    frame.left = area.left(), frame.top = area.top(), frame.width = area.width(), frame.height = area.height();
+    // Cartesian value axes are mapped here; bars (whose X is the point's place among the
+    // categories) and polar charts are left to the chart's own mapping.
+    const auto range_of = [](QAbstractAxis* axis, double& low, double& high, bool& log) {
+        if (auto* linear = qobject_cast<QValueAxis*>(axis)) {
+            low = linear->min(), high = linear->max(), log = false;
+            return true;
+        }
+        if (auto* decades = qobject_cast<QLogValueAxis*>(axis)) {
+            low = decades->min(), high = decades->max(), log = true;
+            return true;
+        }
+        return false;
+    };
+    const bool own_mapping = qobject_cast<QPolarChart*>(view_chart) == nullptr &&
+                             range_of(view_chart->axes(Qt::Horizontal).value(0), frame.shown.x_min, frame.shown.x_max, frame.log_x) &&
+                             range_of(view_chart->axes(Qt::Vertical).value(0), frame.shown.y_min, frame.shown.y_max, frame.log_y);
+    for (const Label& label : m_labels) {
+        const double x = m_data.x(label.series, label.point), y = m_data.y(label.series, label.point);
+        std::optional<graph::Pixel> at;
+        if (own_mapping) {
+            at = graph::to_pixel(frame, x, y);
+        } else if (!view_chart->series().isEmpty()) {
+            const QPointF place = view_chart->mapToPosition(QPointF(is_bar_type() ? static_cast<double>(label.point) : x, y),
+                                                            view_chart->series().first());
+            at = graph::Pixel{place.x(), place.y()};
+        }
+        const bool shown = at && graph::inside(frame, *at);
+        label.item->setVisible(shown);
+        if (!shown) continue;
+        label.item->setPos(at->x, at->y);
+        const QSizeF size = label.item->box_size();
+        const graph::Pixel corner = graph::place_point_label(frame, *at, size.width(), size.height());
+        label.item->set_box_at(QPointF(corner.x - at->x, corner.y - at->y));
+    }
 }
 
 int QtChart2D::add_note(const std::string& text, int x, int y) {

@@ -2,20 +2,27 @@
 #include "graph/chart_2d.h"
 
 #include <QColor>
+#include <QMetaObject>
 #include <QPointer>
 
 class QChart;
 class QObject;
 class QChartView;
+class QGraphicsItem;
 class QGraphicsSimpleTextItem;
 
 namespace quorvex::gui {
+
+class PointLabelItem;
 
 // The 2-D chart on Qt Charts: a graph's series as line, scatter, area, bar, pie or polar series
 // of the view's chart. A hole splits a line into pieces, so the curve shows a gap there.
 class QtChart2D : public graph::Chart2D {
 public:
     explicit QtChart2D(QChartView* view);
+    ~QtChart2D() override;
+    QtChart2D(const QtChart2D&) = delete;
+    QtChart2D& operator=(const QtChart2D&) = delete;
 
     void clear() override;
     void set_type(int type) override;
@@ -35,6 +42,8 @@ public:
     const graph::ChartData& data() const { return m_data; }
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
+    // A text of the chart by the index add_point_label or add_note gave; null for none.
+    QGraphicsItem* text_item(int index) const;
 
 private:
     bool is_bar_type() const;
@@ -42,6 +51,9 @@ private:
     void build_series();
     void apply_style(size_t series);
     void update_axes();
+    // Puts every point label beside its point as the chart shows it now: after a zoom, a pan, a
+    // new size or a new layout the labels follow their points; a point out of sight hides its label.
+    void place_labels();
 
     QChartView* m_view;
     int m_type = 1;
@@ -51,7 +63,13 @@ private:
     bool m_log_x = false, m_log_y = false, m_grid = true;
     std::string m_x_title, m_y_title;
     graph::ChartColors m_colors;
-    std::vector<QGraphicsSimpleTextItem*> m_texts;
+    std::vector<QGraphicsItem*> m_texts;
+    struct Label {
+        PointLabelItem* item;
+        size_t series, point;
+    };
+    std::vector<Label> m_labels;
+    std::vector<QMetaObject::Connection> m_watches; // the chart's and axes' changes that move the labels
     std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
 };
 
