@@ -17,6 +17,9 @@
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
+#include <QGraphicsSimpleTextItem>
+#include <QLegend>
+#include <QLegendMarker>
 #include <QLineSeries>
 #include <QtTest>
 
@@ -251,6 +254,39 @@ private Q_SLOTS:
         QVERIFY(again.load(path));
         QVERIFY(again.show_graph(0));
         QVERIFY(beside(*again.graph_window(), again.document().Graphs[0].Data));
+    }
+
+    void theLegendFollowsTheSetupAndTheFooterStandsAtTheBottom() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.resize(800, 600);
+        window.show();
+        type_line(window.editor(), QStringLiteral("first(x) = x"));
+        type_line(window.editor(), QStringLiteral("second(x) = 2*x"));
+        type_line(window.editor(), QStringLiteral("third(x) = 3*x"));
+        QVERIFY(window.add_function_graph("first[x]", "x", 0, 1, 11));
+        quorvex::graph::GraphData& graph = window.document().Graphs[0].Data;
+        QCOMPARE(graph.Footer, std::string("Graph of: first[x]")); // a new graph's default footer
+        graph.Functions.emplace_back("second[x]", "2*x");
+        graph.Functions.emplace_back("third[x]", "3*x");
+        graph.SetFooter("the footer", true);
+        QVERIFY(window.show_graph(0));
+        settle();
+        QChart* chart = window.graph_window()->chart().chart();
+        QStringList legend;
+        for (QLegendMarker* marker : chart->legend()->markers())
+            if (marker->isVisible()) legend << marker->label();
+        QCOMPARE(legend, QStringList({"first[x]", "second[x]", "third[x]"}));
+
+        // The footer is a text below the plot area and the legend; the chart's title is the header alone.
+        QCOMPARE(chart->title(), QStringLiteral("Graph of: first[x]"));
+        const QGraphicsSimpleTextItem* footer = nullptr;
+        for (QGraphicsItem* item : chart->childItems())
+            if (auto* text = dynamic_cast<QGraphicsSimpleTextItem*>(item); text && text->text() == "the footer") footer = text;
+        QVERIFY(footer && footer->isVisible());
+        const QRectF place = footer->mapRectToItem(chart, footer->boundingRect());
+        QVERIFY(place.top() > chart->legend()->geometry().bottom());
+        QVERIFY(place.bottom() <= chart->rect().bottom());
     }
 
     void aPoleIsAGapAndItsErrorIsListed() {

@@ -21,7 +21,9 @@
 #include <QStackedBarSeries>
 #include <QValueAxis>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace quorvex::gui {
 
@@ -84,6 +86,11 @@ void QtChart2D::make_chart() {
     for (const QMetaObject::Connection& watch : m_watches) QObject::disconnect(watch);
     m_watches.clear();
     m_watches.push_back(QObject::connect(chart, &QChart::plotAreaChanged, chart, [this] { place_labels(); }));
+    // The chart has one title, drawn at the top: the footer is a text of its own at the bottom.
+    m_footer = new QGraphicsSimpleTextItem(chart);
+    m_footer->setVisible(false);
+    m_margins = chart->margins();
+    m_watches.push_back(QObject::connect(chart, &QGraphicsWidget::geometryChanged, chart, [this] { place_footer(); }));
     if (old && old != chart) delete old;
 }
 
@@ -92,6 +99,7 @@ void QtChart2D::clear() {
     m_styles.clear();
     m_items.clear();
     m_bounds.reset();
+    m_order.clear();
     m_log_x = m_log_y = false;
     // A chart of its own for each build: nothing of the last graph's axes or texts stays behind.
     make_chart();
@@ -102,6 +110,18 @@ void QtChart2D::set_type(int graph_type) {
     m_type = graph_type;
     const bool polar = m_type == type::Polar || m_type == type::Radar || m_type == type::RadarFilled;
     if (polar != was_polar) make_chart();
+}
+
+void QtChart2D::set_legend_order(std::vector<size_t> order) { m_order = std::move(order); }
+
+std::vector<size_t> QtChart2D::series_order() const {
+    std::vector<size_t> order = m_order;
+    if (order.size() != m_data.series() ||
+        std::any_of(order.begin(), order.end(), [this](size_t s) { return s >= m_data.series(); })) {
+        order.resize(m_data.series());
+        std::iota(order.begin(), order.end(), size_t(0));
+    }
+    return order;
 }
 
 void QtChart2D::set_data(const ChartData& data) {
@@ -133,7 +153,7 @@ void QtChart2D::build_series() {
     if (is_bar_type()) {
         QAbstractBarSeries* bars = m_type == type::StackingBar ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
                                                                : new QBarSeries;
-        for (size_t s = 0; s < m_data.series(); ++s) {
+        for (size_t s : series_order()) {
             auto* set = new QBarSet(text_of(m_data.label(s)));
             for (size_t p = 0; p < m_data.points(); ++p) {
                 const double y = m_data.y(s, p);
@@ -145,7 +165,7 @@ void QtChart2D::build_series() {
         view_chart->addSeries(bars);
         return;
     }
-    for (size_t s = 0; s < m_data.series(); ++s) {
+    for (size_t s : series_order()) {
         bool first = true;
         for (const QList<QPointF>& piece : pieces_of(m_data, s)) {
             QAbstractSeries* added = nullptr;
@@ -205,12 +225,27 @@ void QtChart2D::set_series_style(size_t series, const graph::SeriesStyle& style)
 
 void QtChart2D::set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
                            const std::string& y_title) {
-    QString title = text_of(header);
-    if (!footer.empty()) title += QStringLiteral("<br><small>") + text_of(footer).toHtmlEscaped() + QStringLiteral("</small>");
-    chart()->setTitle(title);
+    chart()->setTitle(text_of(header));
+    QFont small = chart()->titleFont();
+    small.setPointSizeF(small.pointSizeF() - 2);
+    m_footer->setFont(small);
+    m_footer->setText(text_of(footer));
+    m_footer->setVisible(!footer.empty());
+    QMarginsF margins = m_margins;
+    if (!footer.empty()) margins.setBottom(margins.bottom() + m_footer->boundingRect().height());
+    chart()->setMargins(margins.toMargins());
+    place_footer();
     m_x_title = x_title;
     m_y_title = y_title;
     update_axes();
+}
+
+void QtChart2D::place_footer() {
+    if (!m_footer || !m_footer->isVisible()) return;
+    const QRectF whole = chart()->rect();
+    const QRectF text = m_footer->boundingRect();
+    m_footer->setPos(whole.left() + (whole.width() - text.width()) / 2,
+                     whole.bottom() - m_margins.bottom() - text.height());
 }
 
 void QtChart2D::set_colors(const graph::ChartColors& colors) {
@@ -219,6 +254,7 @@ void QtChart2D::set_colors(const graph::ChartColors& colors) {
     chart()->setPlotAreaBackgroundBrush(to_qcolor(colors.data_area_background));
     chart()->setPlotAreaBackgroundVisible(true);
     chart()->setTitleBrush(to_qcolor(colors.foreground));
+    m_footer->setBrush(to_qcolor(colors.foreground));
     chart()->legend()->setLabelColor(to_qcolor(colors.foreground));
     update_axes();
 }

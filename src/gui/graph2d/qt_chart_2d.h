@@ -2,6 +2,7 @@
 #include "graph/chart_2d.h"
 
 #include <QColor>
+#include <QMargins>
 #include <QMetaObject>
 #include <QPointer>
 
@@ -26,6 +27,7 @@ public:
 
     void clear() override;
     void set_type(int type) override;
+    void set_legend_order(std::vector<size_t> order) override;
     void set_data(const graph::ChartData& data) override;
     void set_series_style(size_t series, const graph::SeriesStyle& style) override;
     void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
@@ -49,6 +51,9 @@ private:
     bool is_bar_type() const;
     void make_chart();
     void build_series();
+    std::vector<size_t> series_order() const;
+    // Keeps the footer centred under the legend as the chart's size changes.
+    void place_footer();
     void apply_style(size_t series);
     void update_axes();
     // Puts every point label beside its point as the chart shows it now: after a zoom, a pan, a
@@ -59,11 +64,14 @@ private:
     int m_type = 1;
     graph::ChartData m_data{1, 0, 0};
     std::vector<graph::SeriesStyle> m_styles;
+    std::vector<size_t> m_order;
     std::optional<graph::ChartBounds> m_bounds;
     bool m_log_x = false, m_log_y = false, m_grid = true;
     std::string m_x_title, m_y_title;
     graph::ChartColors m_colors;
     std::vector<QGraphicsItem*> m_texts;
+    QGraphicsSimpleTextItem* m_footer = nullptr;
+    QMarginsF m_margins; // the chart's own, before room is made for the footer
     struct Label {
         PointLabelItem* item;
         size_t series, point;
