@@ -30,6 +30,15 @@ bool label_still_fits(const GraphNote& label, const ChartData& data) {
     return !ChartData::is_hole(x) && !ChartData::is_hole(y) && same_value(label.XStr, x) && same_value(label.YStr, y);
 }
 
+// The legend lists the functions in the setup's order, then the data sets, while the series keep
+// their numbers (the last function is series 0).
+std::vector<size_t> legend_order(size_t functions, size_t data_sets) {
+    std::vector<size_t> order;
+    for (size_t f = functions; f-- > 0;) order.push_back(f);
+    for (size_t set = 0; set < data_sets; ++set) order.push_back(functions + set);
+    return order;
+}
+
 void tell(engine::Reporter* reporter, const std::string& text) {
     if (reporter) reporter->report(text, k_caption, engine::MessageKind::Information);
 }
@@ -86,6 +95,7 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
 
     const GraphTypeInfo* info = find_graph_type(graph.Type);
     chart.set_type(info ? info->drawn_as : graph_type::Plot);
+    chart.set_legend_order(legend_order(graph.Functions.size(), data->series() - graph.Functions.size()));
     chart.set_data(*data);
     const size_t functions = graph.Functions.size();
     for (size_t s = 0; s < data->series(); ++s) {

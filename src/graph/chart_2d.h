@@ -22,6 +22,9 @@ public:
     virtual void clear() = 0;
     // The kind of chart to draw (a graph type as the chart draws it: plot, bar, pie, ...).
     virtual void set_type(int type) = 0;
+    // The order in which the legend lists the series (and the chart draws them), given before
+    // the data; without it the series' own order.
+    virtual void set_legend_order(std::vector<size_t> order) = 0;
     virtual void set_data(const ChartData& data) = 0;
     virtual void set_series_style(size_t series, const SeriesStyle& style) = 0;
     virtual void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
@@ -48,6 +51,7 @@ public:
 
     void clear() override { *this = RecordingChart(); }
     void set_type(int type) override { this->type = type; }
+    void set_legend_order(std::vector<size_t> order) override { legend_order = std::move(order); }
     void set_data(const ChartData& data) override { this->data = data; }
     void set_series_style(size_t series, const SeriesStyle& style) override {
         if (styles.size() <= series) styles.resize(series + 1);
@@ -71,6 +75,7 @@ public:
     }
 
     int type = 0;
+    std::vector<size_t> legend_order;
     ChartData data{1, 0, 0};
     std::vector<SeriesStyle> styles;
     std::vector<std::string> titles;

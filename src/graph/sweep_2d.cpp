@@ -1,6 +1,7 @@
 #include "sweep_2d.h"
 
 #include "graph_limits.h"
+#include "root_branches.h"
 
 #include "engine/host.h"
 #include "engine/parser.h"
@@ -14,6 +15,7 @@ namespace {
 
 constexpr double k_imaginary_zero = 1e-10;
 constexpr double k_zero = 1e-14;
+constexpr const char* k_complex_point = "Complex data point encountered, data must be real!";
 
 std::string value_text(const engine::complex& value) {
     std::ostringstream out;
@@ -180,7 +182,13 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
                     parser.ClearLastError();
                     continue; // a hole
                 }
-                if (std::abs(y.imag()) > k_imaginary_zero) continue; // complex: a hole
+                if (std::abs(y.imag()) > k_imaginary_zero) {
+                    // Complex: a hole, listed with the failures (once, on the way out).
+                    if (!backward)
+                        report.errors.push_back("An error occured at " + axis->name() + " = " + value_text(x) + " : " +
+                                                k_complex_point);
+                    continue;
+                }
                 data.set_y(each.series, point, snap(y.real()));
             }
             ++point;
@@ -190,6 +198,7 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
             run_point(false);
             if (!keep_going(host, report) || !sweep.Increment()) break;
         }
+        const size_t forward = point;
         if (report.two_solutions && !report.cancelled) {
             // Back along the other branch: the curve returns to its start below the axis.
             first_back = true;
@@ -198,6 +207,10 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
                 first_back = false;
                 if (!keep_going(host, report)) break;
             }
+            const auto set_x = [&variable](double x) { variable->set(engine::complex(x, 0)); };
+            for (const MappedFunction& each : mapped)
+                if (each.two_roots && !report.cancelled)
+                    join_root_branches(parser, each.equation, set_x, data, each.series, forward, zero);
         }
         delete_equations(parser, mapped);
         for (size_t i = 0; i < graph.Functions.size(); ++i) {

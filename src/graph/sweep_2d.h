@@ -24,7 +24,8 @@ struct SweepReport {
 // Turns a 2-D graph into chart numbers with the document's engine: every function is mapped
 // once and run at each point of the X variable's range; a point where the engine fails or the
 // answer is complex is a hole, and its message goes to the report. With GraphTwoSolutions a
-// function with a square root comes back along its negative branch. Data sets follow the
+// function with a square root comes back along its negative branch, and the two branches meet
+// where the root is zero, also between two points of the walk. Data sets follow the
 // functions as further series. The engine's variables are as they were afterwards.
 // Series order: the last function first, then the data sets in order.
 // `both_branches`, when given, is asked once (before the sweep) whether a graph whose functions

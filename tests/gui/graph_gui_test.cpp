@@ -9,6 +9,7 @@
 #include "gui/graph2d/graph_export.h"
 #include "gui/graph2d/graph_view.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/point_label_item.h"
 #include "gui/graph2d/qt_chart_2d.h"
 
 #include "graph/build_2d.h"
@@ -16,12 +17,17 @@
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
+#include <QGraphicsSimpleTextItem>
+#include <QLegend>
+#include <QLegendMarker>
 #include <QLineSeries>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTimer>
 #include <QValueAxis>
 #include <QtTest>
+
+#include <optional>
 
 using namespace quorvex::gui;
 using quorvex::gui::testing::type_line;
@@ -39,6 +45,27 @@ bool reddish_near(const QImage& image, QPoint at) {
             if (c.red() > 180 && c.green() < 90 && c.blue() < 90) return true;
         }
     return false;
+}
+
+// Lets the chart lay itself out, as the event loop does between a change and its painting.
+void settle() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    QCoreApplication::processEvents();
+}
+
+// Where the value (x, y) of the drawn graph is on the screen, in the view's pixels.
+QPoint on_screen(GraphWindow& graphs, QPointF value) {
+    QChart* chart = graphs.chart().chart();
+    return graphs.view()->mapFromScene(chart->mapToScene(chart->mapToPosition(value, chart->series().first())));
+}
+
+// The place of the only label of the graph drawn: its box's lower left corner, in the view's
+// pixels; none while it is hidden.
+std::optional<QPoint> label_corner(GraphWindow& graphs, const quorvex::graph::GraphData& graph) {
+    if (graph.Notes.size() != 1) return std::nullopt;
+    auto* label = dynamic_cast<PointLabelItem*>(graphs.chart().text_item(graph.Notes.front().Index));
+    if (!label || !label->isVisible()) return std::nullopt;
+    return graphs.view()->mapFromScene(label->mapToScene(label->box().bottomLeft()));
 }
 
 } // namespace
@@ -214,6 +241,88 @@ private Q_SLOTS:
         options.export_graph = "nothing";
         QCOMPARE(export_document_graph(options, QStringLiteral(QUORVEX_SOURCE_DATA_DIR), scratch.path(), messages), 1);
         QCOMPARE(messages.last(), QStringLiteral("The document has no graph \"nothing\"; its graphs are \"para\"."));
+    }
+
+    void aPointLabelStaysOnItsPoint() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        const QString path = scratch.file_path(QStringLiteral("labelled.qvx"));
+        const QPointF value(2, 1); // a point of para: 2^2/4
+        // The label's box stands 10 pixels right of and above its point, give or take a pixel
+        // of the box's rounding.
+        const auto beside = [&value](GraphWindow& graphs, const quorvex::graph::GraphData& graph) {
+            settle();
+            const std::optional<QPoint> corner = label_corner(graphs, graph);
+            if (!corner) return false;
+            const QPoint offset = *corner - on_screen(graphs, value);
+            return std::abs(offset.x() - 10) <= 2 && std::abs(offset.y() + 10) <= 2;
+        };
+        {
+            DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+            window.resize(800, 600);
+            window.show();
+            type_line(window.editor(), QStringLiteral("para(x) = x^2/4"));
+            QVERIFY(window.add_function_graph("para[x]", "x", -4, 4, 81));
+            GraphWindow& graphs = *window.graph_window();
+            const auto& graph = window.document().Graphs[0].Data;
+            settle();
+            QTest::mouseClick(graphs.view()->viewport(), Qt::LeftButton, {}, on_screen(graphs, value) + QPoint(2, -1));
+            QCOMPARE(graph.Notes.size(), size_t(1));
+            QCOMPARE(graph.Notes.front().Text, std::string(" (2 , 1) "));
+            QVERIFY(beside(graphs, graph));
+
+            QTest::keyClick(graphs.view(), Qt::Key_Plus); // zoom
+            QVERIFY(beside(graphs, graph));
+            QTest::keyClick(graphs.view(), Qt::Key_Left); // pan
+            QVERIFY(beside(graphs, graph));
+            window.resize(640, 700);
+            QVERIFY(beside(graphs, graph));
+            for (int step = 0; step < 30; ++step) QTest::keyClick(graphs.view(), Qt::Key_Right);
+            settle();
+            QVERIFY(!label_corner(graphs, graph)); // its point panned out of sight: so is the label
+            window.toggle_graph(); // F9 to the editor and back
+            window.toggle_graph();
+            QVERIFY(beside(graphs, graph));
+            QVERIFY(window.save(path));
+        }
+        DocumentWindow again(scratch.services, QStringLiteral("Untitled 2"));
+        again.resize(700, 500);
+        again.show();
+        QVERIFY(again.load(path));
+        QVERIFY(again.show_graph(0));
+        QVERIFY(beside(*again.graph_window(), again.document().Graphs[0].Data));
+    }
+
+    void theLegendFollowsTheSetupAndTheFooterStandsAtTheBottom() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.resize(800, 600);
+        window.show();
+        type_line(window.editor(), QStringLiteral("first(x) = x"));
+        type_line(window.editor(), QStringLiteral("second(x) = 2*x"));
+        type_line(window.editor(), QStringLiteral("third(x) = 3*x"));
+        QVERIFY(window.add_function_graph("first[x]", "x", 0, 1, 11));
+        quorvex::graph::GraphData& graph = window.document().Graphs[0].Data;
+        QCOMPARE(graph.Footer, std::string("Graph of: first[x]")); // a new graph's default footer
+        graph.Functions.emplace_back("second[x]", "2*x");
+        graph.Functions.emplace_back("third[x]", "3*x");
+        graph.SetFooter("the footer", true);
+        QVERIFY(window.show_graph(0));
+        settle();
+        QChart* chart = window.graph_window()->chart().chart();
+        QStringList legend;
+        for (QLegendMarker* marker : chart->legend()->markers())
+            if (marker->isVisible()) legend << marker->label();
+        QCOMPARE(legend, QStringList({"first[x]", "second[x]", "third[x]"}));
+
+        // The footer is a text below the plot area and the legend; the chart's title is the header alone.
+        QCOMPARE(chart->title(), QStringLiteral("Graph of: first[x]"));
+        const QGraphicsSimpleTextItem* footer = nullptr;
+        for (QGraphicsItem* item : chart->childItems())
+            if (auto* text = dynamic_cast<QGraphicsSimpleTextItem*>(item); text && text->text() == "the footer") footer = text;
+        QVERIFY(footer && footer->isVisible());
+        const QRectF place = footer->mapRectToItem(chart, footer->boundingRect());
+        QVERIFY(place.top() > chart->legend()->geometry().bottom());
+        QVERIFY(place.bottom() <= chart->rect().bottom());
     }
 
     void aPoleIsAGapAndItsErrorIsListed() {

@@ -107,11 +107,18 @@ private Q_SLOTS:
         wizard.next(); // Variables: the function's x is offered as the axis
         QCOMPARE(wizard.page<VariablesPage>()->axis()->currentText(), QStringLiteral("x"));
         wizard.page<VariablesPage>()->points()->setValue(21);
+        // The titles are the defaults that name the function, not the placeholders of an empty graph.
+        wizard.tabs()->setCurrentWidget(wizard.page<LabelsPage>());
+        QCOMPARE(wizard.page<LabelsPage>()->header()->text(), QStringLiteral("Graph of: cube[x]"));
+        QCOMPARE(wizard.page<LabelsPage>()->footer()->text(), QStringLiteral("Graph of: cube[x]"));
         wizard.accept(); // Finish
         QCOMPARE(wizard.result(), int(QDialog::Accepted));
         const auto& graph = doc.window.document().Graphs.at(0);
         QCOMPARE(graph.Data.Name, std::string("Cubic"));
         QCOMPARE(graph.Data.Functions.size(), size_t(1));
+        QCOMPARE(graph.Data.Header, std::string("Graph of: cube[x]"));
+        QCOMPARE(graph.Data.Footer, std::string("Graph of: cube[x]"));
+        QVERIFY(!graph.Data.HeaderSet && !graph.Data.FooterSet); // still defaults: new functions renew them
         QVERIFY(doc.window.graph_shown());
         QVERIFY(doc.window.graph_window()->errors().isEmpty());
     }

@@ -373,7 +373,7 @@ bool DocumentWindow::add_function_graph(const std::string& function, const std::
     graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(variable, engine::complex(low, 0), engine::complex(high, 0), points));
     graph.Data.Name = m_hub->GetUniqueGraphName(declared->short_name());
     graph.Data.SetDefaultHeader(true);
-    graph.Data.Footer.clear(); // the header names the function already
+    graph.Data.SetDefaultFooter(true);
     graph.Data.SetDefaultXAxisTitle(true);
     graph.Data.SetDefaultYAxisTitle(true);
     m_document->Graphs.push_back(std::move(graph));

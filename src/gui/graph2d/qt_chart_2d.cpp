@@ -1,7 +1,10 @@
 #include "qt_chart_2d.h"
 
 #include "graph/decimate.h"
+#include "point_label_item.h"
+
 #include "graph/graph_types.h"
+#include "graph/plot_frame.h"
 #include "gui/common/color_picker.h"
 
 #include <QAreaSeries>
@@ -19,7 +22,9 @@
 #include <QStackedBarSeries>
 #include <QValueAxis>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace quorvex::gui {
 
@@ -66,6 +71,10 @@ QString short_number(double value) { return QString::number(value, 'g', 6); }
 
 QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
 
+QtChart2D::~QtChart2D() {
+    for (const QMetaObject::Connection& watch : m_watches) QObject::disconnect(watch);
+}
+
 QChart* QtChart2D::chart() const { return m_view->chart(); }
 
 bool QtChart2D::is_bar_type() const {
@@ -82,6 +91,15 @@ void QtChart2D::make_chart() {
     // A larger plot area (a resized window, a picture exported larger) has more columns to fill.
     QObject::connect(chart, &QChart::plotAreaChanged, &m_guard, [this] { decimate_again(); });
     m_texts.clear();
+    m_labels.clear();
+    for (const QMetaObject::Connection& watch : m_watches) QObject::disconnect(watch);
+    m_watches.clear();
+    m_watches.push_back(QObject::connect(chart, &QChart::plotAreaChanged, chart, [this] { place_labels(); }));
+    // The chart has one title, drawn at the top: the footer is a text of its own at the bottom.
+    m_footer = new QGraphicsSimpleTextItem(chart);
+    m_footer->setVisible(false);
+    m_margins = chart->margins();
+    m_watches.push_back(QObject::connect(chart, &QGraphicsWidget::geometryChanged, chart, [this] { place_footer(); }));
     if (old && old != chart) delete old;
 }
 
@@ -90,6 +108,7 @@ void QtChart2D::clear() {
     m_styles.clear();
     m_items.clear();
     m_bounds.reset();
+    m_order.clear();
     m_log_x = m_log_y = false;
     // A chart of its own for each build: nothing of the last graph's axes or texts stays behind.
     make_chart();
@@ -100,6 +119,18 @@ void QtChart2D::set_type(int graph_type) {
     m_type = graph_type;
     const bool polar = m_type == type::Polar || m_type == type::Radar || m_type == type::RadarFilled;
     if (polar != was_polar) make_chart();
+}
+
+void QtChart2D::set_legend_order(std::vector<size_t> order) { m_order = std::move(order); }
+
+std::vector<size_t> QtChart2D::series_order() const {
+    std::vector<size_t> order = m_order;
+    if (order.size() != m_data.series() ||
+        std::any_of(order.begin(), order.end(), [this](size_t s) { return s >= m_data.series(); })) {
+        order.resize(m_data.series());
+        std::iota(order.begin(), order.end(), size_t(0));
+    }
+    return order;
 }
 
 void QtChart2D::set_data(const ChartData& data) {
@@ -131,7 +162,7 @@ void QtChart2D::build_series() {
     if (is_bar_type()) {
         QAbstractBarSeries* bars = m_type == type::StackingBar ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
                                                                : new QBarSeries;
-        for (size_t s = 0; s < m_data.series(); ++s) {
+        for (size_t s : series_order()) {
             auto* set = new QBarSet(text_of(m_data.label(s)));
             for (size_t p = 0; p < m_data.points(); ++p) {
                 const double y = m_data.y(s, p);
@@ -143,7 +174,7 @@ void QtChart2D::build_series() {
         view_chart->addSeries(bars);
         return;
     }
-    for (size_t s = 0; s < m_data.series(); ++s) {
+    for (size_t s : series_order()) {
         bool first = true;
         for (const QList<QPointF>& piece : pieces_of(drawn_points(s))) {
             QAbstractSeries* added = nullptr;
@@ -252,12 +283,27 @@ void QtChart2D::set_series_style(size_t series, const graph::SeriesStyle& style)
 
 void QtChart2D::set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
                            const std::string& y_title) {
-    QString title = text_of(header);
-    if (!footer.empty()) title += QStringLiteral("<br><small>") + text_of(footer).toHtmlEscaped() + QStringLiteral("</small>");
-    chart()->setTitle(title);
+    chart()->setTitle(text_of(header));
+    QFont small = chart()->titleFont();
+    small.setPointSizeF(small.pointSizeF() - 2);
+    m_footer->setFont(small);
+    m_footer->setText(text_of(footer));
+    m_footer->setVisible(!footer.empty());
+    QMarginsF margins = m_margins;
+    if (!footer.empty()) margins.setBottom(margins.bottom() + m_footer->boundingRect().height());
+    chart()->setMargins(margins.toMargins());
+    place_footer();
     m_x_title = x_title;
     m_y_title = y_title;
     update_axes();
+}
+
+void QtChart2D::place_footer() {
+    if (!m_footer || !m_footer->isVisible()) return;
+    const QRectF whole = chart()->rect();
+    const QRectF text = m_footer->boundingRect();
+    m_footer->setPos(whole.left() + (whole.width() - text.width()) / 2,
+                     whole.bottom() - m_margins.bottom() - text.height());
 }
 
 void QtChart2D::set_colors(const graph::ChartColors& colors) {
@@ -266,6 +312,7 @@ void QtChart2D::set_colors(const graph::ChartColors& colors) {
     chart()->setPlotAreaBackgroundBrush(to_qcolor(colors.data_area_background));
     chart()->setPlotAreaBackgroundVisible(true);
     chart()->setTitleBrush(to_qcolor(colors.foreground));
+    m_footer->setBrush(to_qcolor(colors.foreground));
     chart()->legend()->setLabelColor(to_qcolor(colors.foreground));
     update_axes();
 }
@@ -308,6 +355,7 @@ void QtChart2D::update_axes() {
                 log_axis->setRange(std::pow(10.0, std::floor(std::log10(low))),
                                    std::pow(10.0, std::max(std::ceil(std::log10(high)), std::floor(std::log10(low)) + 1)));
             log_axis->setMinorTickCount(8);
+            m_watches.push_back(QObject::connect(log_axis, &QLogValueAxis::rangeChanged, log_axis, [this] { place_labels(); }));
             axis = log_axis;
         } else {
             auto* linear = new QValueAxis;
@@ -322,6 +370,7 @@ void QtChart2D::update_axes() {
                 linear->setRange(low, high);
                 linear->setTickInterval(round_step(low, high));
             }
+            m_watches.push_back(QObject::connect(linear, &QValueAxis::rangeChanged, linear, [this] { place_labels(); }));
             axis = linear;
         }
         axis->setTitleText(text_of(title));
@@ -367,15 +416,64 @@ void QtChart2D::update_axes() {
             QObject::connect(log, &QLogValueAxis::rangeChanged, &m_guard, [this] { decimate_again(); });
     }
     decimate_again();
+    place_labels();
 }
 
 int QtChart2D::add_point_label(size_t series, size_t point, const std::string& text) {
+    if (series >= m_data.series() || point >= m_data.points()) return -1;
     const double x = m_data.x(series, point), y = m_data.y(series, point);
     if (ChartData::is_hole(x) || ChartData::is_hole(y) || chart()->series().isEmpty()) return -1;
-    auto* item = new QGraphicsSimpleTextItem(text_of(text), chart());
-    item->setPos(chart()->mapToPosition(QPointF(x, y), chart()->series().first()) + QPointF(10, -10));
+    auto* item = new PointLabelItem(text_of(text).trimmed(), chart());
+    m_labels.push_back({item, series, point});
     m_texts.push_back(item);
+    place_labels();
     return static_cast<int>(m_texts.size()) - 1;
+}
+
+QGraphicsItem* QtChart2D::text_item(int index) const {
+    return index >= 0 && index < static_cast<int>(m_texts.size()) ? m_texts[static_cast<size_t>(index)] : nullptr;
+}
+
+void QtChart2D::place_labels() {
+    if (m_labels.empty()) return;
+    QChart* view_chart = chart();
+    const QRectF area = view_chart->plotArea();
+    graph::PlotFrame frame;
+    frame.left = area.left(), frame.top = area.top(), frame.width = area.width(), frame.height = area.height();
+    // Cartesian value axes are mapped here; bars (whose X is the point's place among the
+    // categories) and polar charts are left to the chart's own mapping.
+    const auto range_of = [](QAbstractAxis* axis, double& low, double& high, bool& log) {
+        if (auto* linear = qobject_cast<QValueAxis*>(axis)) {
+            low = linear->min(), high = linear->max(), log = false;
+            return true;
+        }
+        if (auto* decades = qobject_cast<QLogValueAxis*>(axis)) {
+            low = decades->min(), high = decades->max(), log = true;
+            return true;
+        }
+        return false;
+    };
+    const bool own_mapping = qobject_cast<QPolarChart*>(view_chart) == nullptr &&
+                             range_of(view_chart->axes(Qt::Horizontal).value(0), frame.shown.x_min, frame.shown.x_max, frame.log_x) &&
+                             range_of(view_chart->axes(Qt::Vertical).value(0), frame.shown.y_min, frame.shown.y_max, frame.log_y);
+    for (const Label& label : m_labels) {
+        const double x = m_data.x(label.series, label.point), y = m_data.y(label.series, label.point);
+        std::optional<graph::Pixel> at;
+        if (own_mapping) {
+            at = graph::to_pixel(frame, x, y);
+        } else if (!view_chart->series().isEmpty()) {
+            const QPointF place = view_chart->mapToPosition(QPointF(is_bar_type() ? static_cast<double>(label.point) : x, y),
+                                                            view_chart->series().first());
+            at = graph::Pixel{place.x(), place.y()};
+        }
+        const bool shown = at && graph::inside(frame, *at);
+        label.item->setVisible(shown);
+        if (!shown) continue;
+        label.item->setPos(at->x, at->y);
+        const QSizeF size = label.item->box_size();
+        const graph::Pixel corner = graph::place_point_label(frame, *at, size.width(), size.height());
+        label.item->set_box_at(QPointF(corner.x - at->x, corner.y - at->y));
+    }
 }
 
 int QtChart2D::add_note(const std::string& text, int x, int y) {

@@ -4,13 +4,18 @@
 
 #include <QColor>
 #include <QObject>
+#include <QMargins>
+#include <QMetaObject>
 #include <QPointer>
 
 class QChart;
 class QChartView;
+class QGraphicsItem;
 class QGraphicsSimpleTextItem;
 
 namespace quorvex::gui {
+
+class PointLabelItem;
 
 // The 2-D chart on Qt Charts: a graph's series as line, scatter, area, bar, pie or polar series
 // of the view's chart. A hole splits a line into pieces, so the curve shows a gap there. Lines
@@ -19,9 +24,13 @@ namespace quorvex::gui {
 class QtChart2D : public graph::Chart2D {
 public:
     explicit QtChart2D(QChartView* view);
+    ~QtChart2D() override;
+    QtChart2D(const QtChart2D&) = delete;
+    QtChart2D& operator=(const QtChart2D&) = delete;
 
     void clear() override;
     void set_type(int type) override;
+    void set_legend_order(std::vector<size_t> order) override;
     void set_data(const graph::ChartData& data) override;
     void set_series_style(size_t series, const graph::SeriesStyle& style) override;
     void set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
@@ -38,6 +47,8 @@ public:
     const graph::ChartData& data() const { return m_data; }
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
+    // A text of the chart by the index add_point_label or add_note gave; null for none.
+    QGraphicsItem* text_item(int index) const;
 
 private:
     bool is_bar_type() const;
@@ -49,18 +60,33 @@ private:
     void decimate_again(size_t series);
     void make_chart();
     void build_series();
+    std::vector<size_t> series_order() const;
+    // Keeps the footer centred under the legend as the chart's size changes.
+    void place_footer();
     void apply_style(size_t series);
     void update_axes();
+    // Puts every point label beside its point as the chart shows it now: after a zoom, a pan, a
+    // new size or a new layout the labels follow their points; a point out of sight hides its label.
+    void place_labels();
 
     QChartView* m_view;
     int m_type = 1;
     graph::ChartData m_data{1, 0, 0};
     std::vector<graph::SeriesStyle> m_styles;
+    std::vector<size_t> m_order;
     std::optional<graph::ChartBounds> m_bounds;
     bool m_log_x = false, m_log_y = false, m_grid = true;
     std::string m_x_title, m_y_title;
     graph::ChartColors m_colors;
-    std::vector<QGraphicsSimpleTextItem*> m_texts;
+    std::vector<QGraphicsItem*> m_texts;
+    QGraphicsSimpleTextItem* m_footer = nullptr;
+    QMarginsF m_margins; // the chart's own, before room is made for the footer
+    struct Label {
+        PointLabelItem* item;
+        size_t series, point;
+    };
+    std::vector<Label> m_labels;
+    std::vector<QMetaObject::Connection> m_watches; // the chart's and axes' changes that move the labels
     std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
     QObject m_guard; // the receiver of the chart's signals: none arrives once this chart is gone
 };

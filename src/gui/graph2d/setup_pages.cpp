@@ -93,6 +93,7 @@ void FunctionsPage::store(document::DocumentGraph& graph) {
     graph.Data.DelUncommonVars();
     if (changed) {
         graph.Data.SetDefaultHeader(false);
+        graph.Data.SetDefaultFooter(false);
         graph.Data.SetDefaultYAxisTitle(false);
     }
 }
@@ -251,17 +252,21 @@ LabelsPage::LabelsPage(QWidget* parent)
     form->addRow(tr("&Y axis title:"), m_y);
     form->addRow(defaults);
     connect(defaults, &QPushButton::clicked, this, [this] {
-        m_defaults.Data.SetDefaultHeader(true);
-        m_defaults.Data.SetDefaultXAxisTitle(true);
-        m_defaults.Data.SetDefaultYAxisTitle(true);
-        m_header->setText(text_of(m_defaults.Data.Header));
-        m_x->setText(text_of(m_defaults.Data.XAxisTitle));
-        m_y->setText(text_of(m_defaults.Data.YAxisTitle));
+        m_shown.Data.SetDefaultHeader(true);
+        m_shown.Data.SetDefaultFooter(true);
+        m_shown.Data.SetDefaultXAxisTitle(true);
+        m_shown.Data.SetDefaultYAxisTitle(true);
+        m_defaults_asked = true;
+        m_header->setText(text_of(m_shown.Data.Header));
+        m_footer->setText(text_of(m_shown.Data.Footer));
+        m_x->setText(text_of(m_shown.Data.XAxisTitle));
+        m_y->setText(text_of(m_shown.Data.YAxisTitle));
     });
 }
 
 void LabelsPage::load(const document::DocumentGraph& graph) {
-    m_defaults = graph;
+    m_shown = graph;
+    m_defaults_asked = false;
     m_header->setText(text_of(graph.Data.Header));
     m_footer->setText(text_of(graph.Data.Footer));
     m_x->setText(text_of(graph.Data.XAxisTitle));
@@ -269,16 +274,24 @@ void LabelsPage::load(const document::DocumentGraph& graph) {
 }
 
 void LabelsPage::store(document::DocumentGraph& graph) {
-    // A title typed differently from what the graph had is the user's own from now on.
-    const auto put = [](QLineEdit* edit, const std::string& before, auto setter) {
-        const std::string now = edit->text().toStdString();
-        if (now != before) setter(now.c_str(), true);
-    };
     graph::GraphData& data = graph.Data;
-    put(m_header, data.Header, [&data](const char* t, bool u) { data.SetHeader(t, u); });
-    put(m_footer, data.Footer, [&data](const char* t, bool u) { data.SetFooter(t, u); });
-    put(m_x, data.XAxisTitle, [&data](const char* t, bool u) { data.SetXAxisTitle(t, u); });
-    put(m_y, data.YAxisTitle, [&data](const char* t, bool u) { data.SetYAxisTitle(t, u); });
+    if (m_defaults_asked) {
+        data.SetDefaultHeader(true);
+        data.SetDefaultFooter(true);
+        data.SetDefaultXAxisTitle(true);
+        data.SetDefaultYAxisTitle(true);
+    }
+    // Only a title typed differently from what the page showed is the user's own from now on:
+    // the other pages (new functions: new default titles) may have changed the graph since.
+    const auto put = [](QLineEdit* edit, const std::string& shown, auto setter) {
+        const std::string now = edit->text().toStdString();
+        if (now != shown) setter(now.c_str(), true);
+    };
+    const graph::GraphData& shown = m_shown.Data;
+    put(m_header, shown.Header, [&data](const char* t, bool u) { data.SetHeader(t, u); });
+    put(m_footer, shown.Footer, [&data](const char* t, bool u) { data.SetFooter(t, u); });
+    put(m_x, shown.XAxisTitle, [&data](const char* t, bool u) { data.SetXAxisTitle(t, u); });
+    put(m_y, shown.YAxisTitle, [&data](const char* t, bool u) { data.SetYAxisTitle(t, u); });
 }
 
 // --- Types ----------------------------------------------------------------------------------

@@ -94,10 +94,12 @@ public:
     void load(const document::DocumentGraph& graph) override;
     void store(document::DocumentGraph& graph) override;
     QLineEdit* header() const { return m_header; }
+    QLineEdit* footer() const { return m_footer; }
 
 private:
     QLineEdit *m_header, *m_footer, *m_x, *m_y;
-    document::DocumentGraph m_defaults; // the graph as loaded, for "Default Titles"
+    document::DocumentGraph m_shown; // the graph as loaded, or with the default titles once asked for
+    bool m_defaults_asked = false;
 };
 
 // The kind of 2-D graph.

@@ -145,3 +145,17 @@ TEST_F(Build, BarsBeyondWhatAChartLaysOutAreRefusedBeforeAnyWork) {
     EXPECT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
     EXPECT_EQ(chart.data.points(1), 10000u);
 }
+
+TEST_F(Build, TheLegendListsTheFunctionsInTheSetupsOrderThenTheDataSets) {
+    parser.eval_exp("cb[x] = x^3", true, false, false);
+    graph.Functions.emplace_back("cb[x]", "x^3");
+    StrDataPnts set;
+    set.SetName("measured");
+    set.PutXDataPoint("1", 0);
+    set.PutYDataPoint("2", 0);
+    graph.DataSets.push_back(set);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report));
+    std::vector<std::string> legend;
+    for (size_t series : chart.legend_order) legend.push_back(chart.data.label(series));
+    EXPECT_EQ(legend, (std::vector<std::string>{"sq[x]", "cb[x]", "measured"}));
+}

@@ -15,6 +15,8 @@ using namespace quorvex::graph;
 
 namespace {
 
+const std::string complex_point = "Complex data point encountered, data must be real!";
+
 struct Sweep : ::testing::Test {
     engine::Parser parser{&functions::builtin_functions(), QUORVEX_DATA_DIR};
     GraphData graph{"g"};
@@ -87,12 +89,42 @@ TEST_F(Sweep, ASquareRootIsDrawnAlongBothBranchesAndComplexPointsAreHoles) {
     EXPECT_TRUE(ChartData::is_hole(data->y(0, 6)));
     for (size_t p = 7; p < 10; ++p) EXPECT_NEAR(data->y(0, p), -std::sqrt(back_x[p - 6]), 1e-12) << p;
     EXPECT_TRUE(ChartData::is_hole(data->y(0, 10)));
-    EXPECT_TRUE(report.errors.empty());
+    // The complex point is listed once, though both branches pass it.
+    EXPECT_EQ(report.errors, std::vector<std::string>{"An error occured at x = -1 : " + complex_point});
     EXPECT_FALSE(parser.is_variable("x")); // made for the sweep, removed after it
 
     graph.GraphTwoSolutions = false;
     report = {};
     EXPECT_EQ(sweep_2d(parser, graph, report)->points(), 6u);
+}
+
+TEST_F(Sweep, TheTwoBranchesOfASquareRootMeetWhereTheRootIsZero) {
+    declare("h[x] = SQRT(x)");
+    graph.Functions.emplace_back("h[x]", "SQRT(x)");
+    for (const long points : {201L, 200L}) { // 0 on the walk, and 0 between two of its points
+        sweep_x(-10, 10, points);
+        SweepReport report;
+        const auto data = sweep_2d(parser, graph, report);
+        ASSERT_TRUE(data);
+        const auto forward = static_cast<size_t>(points);
+        ASSERT_EQ(data->points(), 2 * forward - 1);
+        // The first point drawn on the way out (the positive branch) and the last on the way back
+        // (the negative one) are the same: the origin.
+        size_t first = 0, last = data->points() - 1;
+        while (first < forward && ChartData::is_hole(data->y(0, first))) ++first;
+        while (last >= forward && ChartData::is_hole(data->y(0, last))) --last;
+        ASSERT_LT(first, forward);
+        ASSERT_GE(last, forward);
+        EXPECT_NEAR(data->x(0, first), 0, 1e-12) << points;
+        EXPECT_NEAR(data->y(0, first), 0, 1e-9) << points;
+        EXPECT_NEAR(data->x(0, last), 0, 1e-12) << points;
+        EXPECT_NEAR(data->y(0, last), 0, 1e-9) << points;
+        EXPECT_GT(data->y(0, first + 1), 0);
+        EXPECT_LT(data->y(0, last - 1), 0);
+        // Each x below 0 is listed as complex, once.
+        ASSERT_EQ(report.errors.size(), 100u) << points;
+        EXPECT_EQ(report.errors.front(), "An error occured at x = -10 : " + complex_point);
+    }
 }
 
 TEST_F(Sweep, DataSetsFollowTheFunctionsWithHolesForWhatDoesNotEvaluate) {
