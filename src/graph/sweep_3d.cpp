@@ -1,8 +1,11 @@
 #include "sweep_3d.h"
 
+#include "graph_limits.h"
+
 #include "engine/host.h"
 #include "engine/parser.h"
 
+#include <cstdio>
 #include <sstream>
 
 namespace quorvex::graph {
@@ -149,12 +152,59 @@ std::optional<Grid3D> grid_of_sets(engine::Parser& parser, const GraphData& grap
     return grid;
 }
 
+std::string number_text(double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.14g", value);
+    return text;
+}
+
 } // namespace
+
+std::optional<double> value_at_3d(engine::Parser& parser, const GraphData& graph, double x, double z) {
+    if (graph.Functions.empty() || !graph.XAxisVar || !graph.ZAxisVar) return std::nullopt;
+    const std::string& name = graph.Functions.front().full_name();
+    const size_t open = name.find('[');
+    const size_t close = name.rfind(']');
+    if (open == std::string::npos || close == std::string::npos || close < open) return std::nullopt;
+    // f[x,y] becomes f[1.5,2]: the parameters named like the axis variables take the numbers.
+    std::string call = name.substr(0, open + 1);
+    size_t start = open + 1;
+    for (;;) {
+        const size_t end = std::min(name.find(',', start), close);
+        const std::string parameter = name.substr(start, end - start);
+        call += parameter == graph.XAxisVar->name()   ? number_text(x)
+                : parameter == graph.ZAxisVar->name() ? number_text(z)
+                                                      : parameter;
+        if (end == close) break;
+        call += ',';
+        start = end + 1;
+    }
+    call += ']';
+    engine::complex value;
+    parser.eval_exp(call.c_str(), value, true, false, false);
+    if (parser.IsAnError()) {
+        parser.ClearLastError();
+        return std::nullopt;
+    }
+    return value.real();
+}
 
 std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
                                engine::Host* host) {
+    if (const size_t work = graph_work(graph); work > k_max_graph_work) {
+        report.errors.push_back(graph_work_refusal(work));
+        return std::nullopt;
+    }
     if (!graph.Functions.empty()) {
         if (!graph.XAxisVar || !graph.ZAxisVar) return std::nullopt;
+        const auto points = static_cast<size_t>(std::max(1L, graph.XAxisVar->num_points())) *
+                            static_cast<size_t>(std::max(1L, graph.ZAxisVar->num_points()));
+        if (points > k_max_surface_points) {
+            report.errors.push_back("The surface asks for " + std::to_string(points) + " points; a surface holds at most " +
+                                    std::to_string(k_max_surface_points) +
+                                    " (1000 by 1000). Give the X or Z variable fewer points.");
+            return std::nullopt;
+        }
         return sweep_function(parser, graph, report, host);
     }
     if (graph.DataSets.empty() || graph.DataSets.front().XPoints.empty()) return std::nullopt;

@@ -22,4 +22,12 @@ namespace quorvex::graph {
 std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
                                engine::Host* host = nullptr);
 
+// The most points a surface may have: past a million cells the picture is a blur of lines that
+// takes seconds to draw.
+inline constexpr size_t k_max_surface_points = 1'000'000;
+
+// The graph's value at (x, z) computed afresh, for a point label: the function called with the
+// two numbers in place of the X and Z variables (at 14 digits), or none when that fails.
+std::optional<double> value_at_3d(engine::Parser& parser, const GraphData& graph, double x, double z);
+
 } // namespace quorvex::graph

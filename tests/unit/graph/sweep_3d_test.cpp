@@ -102,3 +102,23 @@ TEST_F(Sweep3D, DataSetsMakeAnIrregularGridOneLinePerSet) {
     EXPECT_DOUBLE_EQ(grid->value(2, 0), 2.5);
     EXPECT_DOUBLE_EQ(grid->value(1, 1), 3);
 }
+
+TEST_F(Sweep3D, ALabelsValueIsComputedAfreshAndTooLargeASurfaceIsRefused) {
+    declare("k = 10");
+    declare("h[x, y] = x*k + y");
+    graph.Functions.emplace_back("h[x,y]", "x*k + y");
+    ranges(0, 1, 3, 0, 1, 3);
+    EXPECT_EQ(value_at_3d(parser, graph, 0.5, 0.25), 5.25);
+    EXPECT_FALSE(parser.IsAnError());
+    declare("r[x, y] = 1/(x - y)");
+    graph.Functions.front() = engine::Function("r[x,y]", "1/(x - y)");
+    EXPECT_FALSE(value_at_3d(parser, graph, 2, 2));
+    EXPECT_FALSE(parser.IsAnError());
+
+    ranges(0, 1, 2000, 0, 1, 1000);
+    SweepReport report;
+    EXPECT_FALSE(sweep_3d(parser, graph, report));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_NE(report.errors[0].find("a surface holds at most 1000000"), std::string::npos);
+    EXPECT_EQ(parser.equation_count(), 0);
+}
