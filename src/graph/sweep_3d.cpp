@@ -211,4 +211,16 @@ std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, S
     return grid_of_sets(parser, graph);
 }
 
+bool compute_3d(engine::Parser& parser, const GraphData& graph, Chart3D& chart, SweepReport& report,
+                engine::Host* host) {
+    std::optional<Grid3D> grid = sweep_3d(parser, graph, report, host);
+    if (!grid) {
+        if (!report.cancelled && report.errors.empty())
+            report.errors.push_back("The graph \"" + graph.Name + "\" has no function or data set to draw in 3-D.");
+        return false;
+    }
+    build_3d(graph, *grid, chart);
+    return true;
+}
+
 } // namespace quorvex::graph

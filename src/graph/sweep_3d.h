@@ -1,4 +1,5 @@
 #pragma once
+#include "chart_3d.h"
 #include "graph_data.h"
 #include "grid_3d.h"
 #include "sweep_2d.h"
@@ -29,5 +30,14 @@ inline constexpr size_t k_max_surface_points = 1'000'000;
 // The graph's value at (x, z) computed afresh, for a point label: the function called with the
 // two numbers in place of the X and Z variables (at 14 digits), or none when that fails.
 std::optional<double> value_at_3d(engine::Parser& parser, const GraphData& graph, double x, double z);
+
+} // namespace quorvex::graph
+
+namespace quorvex::graph {
+
+// Computes a 3-D graph and hands it to the chart: the sweep, then forms, view, labels and notes.
+// False when nothing can be drawn (the reasons are in `report`) or the host stopped it.
+bool compute_3d(engine::Parser& parser, const GraphData& graph, Chart3D& chart, SweepReport& report,
+                engine::Host* host = nullptr);
 
 } // namespace quorvex::graph

@@ -1,5 +1,9 @@
 #include "batch_export.h"
 
+#include "graph/sweep_3d.h"
+#include "gui/graph3d/graph3d_view.h"
+#include "gui/graph3d/picture_3d.h"
+
 #include "graph_export.h"
 #include "qt_chart_2d.h"
 
@@ -44,8 +48,8 @@ int export_document_graph(const desktop::LaunchOptions& options, const QString& 
                              names.isEmpty() ? QStringLiteral("none") : names);
         return 1;
     }
-    if (graph->Data.GetGraphType() != 1) {
-        messages << QStringLiteral("The graph \"%1\" is no 2-D graph; only 2-D graphs are exported so far.")
+    if (graph->Data.GetGraphType() == 0) {
+        messages << QStringLiteral("The graph \"%1\" has no function or data set to draw.")
                         .arg(QString::fromStdString(graph->Data.Name));
         return 1;
     }
@@ -53,8 +57,32 @@ int export_document_graph(const desktop::LaunchOptions& options, const QString& 
     return draw_graph_picture(parser, *graph, QString::fromStdString(options.export_path), size, messages) ? 0 : 1;
 }
 
+namespace {
+
+bool draw_3d_picture(engine::Parser& parser, const document::DocumentGraph& graph, const QString& path, QSize size,
+                     QStringList& messages) {
+    Graph3DView view;
+    view.resize(size);
+    graph::SweepReport report;
+    const bool drawn = graph::compute_3d(parser, graph.Data, view, report);
+    for (const std::string& error : report.errors) messages << QString::fromStdString(error);
+    if (!drawn) {
+        messages << QStringLiteral("The graph \"%1\" could not be created.").arg(QString::fromStdString(graph.Data.Name));
+        return false;
+    }
+    QString error;
+    if (!export_view_3d(view, path, size, &error)) {
+        messages << error;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 bool draw_graph_picture(engine::Parser& parser, document::DocumentGraph& graph, const QString& path, QSize size,
                         QStringList& messages) {
+    if (graph.Data.GetGraphType() == 2) return draw_3d_picture(parser, graph, path, size, messages);
     std::vector<graph::SeriesLook> looks;
     for (size_t f = 0; f < graph.Data.Functions.size(); ++f)
         looks.push_back({graph.StyleOf(f).LineColor, graph.StyleOf(f).LineWidth});

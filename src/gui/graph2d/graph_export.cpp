@@ -40,12 +40,12 @@ void paint_at(QChart* chart, QSize size, QPainter& painter) {
 
 } // namespace
 
-bool export_chart(QChart* chart, const QString& path, QSize size, QString* error) {
+bool export_painting(const QString& path, QSize size, const std::function<void(QPainter&)>& paint,
+                     const QString& title, QString* error) {
     const auto fail = [error](const QString& why) {
         if (error) *error = why;
         return false;
     };
-    if (!chart || !chart->scene()) return fail(QStringLiteral("There is no graph to export."));
     if (size.width() < 16 || size.height() < 16 || size.width() > 20000 || size.height() > 20000)
         return fail(QStringLiteral("The size %1x%2 is not one a picture can have (16 to 20000 pixels a side).")
                         .arg(size.width())
@@ -56,7 +56,7 @@ bool export_chart(QChart* chart, const QString& path, QSize size, QString* error
         image.fill(Qt::white);
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
-        paint_at(chart, size, painter);
+        paint(painter);
         painter.end();
         if (!image.save(path, "PNG")) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
         return true;
@@ -66,10 +66,10 @@ bool export_chart(QChart* chart, const QString& path, QSize size, QString* error
         svg.setFileName(path);
         svg.setSize(size);
         svg.setViewBox(QRect(QPoint(0, 0), size));
-        svg.setTitle(QTextDocumentFragment::fromHtml(chart->title()).toPlainText()); // the header, without markup
+        svg.setTitle(title);
         QPainter painter;
         if (!painter.begin(&svg)) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
-        paint_at(chart, size, painter);
+        paint(painter);
         painter.end();
         return QFileInfo(path).size() > 0 || fail(QStringLiteral("The picture could not be written to %1.").arg(path));
     }
@@ -82,11 +82,21 @@ bool export_chart(QChart* chart, const QString& path, QSize size, QString* error
         if (!painter.begin(&pdf)) return fail(QStringLiteral("The picture could not be written to %1.").arg(path));
         const double scale = pdf.width() / static_cast<double>(size.width());
         painter.scale(scale, scale);
-        paint_at(chart, size, painter);
+        paint(painter);
         painter.end();
         return true;
     }
     return fail(QStringLiteral("%1: the picture's kind is told by its extension, .png, .svg or .pdf.").arg(path));
+}
+
+bool export_chart(QChart* chart, const QString& path, QSize size, QString* error) {
+    if (!chart || !chart->scene()) {
+        if (error) *error = QStringLiteral("There is no graph to export.");
+        return false;
+    }
+    // The header, without markup, names an SVG drawing.
+    const QString title = QTextDocumentFragment::fromHtml(chart->title()).toPlainText();
+    return export_painting(path, size, [chart, size](QPainter& painter) { paint_at(chart, size, painter); }, title, error);
 }
 
 } // namespace quorvex::gui

@@ -5,6 +5,9 @@
 #include "qt_chart_2d.h"
 
 #include "graph/build_2d.h"
+#include "graph/graph_file_3d.h"
+#include "graph/sweep_3d.h"
+#include "gui/graph3d/graph3d_view.h"
 #include "graph/graph_file.h"
 #include "graph/graph_limits.h"
 #include "graph/graph_types.h"
@@ -35,6 +38,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -46,7 +50,9 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
     : QWidget(parent),
       m_document(document),
       m_graphs(new QComboBox(this)),
+      m_pages(new QStackedWidget(this)),
       m_view(new GraphView(this)),
+      m_view3d(new Graph3DView(this)),
       m_chart(std::make_unique<QtChart2D>(m_view)),
       m_errors(new QListWidget(this)),
       m_status(new QLabel(this)) {
@@ -73,8 +79,10 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
     m_errors->setToolTip(tr("Graph Errors"));
     m_errors->setVisible(false);
     m_errors->setMaximumHeight(fontMetrics().height() * 6); // a few lines; the graph keeps the room
+    m_pages->addWidget(m_view);
+    m_pages->addWidget(m_view3d);
     auto* split = new QSplitter(Qt::Vertical, this);
-    split->addWidget(m_view);
+    split->addWidget(m_pages);
     split->addWidget(m_errors);
     split->setStretchFactor(0, 4);
     split->setStretchFactor(1, 1);
@@ -87,7 +95,12 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
 
     connect(draw_button, &QPushButton::clicked, this, [this] { draw(current_graph()); });
     connect(m_graphs, qOverload<int>(&QComboBox::activated), this, [this](int index) { draw(index); });
-    connect(whole, &QPushButton::clicked, m_view, &GraphView::reset_zoom);
+    connect(whole, &QPushButton::clicked, this, [this] {
+        if (showing_3d())
+            m_view3d->reset_view();
+        else
+            m_view->reset_zoom();
+    });
     connect(export_button, &QPushButton::clicked, this, &GraphWindow::export_with_dialog);
     connect(copy_button, &QPushButton::clicked, this, &GraphWindow::copy_to_clipboard);
     connect(print_button, &QPushButton::clicked, this, [this] { print(false); });
@@ -111,10 +124,53 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_document.parser().set_vars_saved(false);
         draw(m_drawn);
     });
+    connect(m_view3d, &Graph3DView::pointerText, this, [this](const QString& text) {
+        m_status->setText(text);
+        Q_EMIT pointerMoved(text);
+    });
+    connect(m_view3d, &Graph3DView::pointPicked, this, [this](const graph::GridPick& pick) {
+        toggle_label_3d(pick.i, pick.j, pick.point.x, pick.point.y);
+    });
+    // The user's turn is the graph's: it survives a rebuild and is saved with the document.
+    connect(m_view3d, &Graph3DView::viewChanged, this, [this](const graph::View3D& view) {
+        auto& graphs = m_document.document().Graphs;
+        if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+        graph::keep_view_in_graph(graphs[static_cast<size_t>(m_drawn)].Data, view);
+        m_document.parser().set_vars_saved(false);
+    });
     refresh_list();
 }
 
 GraphWindow::~GraphWindow() = default;
+
+bool GraphWindow::showing_3d() const { return m_pages->currentWidget() == m_view3d; }
+
+QWidget* GraphWindow::shown_picture() const { return m_pages->currentWidget(); }
+
+void GraphWindow::toggle_label_3d(size_t i, size_t j, double x, double z) {
+    auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
+        return !note.IsNote && note.PosX == static_cast<int>(i) && note.PosY == static_cast<int>(j);
+    });
+    if (existing != shown.Notes.end()) {
+        shown.Notes.erase(existing);
+    } else {
+        const double grid_value = m_view3d->grid().value(i, j);
+        const double value = graph::value_at_3d(m_document.parser(), shown, x, z).value_or(grid_value);
+        const int digits = m_document.parser().answer_format().precision;
+        const auto text = [digits](double number) {
+            std::ostringstream out;
+            engine::Variable::StreamVariable(engine::complex(number, 0), out, digits);
+            return out.str();
+        };
+        const std::string label = graph::point_label_3d(text(x), text(value), text(z));
+        shown.Notes.emplace_back(label.c_str(), static_cast<int>(i), static_cast<int>(j), -1, false);
+    }
+    m_document.parser().set_vars_saved(false);
+    graph::build_3d(shown, m_view3d->grid(), *m_view3d); // the same grid: no new sweep for a label
+}
 
 void GraphWindow::toggle_label_near(QPointF at) {
     auto& graphs = m_document.document().Graphs;
@@ -180,11 +236,8 @@ bool GraphWindow::draw(int index) {
     m_drawn = -1;
     document::DocumentGraph& graph = graphs[static_cast<size_t>(index)];
     m_graphs->setCurrentIndex(index);
-    if (graph.Data.GetGraphType() == 2) {
-        m_status->setText(tr("\"%1\" is a 3-D graph, which this window does not draw yet.")
-                              .arg(QString::fromStdString(graph.Data.Name)));
-        return false;
-    }
+    if (graph.Data.GetGraphType() == 2) return draw_3d(index);
+    m_pages->setCurrentWidget(m_view);
     std::vector<graph::SeriesLook> looks;
     for (size_t f = 0; f < graph.Data.Functions.size(); ++f) {
         const document::FunctionStyle& style = graph.StyleOf(f);
@@ -211,6 +264,35 @@ bool GraphWindow::draw(int index) {
     m_drawn = index;
     m_status->setText(report.errors.empty()
                           ? QString()
+                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
+                               "Errors\" list for details.")
+                                .arg(QString::fromStdString(graph.Data.Name)));
+    return true;
+}
+
+bool GraphWindow::draw_3d(int index) {
+    document::DocumentGraph& graph = m_document.document().Graphs[static_cast<size_t>(index)];
+    ProgressHost host(this, tr("Building Graph: %1").arg(QString::fromStdString(graph.Data.Name)));
+    graph::SweepReport report;
+    const bool drawn = graph::compute_3d(m_document.parser(), graph.Data, *m_view3d, report, &host);
+    m_errors->clear();
+    for (const std::string& error : report.errors) m_errors->addItem(QString::fromStdString(error));
+    m_errors->setVisible(!report.errors.empty());
+    m_pages->setCurrentWidget(m_view3d);
+    if (report.cancelled) {
+        m_view3d->clear();
+        m_status->setText(tr("Stopped."));
+        return false;
+    }
+    if (!drawn) {
+        m_view3d->clear();
+        m_status->setText(tr("The graph \"%1\" could not be created; see the errors below.")
+                              .arg(QString::fromStdString(graph.Data.Name)));
+        return false;
+    }
+    m_drawn = index;
+    m_status->setText(report.errors.empty()
+                          ? tr("Drag to turn the graph, Shift+drag for depth, the wheel to scale, Home for the default view.")
                           : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
                                "Errors\" list for details.")
                                 .arg(QString::fromStdString(graph.Data.Name)));
@@ -279,14 +361,37 @@ bool GraphWindow::save_graph_file(const QString& path, QString* error) {
         return false;
     }
     std::string why;
-    if (!graph::write_graph_file(path.toStdString(), m_chart->data(), graphs[static_cast<size_t>(m_drawn)].Data, &why)) {
+    const graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    const bool written = showing_3d() ? graph::write_graph_file_3d(path.toStdString(), m_view3d->grid(), shown, &why)
+                                      : graph::write_graph_file(path.toStdString(), m_chart->data(), shown, &why);
+    if (!written) {
         if (error) *error = QString::fromStdString(why);
         return false;
     }
     return true;
 }
 
+bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
+    std::string why;
+    std::optional<graph::GraphFile3D> file = graph::read_graph_file_3d(path.toStdString(), &why);
+    if (!file) {
+        if (error) *error = QString::fromStdString(why);
+        return false;
+    }
+    graph::build_3d(file->graph, file->grid, *m_view3d);
+    m_pages->setCurrentWidget(m_view3d);
+    m_errors->clear();
+    for (const std::string& message : file->messages) m_errors->addItem(QString::fromStdString(message));
+    m_errors->setVisible(!file->messages.empty());
+    m_file = QFileInfo(path).absoluteFilePath();
+    m_drawn = -1;
+    m_status->setText(tr("Graph file %1").arg(m_file));
+    return true;
+}
+
 bool GraphWindow::open_graph_file(const QString& path, QString* error) {
+    if (QFileInfo(path).suffix().compare(QStringLiteral("g3d"), Qt::CaseInsensitive) == 0)
+        return open_graph_file_3d(path, error);
     std::string why;
     std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why);
     if (!file) {
@@ -306,6 +411,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     m_chart->set_colors(graph::chart_colors_of(shown));
     if (const auto bounds = graph::shown_bounds(file->data, shown.Type)) m_chart->set_bounds(*bounds);
     m_chart->set_grid(true);
+    m_pages->setCurrentWidget(m_view);
     m_view->reset_zoom();
     m_errors->clear();
     for (const std::string& message : file->messages) m_errors->addItem(QString::fromStdString(message));
@@ -320,26 +426,27 @@ void GraphWindow::save_file_with_dialog() {
     const QString base = m_graphs->currentText().isEmpty() ? QStringLiteral("graph") : m_graphs->currentText();
     const QString suggestion = (m_document.file_path().isEmpty() ? QDir::homePath()
                                                                   : QFileInfo(m_document.file_path()).absolutePath()) +
-                               QLatin1Char('/') + base + QStringLiteral(".g2d");
-    QString path = choose_export_path ? choose_export_path(suggestion)
-                                      : QFileDialog::getSaveFileName(this, tr("Save Graph File"), suggestion,
-                                                                     tr("Graph Files (*.g2d)"));
+                               QLatin1Char('/') + base + (showing_3d() ? QStringLiteral(".g3d") : QStringLiteral(".g2d"));
+    QString path = choose_export_path
+                       ? choose_export_path(suggestion)
+                       : QFileDialog::getSaveFileName(this, tr("Save Graph File"), suggestion,
+                                                      showing_3d() ? tr("Graph Files (*.g3d)") : tr("Graph Files (*.g2d)"));
     if (path.isEmpty()) return;
-    if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".g2d");
+    if (QFileInfo(path).suffix().isEmpty()) path += showing_3d() ? QStringLiteral(".g3d") : QStringLiteral(".g2d");
     QString error;
     if (!save_graph_file(path, &error)) QMessageBox::warning(this, tr("Save Graph File"), error);
 }
 
 void GraphWindow::open_file_with_dialog() {
     const QString path = QFileDialog::getOpenFileName(this, tr("Open Graph File"), QDir::homePath(),
-                                                      tr("Graph Files (*.g2d);;All Files (*)"));
+                                                      tr("Graph Files (*.g2d *.g3d);;All Files (*)"));
     if (path.isEmpty()) return;
     QString error;
     if (!open_graph_file(path, &error)) QMessageBox::warning(this, tr("Open Graph File"), error);
 }
 
 void GraphWindow::copy_to_clipboard() {
-    QGuiApplication::clipboard()->setImage(m_view->grab().toImage());
+    QGuiApplication::clipboard()->setImage(shown_picture()->grab().toImage());
     m_status->setText(tr("The graph is on the clipboard."));
 }
 
@@ -347,7 +454,7 @@ void GraphWindow::print(bool preview) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     const auto paint = [this](QPrinter* target) {
-        const QPixmap picture = m_view->grab();
+        const QPixmap picture = shown_picture()->grab();
         QPainter painter(target);
         const QRect page = painter.viewport();
         QSize size = picture.size();
@@ -372,7 +479,7 @@ void GraphWindow::export_with_dialog() {
     const QString suggestion = (m_document.file_path().isEmpty() ? QDir::homePath()
                                                                   : QFileInfo(m_document.file_path()).absolutePath()) +
                                QLatin1Char('/') + base + QStringLiteral(".png");
-    QSize size = m_view->size();
+    QSize size = shown_picture()->size();
     QString path;
     if (choose_export_path) {
         path = choose_export_path(suggestion);

@@ -6,10 +6,12 @@
 class QComboBox;
 class QLabel;
 class QListWidget;
+class QStackedWidget;
 
 namespace quorvex::gui {
 
 class DocumentWindow;
+class Graph3DView;
 class GraphView;
 class QtChart2D;
 
@@ -29,6 +31,9 @@ public:
     bool draw(int index);
     int current_graph() const;
     GraphView* view() const { return m_view; }
+    // The 3-D picture, shown in the 2-D view's place while a 3-D graph is drawn.
+    Graph3DView* view_3d() const { return m_view3d; }
+    bool showing_3d() const;
     QtChart2D& chart() { return *m_chart; }
     QStringList errors() const;
     // Asks for a file and writes the drawn graph to it.
@@ -62,9 +67,17 @@ Q_SIGNALS:
     void pointerMoved(const QString& coordinates);
 
 private:
+    bool draw_3d(int index);
+    // A click on a surface's grid point labels it with its coordinates, or takes its label away.
+    void toggle_label_3d(size_t i, size_t j, double x, double z);
+    bool open_graph_file_3d(const QString& path, QString* error);
+    QWidget* shown_picture() const;
+
     DocumentWindow& m_document;
     QComboBox* m_graphs;
+    QStackedWidget* m_pages;
     GraphView* m_view;
+    Graph3DView* m_view3d;
     std::unique_ptr<QtChart2D> m_chart;
     QListWidget* m_errors;
     QLabel* m_status;

@@ -158,11 +158,15 @@ void Graph3DView::wheelEvent(QWheelEvent* event) {
     Q_EMIT viewChanged(m_view);
 }
 
+void Graph3DView::reset_view() {
+    m_view = m_default_view;
+    update();
+    Q_EMIT viewChanged(m_view);
+}
+
 void Graph3DView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Home) {
-        m_view = m_default_view;
-        update();
-        Q_EMIT viewChanged(m_view);
+        reset_view();
         return;
     }
     QWidget::keyPressEvent(event);

@@ -37,6 +37,8 @@ public:
     graph::Scene3D scene() const;
     // The grid point under a pixel of the widget, if any.
     std::optional<graph::GridPick> pick(const QPoint& at) const;
+    // Back to the default view (Home).
+    void reset_view();
     // Changes the scale by `step` (0.1 per margin command: a positive step makes it smaller).
     void change_scale(double step);
 
