@@ -234,3 +234,17 @@ TEST(DocumentRead, WhatTheFileHoldsIsLoadedAndWhatCouldNotBeKeptIsTold) {
     EXPECT_EQ(*e.doc.Matrices[0].GetStrValue(0, 0), "7");
     EXPECT_TRUE(e.reporter.said("Matrix ' M ' is saved as 1000 by 3"));
 }
+
+TEST(DocumentRead, ADocumentJustReadHasNothingToSave) {
+    // Plain text without sections, and files with only one kind of declaration: the engine's
+    // state is what the file holds, whatever the engine held before.
+    for (const char* text : {"1+2\r\nx*3\r\n", "y = 2\r\n[DECLARED VARIABLES]\r\ny=2\r\n",
+                             "[DECLARED FUNCTIONS]\r\nh[x]=x/2\r\n"}) {
+        Editor e;
+        e.parser.eval_exp(std::string_view("old = 1"), true, true, false);
+        e.parser.eval_exp(std::string_view("k[x] = x"), true, true, false);
+        ASSERT_TRUE(e.doc.ReadText(text)) << text;
+        EXPECT_TRUE(e.parser.vars_saved()) << text;
+        EXPECT_TRUE(e.parser.funcs_saved()) << text;
+    }
+}
