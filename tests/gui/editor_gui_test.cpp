@@ -164,7 +164,7 @@ private Q_SLOTS:
         const QString path = window->file_path();
         QVERIFY(path.endsWith(QStringLiteral("Untitled 1.qvx")));
         QVERIFY(!window->is_modified());
-        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path.toUpper() + QStringLiteral("[*]"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path + QStringLiteral("[*]"));
         QCOMPARE(QString::fromStdString(program.recent().files().front()), path);
 
         program.frame->mdi_area()->closeAllSubWindows();
