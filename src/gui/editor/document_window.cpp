@@ -196,6 +196,7 @@ void DocumentWindow::toggle_graph() {
         graphs->hide();
         m_editor->show();
         m_editor->setFocus();
+        Q_EMIT statusText(QString()); // the coordinates under the pointer were the graph's
         return;
     }
     graphs->refresh_list();
