@@ -1,5 +1,6 @@
 // quorvex: the desktop program.
 #include "desktop/launch_options.h"
+#include "gui/common/program_icon.h"
 #include "gui/graph2d/batch_export.h"
 #include "gui/shell/application.h"
 
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Quorvex"));
     QApplication::setApplicationVersion(QStringLiteral(QUORVEX_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("quorvex"));
+    QApplication::setWindowIcon(quorvex::gui::program_icon()); // every window and dialog
     quorvex::gui::Application program(*options);
     if (!program.start()) return 0; // a running program took the file
     return QApplication::exec();

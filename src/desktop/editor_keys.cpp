@@ -20,4 +20,9 @@ KeyDecision decide_key(EditorKey key, int calculation_method, char before_caret)
     return {};
 }
 
+AfterCompute after_compute(bool recalculated, bool error, bool last_line) {
+    if (!recalculated || last_line) return AfterCompute::NewLine;
+    return error ? AfterCompute::StayOnLine : AfterCompute::NextLine;
+}
+
 } // namespace quorvex::desktop

@@ -17,4 +17,16 @@ struct KeyDecision {
 // still be entered; `before_caret` is the character before the caret, 0 at a line's start.
 KeyDecision decide_key(EditorKey key, int calculation_method, char before_caret);
 
+// Where the caret goes when a key that computed also brings its new line.
+enum class AfterCompute {
+    NewLine,    // a new line below the one computed
+    NextLine,   // on to the line below, which is already there
+    StayOnLine, // the line needs the user's attention
+};
+
+// A line that held an answer already (`recalculated`) and has lines below it is computed again in
+// place and the caret moves on, so that a column of answers can be brought up to date with one
+// key per line; a refusal there keeps the caret on the line. Everything else gets its new line.
+AfterCompute after_compute(bool recalculated, bool error, bool last_line);
+
 } // namespace quorvex::desktop

@@ -47,6 +47,11 @@ std::vector<CatalogEntry> document_functions(engine::Parser& parser) {
     return entries;
 }
 
+std::string completion_text(const CatalogEntry& entry) {
+    // The bracket every prototype is written with, and the keypad's too.
+    return entry.kind == NameKind::Constant ? entry.name : entry.name + "[";
+}
+
 std::vector<CatalogEntry> catalog_names(engine::Parser& parser) {
     std::vector<CatalogEntry> entries;
     // builtins.txt beside the system library: "NAME<TAB>PROTOTYPE<TAB>DESCRIPTION" per line.

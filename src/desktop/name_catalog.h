@@ -27,4 +27,8 @@ std::vector<CatalogEntry> catalog_names(engine::Parser& parser);
 // The document's functions alone (they change as lines are computed).
 std::vector<CatalogEntry> document_functions(engine::Parser& parser);
 
+// What choosing `entry` while typing puts into the line: a constant's name, or a function's name
+// with its opening bracket.
+std::string completion_text(const CatalogEntry& entry);
+
 } // namespace quorvex::desktop

@@ -63,9 +63,6 @@ bool Document::ReadText(std::string_view bytes) {
     const bool loaded = ReadVariables(ini) && step("Opening File...", 15) && ReadFunctions(ini) &&
                         step("Opening File...", 25);
     if (!loaded) return false;
-    // What was read is what the file holds, also when it declares nothing (a plain text).
-    m_parser.set_vars_saved(true);
-    m_parser.set_funcs_saved(true);
     ReadSettings(ini);
     if (!step("Opening File...", 35)) return false;
     ReadFont(ini);
@@ -77,6 +74,10 @@ bool Document::ReadText(std::string_view bytes) {
     if (!ReadGraphs(ini) || !step("Opening File...", 75)) return false;
 
     Lines = split_lines(bytes.substr(0, start));
+    // The engine now holds what the file holds, even where a section was absent and only the
+    // clearing above touched it: nothing is left to save.
+    m_parser.set_vars_saved(true);
+    m_parser.set_funcs_saved(true);
     return step("Opening File...", 100);
 }
 

@@ -85,6 +85,7 @@ bool LineProcessor::Calculate(std::string& piece, size_t lead, std::string state
         piece.erase(lead + start, end - start);
         statement.resize(start);
         caret = lead + start;
+        if (last) outcome.recalculated = true;
     }
 
     outcome.computed = true;

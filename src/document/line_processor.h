@@ -18,6 +18,7 @@ struct LineOutcome {
     std::string text;           // the line as it stands afterwards
     bool computed = false;      // at least one statement reached the engine
     bool answered = false;      // an answer was written into the line
+    bool recalculated = false;  // the last statement held an old answer, which was taken out
     bool error = false;         // a statement failed; `message` says why, the line is otherwise kept
     std::string message;
     bool variables_changed = false;

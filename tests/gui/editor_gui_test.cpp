@@ -23,6 +23,7 @@
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QLabel>
+#include <QTreeView>
 #include <QtTest>
 
 #include <algorithm>
@@ -114,11 +115,11 @@ private Q_SLOTS:
         QCompleter* completer = editor->completer();
         QVERIFY(completer->popup()->isVisible());
         QCOMPARE(completer->currentCompletion(), QStringLiteral("volume")); // the document's own function
-        QTest::keyClick(completer->popup(), Qt::Key_Return);
-        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume"));
-        QTest::keyClicks(editor, QStringLiteral("(2)"));
+        QTest::keyClick(completer->popup(), Qt::Key_Tab);
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume[")); // a function comes with its bracket
+        QTest::keyClicks(editor, QStringLiteral("2]"));
         QTest::keyClick(editor, Qt::Key_Return);
-        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume(2) = 8"));
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("volume[2] = 8"));
 
         // A library function comes with its prototype and description.
         QTest::keyClicks(editor, QStringLiteral("HAVERS"));
@@ -140,6 +141,115 @@ private Q_SLOTS:
         };
         QVERIFY(underlined(refused));
         QVERIFY(!underlined(editor->document()->findBlockByNumber(1)));
+    }
+
+    void enterComputesWhileNamesAreOfferedAndTabOrArrowsTakeOne() {
+        Program program(1);
+        MathEditor* editor = program.frame->new_document()->editor();
+        QAbstractItemView* popup = editor->completer()->popup();
+        // A line ending in a name that is offered computes on the first Enter, and what is typed
+        // next goes on the next line.
+        QTest::keyClicks(editor, QStringLiteral("2*PI"));
+        QVERIFY(popup->isVisible());
+        QTest::keyClick(popup, Qt::Key_Return);
+        QVERIFY(!popup->isVisible());
+        type_line(editor, QStringLiteral("2/3*3"));
+        QCOMPARE(lines_of(editor).size(), 3);
+        QVERIFY(lines_of(editor).at(0).startsWith(QStringLiteral("2*PI = 6.28318")));
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("2/3*3 = 2"));
+
+        // Tab takes the name offered; a library function comes with its bracket, and the
+        // prototype stands beside the name in the list.
+        QTest::keyClicks(editor, QStringLiteral("HAVERS"));
+        QVERIFY(popup->isVisible());
+        const QModelIndex offered = editor->completer()->completionModel()->index(0, 1);
+        QCOMPARE(offered.data().toString(), QStringLiteral("HAVERSIN[X]"));
+        QVERIFY(!static_cast<QTreeView*>(popup)->isColumnHidden(1));
+        QTest::keyClick(popup, Qt::Key_Tab);
+        QCOMPARE(lines_of(editor).at(2), QStringLiteral("HAVERSIN["));
+        type_line(editor, QStringLiteral("0]"));
+        QCOMPARE(lines_of(editor).at(2), QStringLiteral("HAVERSIN[0] = 0"));
+
+        // After the arrows went through the list, Enter takes the name chosen.
+        type_line(editor, QStringLiteral("qqa[s] = s+1"));
+        type_line(editor, QStringLiteral("qqb[s] = s+2"));
+        QTest::keyClicks(editor, QStringLiteral("qq"));
+        QVERIFY(popup->isVisible());
+        QTest::keyClick(popup, Qt::Key_Down);
+        QTest::keyClick(popup, Qt::Key_Return);
+        QCOMPARE(lines_of(editor).at(5), QStringLiteral("qqb["));
+        type_line(editor, QStringLiteral("1]"));
+        QCOMPARE(lines_of(editor).at(5), QStringLiteral("qqb[1] = 3"));
+    }
+
+    void enterOnAnAnsweredLineComputesItInPlaceAndMovesOn() {
+        Program program(1);
+        MathEditor* editor = program.frame->new_document()->editor();
+        type_line(editor, QStringLiteral("a = 3"));
+        type_line(editor, QStringLiteral("a*2"));
+        type_line(editor, QStringLiteral("a+1"));
+        const auto caret_to_end_of = [editor](int line) {
+            QTextCursor cursor(editor->document()->findBlockByNumber(line));
+            cursor.movePosition(QTextCursor::EndOfBlock);
+            editor->setTextCursor(cursor);
+        };
+        // A new value, then Enter down the answers below it: no line is added.
+        caret_to_end_of(0);
+        QTest::keyClick(editor, Qt::Key_Backspace);
+        QTest::keyClicks(editor, QStringLiteral("5"));
+        QTest::keyClick(editor, Qt::Key_F4);
+        caret_to_end_of(1);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(editor->textCursor().blockNumber(), 2);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(lines_of(editor), (QStringList{QStringLiteral("a = 5"), QStringLiteral("a*2 = 10"),
+                                                QStringLiteral("a+1 = 6"), QString()}));
+        QCOMPARE(editor->textCursor().blockNumber(), 3);
+        caret_to_end_of(1);
+        for (int i = 0; i < 3; ++i) {
+            caret_to_end_of(1);
+            QTest::keyClick(editor, Qt::Key_Return);
+        }
+        QCOMPARE(lines_of(editor).size(), 4);
+        // A refusal there keeps the caret on its line, without its old answer.
+        editor->setTextCursor(QTextCursor(editor->document()->findBlockByNumber(1)));
+        QTest::keyClicks(editor, QStringLiteral("1/0+"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(lines_of(editor).at(1), QStringLiteral("1/0+a*2"));
+        QCOMPARE(editor->textCursor().blockNumber(), 1);
+        QCOMPARE(lines_of(editor).size(), 4);
+    }
+
+    void theErrorWindowStaysInsideTheMainWindow() {
+        Program program(1);
+        program.frame->setGeometry(40, 40, 600, 420);
+        MathEditor* editor = program.frame->new_document()->editor();
+        // Enough lines that the caret stands at the bottom of the window.
+        for (int i = 0; i < 40; ++i) type_line(editor, QStringLiteral("%1").arg(i));
+        type_line(editor, QStringLiteral("1/0"), Qt::Key_F4);
+        QVERIFY(program.errors->isVisible());
+        const QRect caret(editor->viewport()->mapToGlobal(editor->cursorRect().topLeft()), editor->cursorRect().size());
+        QVERIFY(caret.bottom() > program.frame->frameGeometry().bottom() - program.errors->height());
+        QVERIFY2(program.frame->frameGeometry().contains(program.errors->frameGeometry()),
+                 qPrintable(QStringLiteral("error window at y %1..%2, main window to %3")
+                                .arg(program.errors->frameGeometry().top())
+                                .arg(program.errors->frameGeometry().bottom())
+                                .arg(program.frame->frameGeometry().bottom())));
+        QVERIFY(!program.errors->frameGeometry().intersects(caret)); // the line stays in view
+    }
+
+    void aPlainTextFileOpensUnmodified() {
+        Program program(1);
+        const QString path = program.file_path(QStringLiteral("notes.txt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("1+2 = 3\r\nx*4\r\n");
+        file.close();
+        DocumentWindow* window = program.frame->open_document(path);
+        QVERIFY(window);
+        QVERIFY(!window->is_modified());
+        QVERIFY(!window->isWindowModified());
+        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + QFileInfo(path).absoluteFilePath() + QStringLiteral("[*]"));
     }
 
     void shiftEnterAndEqualsComputeInTheirMethods() {
@@ -171,7 +281,7 @@ private Q_SLOTS:
         const QString path = window->file_path();
         QVERIFY(path.endsWith(QStringLiteral("Untitled 1.qvx")));
         QVERIFY(!window->is_modified());
-        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path.toUpper() + QStringLiteral("[*]"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("MATH EDITOR - ") + path + QStringLiteral("[*]"));
         QCOMPARE(QString::fromStdString(program.recent().files().front()), path);
 
         program.frame->mdi_area()->closeAllSubWindows();

@@ -4,7 +4,10 @@
 #include "gui/common/progress_host.h"
 #include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
+#include "gui/editor/document_printer.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/keypad.h"
+#include "gui/graph2d/graph_window.h"
 #include "gui/editor/math_editor.h"
 #include "gui/shell/main_frame.h"
 #include "gui/shell/options_dialog.h"
@@ -15,6 +18,12 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QShortcut>
+#include <QStatusBar>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -134,11 +143,24 @@ private Q_SLOTS:
         DocumentWindow* window = frame.new_document();
         QTest::keyClicks(window->editor(), QStringLiteral("SIN(30)"));
         QTest::keyClick(window->editor(), Qt::Key_Return);
+        // A long document, in a font of 16 pixels: 12 points on a 96 dpi screen, and on paper.
+        QFont font = window->editor()->font();
+        font.setPixelSize(16);
+        window->editor()->setFont(font);
+        constexpr int lines = 200;
+        for (int i = 1; i < lines; ++i) window->editor()->appendPlainText(QStringLiteral("%1*2").arg(i));
+        const DocumentPrinter printer(*window->editor()->document(), font, 96, QStringLiteral("Untitled 1"));
+        QCOMPARE(printer.print_font().pointSizeF(), 12.0);
         frame.action(QStringLiteral("fileExportPdf"))->trigger();
         QFile pdf(scratch.file_path(QStringLiteral("Untitled 1.pdf")));
         QVERIFY(pdf.open(QIODevice::ReadOnly));
-        QVERIFY(pdf.read(5) == "%PDF-");
-        QVERIFY(pdf.size() > 500);
+        const QByteArray bytes = pdf.readAll();
+        QVERIFY(bytes.startsWith("%PDF-"));
+        // Lines of 12 points or more fill a page of at most 842 points (A4) by 70; lines of
+        // less than 18 points, on at least 600 points of paper, need no more than 7 pages.
+        const qsizetype pages = bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") +
+                                bytes.count("/Type /Page/") + bytes.count("/Type /Page ");
+        QVERIFY2(pages >= (lines + 69) / 70 && pages <= lines * 18 / 600 + 1, qPrintable(QString::number(pages)));
 
         OptionsDialog options(services, &window->parser());
         options.findChild<QComboBox*>()->setCurrentIndex(2); // Enter or '=' computes
@@ -155,6 +177,88 @@ private Q_SLOTS:
         QCOMPARE(reread.GetInt("OPTIONS", "CalculationMethod", 1), 2);
         QCOMPARE(reread.GetInt("OPTIONS", "Sound", 1), 0);
         QCOMPARE(reread.GetString("PARSER OPTIONS", "AngleType"), std::string()); // only when asked
+    }
+
+    void everyShortcutIsBoundOnceAndCtrlWClosesTheDocument() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        MainFrame frame(scratch.services);
+        frame.show();
+        frame.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&frame));
+        DocumentWindow* first = frame.new_document();
+        DocumentWindow* second = frame.new_document();
+        second->toggle_graph(); // the graph window and its commands exist once shown
+        second->toggle_graph();
+        frame.keypad()->show();
+        // Every action and shortcut of the frame, its documents, graph window and keypad.
+        QMultiHash<QKeySequence, QString> bound;
+        for (QAction* each : frame.findChildren<QAction*>())
+            for (const QKeySequence& key : each->shortcuts())
+                bound.insert(key, each->objectName().isEmpty() ? each->text() : each->objectName());
+        for (QShortcut* each : frame.findChildren<QShortcut*>())
+            for (const QKeySequence& key : each->keys()) bound.insert(key, each->objectName());
+        QVERIFY(bound.contains(QKeySequence(Qt::CTRL | Qt::Key_W)));
+        for (const QKeySequence& key : bound.uniqueKeys())
+            QVERIFY2(bound.count(key) == 1,
+                     qPrintable(key.toString() + QStringLiteral(": ") + QStringList(bound.values(key)).join(QStringLiteral(", "))));
+
+        QVERIFY(frame.mdi_area()->activeSubWindow());
+        QCOMPARE(frame.active_document(), second);
+        QTest::keyClick(second->editor(), Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(frame.documents(), QList<DocumentWindow*>{first});
+    }
+
+    void theStatusLineTheWindowMenuAndTheIconFollowTheDocuments() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        MainFrame frame(scratch.services);
+        frame.show();
+        frame.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&frame));
+        QVERIFY(!frame.windowIcon().isNull()); // the program's own, not the platform's blank
+        QVERIFY(!frame.windowIcon().pixmap(32, 32).isNull());
+
+        DocumentWindow* first = frame.new_document();
+        DocumentWindow* second = frame.new_document();
+        auto* position = frame.findChild<QLabel*>(QStringLiteral("caretPosition"));
+        QVERIFY(position);
+        QTest::keyClicks(second->editor(), QStringLiteral("12"));
+        QCOMPARE(position->text(), QStringLiteral("Line 1, Col 3"));
+
+        // The graph's coordinates go when the editor comes back.
+        second->toggle_graph();
+        Q_EMIT second->graph_window()->pointerMoved(QStringLiteral("x = 1, y = 2"));
+        QCOMPARE(frame.statusBar()->currentMessage(), QStringLiteral("x = 1, y = 2"));
+        second->toggle_graph();
+        QVERIFY(frame.statusBar()->currentMessage().isEmpty());
+
+        // The Window menu lists the documents, the active one checked; choosing one activates it.
+        auto* menu = frame.findChild<QMenu*>(QStringLiteral("windowMenu"));
+        QVERIFY(menu);
+        const auto listed = [&frame, menu] {
+            Q_EMIT menu->aboutToShow();
+            QList<QAction*> items;
+            for (QAction* each : menu->actions())
+                if (each->objectName() == QStringLiteral("windowDocument")) items << each;
+            return items;
+        };
+        QList<QAction*> items = listed();
+        QCOMPARE(items.size(), 2);
+        QVERIFY(items[0]->text().contains(first->untitled_name()));
+        QVERIFY(!items[0]->isChecked());
+        QVERIFY(items[1]->isChecked());
+        items[0]->trigger();
+        QCOMPARE(frame.mdi_area()->activeSubWindow()->widget(), first);
+        items = listed();
+        QCOMPARE(items.size(), 2);
+        QVERIFY(items[0]->isChecked());
+        QVERIFY(!items[1]->isChecked());
+
+        // No document, no line number.
+        scratch.save_answers = {QMessageBox::No, QMessageBox::No};
+        frame.mdi_area()->closeAllSubWindows();
+        QVERIFY(frame.documents().isEmpty());
+        QVERIFY(position->text().isEmpty());
+        QVERIFY(listed().isEmpty());
     }
 };
 

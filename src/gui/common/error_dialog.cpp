@@ -35,16 +35,26 @@ ErrorDialog::ErrorDialog(QWidget* parent) : QDialog(parent), m_text(new QLabel(t
     layout->addWidget(buttons);
 }
 
-void ErrorDialog::show_error(const QString& text, const QPoint& anchor) {
+void ErrorDialog::show_error(const QString& text, const QRect& caret, const QRect& within) {
     if (text.isEmpty()) return;
     m_text->setText(text);
     adjustSize();
-    // Below the caret's line, kept on the screen.
-    QPoint at = anchor + QPoint(0, fontMetrics().height());
-    if (const QScreen* screen = QGuiApplication::screenAt(anchor)) {
-        const QRect room = screen->availableGeometry();
-        at.setX(std::clamp(at.x(), room.left(), std::max(room.left(), room.right() - width())));
-        at.setY(std::clamp(at.y(), room.top(), std::max(room.top(), room.bottom() - height())));
+    // The whole window counts, its title bar too (known once it has been shown).
+    const QSize whole = size() + (frameGeometry().size() - geometry().size()).expandedTo(QSize(0, 0));
+    const QScreen* screen = QGuiApplication::screenAt(caret.center());
+    if (!screen && parentWidget()) screen = parentWidget()->screen();
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    QRect room = screen ? screen->availableGeometry() : within;
+    // Inside the main window when the dialog fits there, so that it does not hang below its edge.
+    const QRect inside = within.intersected(room);
+    if (inside.width() >= whole.width() && inside.height() >= whole.height()) room = inside;
+    const int gap = fontMetrics().height() / 2;
+    int y = caret.bottom() + gap;
+    if (y + whole.height() - 1 > room.bottom()) y = caret.top() - gap - whole.height(); // above the line
+    QPoint at(caret.left(), y);
+    if (!room.isEmpty()) {
+        at.setX(std::clamp(at.x(), room.left(), std::max(room.left(), room.right() + 1 - whole.width())));
+        at.setY(std::clamp(at.y(), room.top(), std::max(room.top(), room.bottom() + 1 - whole.height())));
     }
     move(at);
     show();

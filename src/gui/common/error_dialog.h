@@ -13,9 +13,10 @@ class ErrorDialog : public QDialog {
 public:
     explicit ErrorDialog(QWidget* parent = nullptr);
 
-    // Shows `text` near `anchor` (the editor's caret, in global coordinates); an empty text does
-    // nothing.
-    void show_error(const QString& text, const QPoint& anchor);
+    // Shows `text` below the caret's rectangle `caret` (global coordinates), or above it when
+    // there is no room below, inside `within` (the editor's main window) as far as it fits and
+    // always inside the screen's available area. An empty text does nothing.
+    void show_error(const QString& text, const QRect& caret, const QRect& within = {});
     QString text() const;
 
 private:

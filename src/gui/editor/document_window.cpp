@@ -87,8 +87,10 @@ DocumentWindow::~DocumentWindow() {
 }
 
 QString DocumentWindow::caption() const {
+    // The path as it is written: on a file system that tells case apart, capitals would name
+    // another file.
     const QString name = m_path.isEmpty() ? m_untitled : m_path;
-    return QStringLiteral("MATH EDITOR - ") + name.toUpper() + QStringLiteral("[*]");
+    return QStringLiteral("MATH EDITOR - ") + name + QStringLiteral("[*]");
 }
 
 void DocumentWindow::update_caption() {
@@ -274,6 +276,7 @@ void DocumentWindow::toggle_graph() {
         graphs->hide();
         m_editor->show();
         m_editor->setFocus();
+        Q_EMIT statusText(QString()); // the coordinates under the pointer were the graph's
         return;
     }
     graphs->refresh_list();

@@ -75,7 +75,7 @@ public:
     const QString& file_path() const { return m_path; }
     // The name shown for a document never saved ("Untitled 1").
     const QString& untitled_name() const { return m_untitled; }
-    // "MATH EDITOR - " and the path in capitals, or the untitled name.
+    // "MATH EDITOR - " and the path as it is written, or the untitled name.
     QString caption() const;
 
     // Loads the file into this window; false (after the message) when it can not be read.

@@ -10,7 +10,6 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
-#include <QScrollBar>
 #include <QTextBlock>
 
 namespace quorvex::gui {
@@ -27,7 +26,8 @@ MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* pare
     });
     m_completer = new NameCompleter(parser, this);
     m_completer->setWidget(this);
-    connect(m_completer, qOverload<const QString&>(&QCompleter::activated), this, &MathEditor::insert_completion);
+    connect(m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this, &MathEditor::insert_completion);
+    m_completer->popup()->installEventFilter(this);
     m_highlighter->set_function_names(m_completer->function_names());
     m_highlighter->adapt_to_palette(palette());
 }
@@ -82,25 +82,50 @@ void MathEditor::update_completion(const QString& typed) {
         m_completer->popup()->hide();
         return;
     }
-    if (prefix != m_completer->completionPrefix()) {
+    if (prefix != m_completer->completionPrefix() || !m_completer->popup()->isVisible()) {
         m_completer->setCompletionPrefix(prefix);
         m_completer->popup()->setCurrentIndex(m_completer->completionModel()->index(0, 0));
+        m_moved_in_names = false;
     }
     if (m_completer->completionCount() == 0) {
         m_completer->popup()->hide();
         return;
     }
     QRect place = cursorRect();
-    place.setWidth(m_completer->popup()->sizeHintForColumn(0) + m_completer->popup()->verticalScrollBar()->sizeHint().width() + 8);
+    place.setWidth(m_completer->popup_width());
     m_completer->complete(place);
 }
 
-void MathEditor::insert_completion(const QString& name) {
+void MathEditor::insert_completion(const QModelIndex& index) {
+    QString text = index.sibling(index.row(), 0).data(NameCompleter::InsertRole).toString();
+    if (text.isEmpty()) return;
     QTextCursor cursor = textCursor();
+    // A bracket the line has already stays the only one.
+    const QString line = cursor.block().text();
+    const int column = cursor.positionInBlock();
+    const QChar next = column < line.length() ? line.at(column) : QChar();
+    if ((next == QLatin1Char('(') || next == QLatin1Char('[')) && (text.endsWith(QLatin1Char('(')) || text.endsWith(QLatin1Char('['))))
+        text.chop(1);
     const int typed = static_cast<int>(m_completer->completionPrefix().length());
     cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, typed);
-    cursor.insertText(name);
+    cursor.insertText(text);
     setTextCursor(cursor);
+}
+
+bool MathEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_completer->popup() && event->type() == QEvent::KeyPress) {
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+            m_moved_in_names = true;
+            break;
+        default:
+            break;
+        }
+    }
+    return QPlainTextEdit::eventFilter(watched, event);
 }
 
 void MathEditor::apply_options() {
@@ -131,9 +156,11 @@ void MathEditor::keyPressEvent(QKeyEvent* event) {
     close_error();
     const int key = event->key();
     if (m_completer->popup()->isVisible()) {
-        // The list of names takes these keys: Enter or Tab picks the name, Escape closes.
-        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab ||
-            key == Qt::Key_Escape) {
+        // The list of names takes these keys: Tab picks the name, Escape closes. Enter picks only
+        // a name the user went to with the arrows; otherwise it computes, as it always does.
+        const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+        const bool chosen = m_moved_in_names && m_completer->popup()->currentIndex().isValid();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Escape || (enter && chosen)) {
             event->ignore();
             return;
         }
@@ -155,15 +182,33 @@ void MathEditor::keyPressEvent(QKeyEvent* event) {
     m_completer->popup()->hide();
     const desktop::KeyDecision decision =
         desktop::decide_key(*editor_key, m_services.options.CalculationMethod, char_before_caret());
-    if (decision.compute) compute_current_line(*editor_key);
+    const bool succeeded = decision.compute && compute_current_line(*editor_key);
     if (!decision.type) return;
     if (*editor_key == desktop::EditorKey::ShiftEnter || *editor_key == desktop::EditorKey::Enter) {
-        // A plain new line, whatever Shift says: Shift+Enter would make a line separator.
-        textCursor().insertBlock();
-        ensureCursorVisible();
+        move_on_after_compute(decision.compute, succeeded);
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+void MathEditor::move_on_after_compute(bool computed, bool succeeded) {
+    QTextCursor cursor = textCursor();
+    const bool last_line = !cursor.block().next().isValid();
+    switch (desktop::after_compute(computed && m_recalculated, computed && !succeeded, last_line)) {
+    case desktop::AfterCompute::NewLine:
+        // A plain new line, whatever Shift says: Shift+Enter would make a line separator.
+        cursor.insertBlock();
+        setTextCursor(cursor);
+        break;
+    case desktop::AfterCompute::NextLine:
+        cursor.movePosition(QTextCursor::NextBlock);
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        setTextCursor(cursor);
+        break;
+    case desktop::AfterCompute::StayOnLine:
+        break;
+    }
+    ensureCursorVisible();
 }
 
 void MathEditor::focusOutEvent(QFocusEvent* event) {
@@ -178,6 +223,7 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
     const QString before = block.text();
     const std::string line = before.toStdString();
     const document::LineOutcome outcome = m_processor.process(line);
+    m_recalculated = outcome.recalculated;
     const QString after = QString::fromStdString(outcome.text);
 
     if (after != before) {
@@ -201,7 +247,9 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
         m_last_error = QString::fromStdString(outcome.message);
         if (m_services.sounds) m_services.sounds->play(QStringLiteral("Error.wav"));
         if (m_services.error_dialog)
-            m_services.error_dialog->show_error(m_last_error, viewport()->mapToGlobal(cursorRect().bottomLeft()));
+            m_services.error_dialog->show_error(m_last_error,
+                                                QRect(viewport()->mapToGlobal(cursorRect().topLeft()), cursorRect().size()),
+                                                window()->frameGeometry());
         return false;
     }
     m_last_error.clear();

@@ -46,18 +46,24 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    // Watches the name list for the arrow keys: once the user moved in it, Enter takes a name.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void close_error();
     void update_completion(const QString& typed);
-    void insert_completion(const QString& name);
+    void insert_completion(const QModelIndex& index);
+    // After Enter or Shift+Enter computed: a new line, the next line, or the same line.
+    void move_on_after_compute(bool computed, bool succeeded);
     char char_before_caret() const;
 
     Services& m_services;
     document::LineProcessor m_processor;
     QString m_last_error;
+    bool m_recalculated = false; // the last line computed held an old answer
+    bool m_moved_in_names = false; // the user went through the name list with the arrow keys
     desktop::KeypadMemory m_memory;
     MathHighlighter* m_highlighter;
     NameCompleter* m_completer;

@@ -4,7 +4,9 @@
 
 #include "desktop/autosave.h"
 #include "desktop/recent_files.h"
+#include "gui/common/program_icon.h"
 #include "gui/common/services.h"
+#include "gui/editor/document_printer.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/keypad.h"
@@ -18,6 +20,7 @@
 #include "store/ini_file.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
@@ -54,6 +57,7 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     : QMainWindow(parent), m_services(services), m_area(new QMdiArea(this)), m_autosave_timer(new QTimer(this)) {
     setObjectName(QStringLiteral("mainFrame"));
     setWindowTitle(QStringLiteral("Quorvex"));
+    setWindowIcon(program_icon());
     m_area->setViewMode(QMdiArea::SubWindowView);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -82,10 +86,12 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     m_autosave_warning->hide();
     statusBar()->addPermanentWidget(m_autosave_warning);
     m_position = new QLabel(this);
+    m_position->setObjectName(QStringLiteral("caretPosition"));
     statusBar()->addPermanentWidget(m_position);
     statusBar()->showMessage(tr("Ready"));
     connect(m_area, &QMdiArea::subWindowActivated, this, [this] {
         update_actions();
+        update_position();
         // An open Find follows the document the user turns to.
         if (DocumentWindow* window = active_document(); window && m_find) m_find->set_editor(window->editor());
     });
@@ -297,10 +303,9 @@ void MainFrame::create_menus() {
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
         graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
-    graph->addSeparator();
     for (const char* name : {"graphNote", "graphGrid", "graphLogX", "graphLogY"}) graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
-    for (const char* name : {"graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
+    for (const char* name : {"graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
@@ -309,9 +314,14 @@ void MainFrame::create_menus() {
     tools->addSeparator();
     tools->addAction(action(QStringLiteral("toolsOptions")));
 
-    QMenu* window = menuBar()->addMenu(tr("&Window"));
+    m_window_menu = menuBar()->addMenu(tr("&Window"));
+    m_window_menu->setObjectName(QStringLiteral("windowMenu"));
     for (const char* name : {"windowTile", "windowCascade", "windowNext", "windowPrevious"})
-        window->addAction(action(QLatin1String(name)));
+        m_window_menu->addAction(action(QLatin1String(name)));
+    m_window_menu->addSeparator();
+    m_window_list = new QActionGroup(this);
+    m_window_list->setExclusive(true);
+    connect(m_window_menu, &QMenu::aboutToShow, this, &MainFrame::update_window_menu);
     menuBar()->addMenu(tr("&Help"))->addAction(action(QStringLiteral("helpAbout")));
 
     QToolBar* bar = addToolBar(tr("Standard"));
@@ -338,6 +348,36 @@ void MainFrame::update_actions() {
           "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
+}
+
+void MainFrame::update_window_menu() {
+    for (QAction* old : m_window_list->actions()) delete old;
+    const QList<QMdiSubWindow*> subs = m_area->subWindowList();
+    for (int i = 0; i < subs.size(); ++i) {
+        QMdiSubWindow* sub = subs[i];
+        QString caption = sub->windowTitle();
+        caption.replace(QStringLiteral("[*]"), sub->isWindowModified() ? QStringLiteral("*") : QString());
+        // An '&' in a path is text, not a mnemonic.
+        caption.replace(QLatin1Char('&'), QStringLiteral("&&"));
+        QAction* item = m_window_menu->addAction(i < 9 ? QStringLiteral("&%1 %2").arg(i + 1).arg(caption) : caption);
+        item->setObjectName(QStringLiteral("windowDocument"));
+        item->setCheckable(true);
+        item->setChecked(sub == m_area->activeSubWindow());
+        m_window_list->addAction(item);
+        connect(item, &QAction::triggered, this, [this, sub] { m_area->setActiveSubWindow(sub); });
+    }
+}
+
+void MainFrame::update_position() {
+    // The active child only: while the last one closes it is still listed, and no longer active.
+    QMdiSubWindow* sub = m_area->activeSubWindow();
+    DocumentWindow* window = sub ? qobject_cast<DocumentWindow*>(sub->widget()) : nullptr;
+    if (!window) {
+        m_position->clear();
+        return;
+    }
+    const QTextCursor cursor = window->editor()->textCursor();
+    m_position->setText(tr("Line %1, Col %2").arg(cursor.blockNumber() + 1).arg(cursor.positionInBlock() + 1));
 }
 
 void MainFrame::update_recent_menu() {
@@ -384,10 +424,11 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
         sub->setWindowTitle(window->windowTitle());
         sub->setWindowModified(window->isWindowModified());
     });
-    connect(window->editor(), &QPlainTextEdit::cursorPositionChanged, this, [this, window] {
-        const QTextCursor cursor = window->editor()->textCursor();
-        m_position->setText(tr("Line %1, Col %2").arg(cursor.blockNumber() + 1).arg(cursor.positionInBlock() + 1));
-    });
+    connect(window->editor(), &QPlainTextEdit::cursorPositionChanged, this, &MainFrame::update_position);
+    // The child's own Close carries the frame's Close key too (Ctrl+W on most desktops), which
+    // made the key ambiguous and then do nothing: the frame's command is the one that closes.
+    if (QMenu* system = sub->systemMenu())
+        for (QAction* each : system->actions()) each->setShortcuts({});
     sub->resize(m_area->size() * 0.9);
     sub->show();
     window->editor()->setFocus();
@@ -484,6 +525,7 @@ bool MainFrame::close_window(QMdiSubWindow* sub) {
     // The document window asks its save question as it closes; a refusal keeps it open.
     if (!sub->close()) return false;
     update_actions();
+    update_position();
     return true;
 }
 
@@ -553,19 +595,34 @@ void MainFrame::offer_recovery() {
     folder.remove_stale_locks();
 }
 
+namespace {
+
+// The name a document goes by in a print's header and a PDF's title.
+QString print_name(const DocumentWindow& window) {
+    return window.file_path().isEmpty() ? window.untitled_name() : QFileInfo(window.file_path()).fileName();
+}
+
+DocumentPrinter printer_of(DocumentWindow& window) {
+    const MathEditor& editor = *window.editor();
+    return DocumentPrinter(*editor.document(), editor.font(), editor.logicalDpiY(), print_name(window));
+}
+
+} // namespace
+
 void MainFrame::print(bool preview) {
     DocumentWindow* window = active_document();
     if (!window) return;
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(window->file_path().isEmpty() ? window->untitled_name() : QFileInfo(window->file_path()).fileName());
+    printer.setDocName(print_name(*window));
+    const DocumentPrinter text = printer_of(*window);
     if (preview) {
         QPrintPreviewDialog dialog(&printer, this);
-        connect(&dialog, &QPrintPreviewDialog::paintRequested, window->editor(), &QPlainTextEdit::print);
+        connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [&text](QPrinter* target) { text.print(*target); });
         dialog.exec();
         return;
     }
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) window->editor()->print(&printer);
+    if (dialog.exec() == QDialog::Accepted) text.print(printer);
 }
 
 void MainFrame::export_pdf() {
@@ -582,7 +639,11 @@ void MainFrame::export_pdf() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
-    window->editor()->print(&printer);
+    printer.setDocName(print_name(*window));
+    if (printer_of(*window).print(printer) == 0) {
+        statusBar()->showMessage(tr("Could not write %1").arg(path), 8000);
+        return;
+    }
     statusBar()->showMessage(tr("Exported %1").arg(path), 4000);
 }
 

@@ -5,6 +5,7 @@
 
 #include <string>
 
+class QActionGroup;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
@@ -56,6 +57,10 @@ private:
     void create_menus();
     void update_actions();
     void update_recent_menu();
+    // The Window menu's list of open documents, the active one checked.
+    void update_window_menu();
+    // The caret's line and column of the active document in the status line, or nothing.
+    void update_position();
     void remember(const QString& path);
     void open_with_dialog();
     void print(bool preview);
@@ -73,6 +78,8 @@ private:
     Services& m_services;
     QMdiArea* m_area;
     QMenu* m_recent_menu = nullptr;
+    QMenu* m_window_menu = nullptr;
+    QActionGroup* m_window_list = nullptr;
     QLabel* m_position = nullptr;
     QTimer* m_autosave_timer;
     Keypad* m_keypad = nullptr;

@@ -59,6 +59,15 @@ TEST(EditorKeys, EachCalculationMethodComputesOnItsOwnKeys) {
     }
 }
 
+TEST(EditorKeys, AnAnsweredLineAboveOthersIsComputedInPlace) {
+    EXPECT_EQ(after_compute(true, false, false), AfterCompute::NextLine);
+    EXPECT_EQ(after_compute(true, true, false), AfterCompute::StayOnLine);
+    // The last line, and a line answered for the first time, get their new line.
+    EXPECT_EQ(after_compute(true, false, true), AfterCompute::NewLine);
+    EXPECT_EQ(after_compute(false, false, false), AfterCompute::NewLine);
+    EXPECT_EQ(after_compute(false, true, false), AfterCompute::NewLine);
+}
+
 TEST(LaunchOptions, ReadsAFileTheDataFolderAndRefusesWhatItCanNotUse) {
     std::string error;
     auto options = parse_launch_options({"--data-dir", "/tmp/q", "work.qvx", "--new-instance"}, error);
@@ -135,6 +144,12 @@ TEST(NameCatalog, OffersBuiltinsConstantsLibraryAndDocumentFunctions) {
     ASSERT_TRUE(find("area"));
     EXPECT_EQ(find("area")->kind, NameKind::UserFunction);
     EXPECT_NE(find("area")->prototype.find("w*h"), std::string::npos);
+
+    // Taking a name while typing: functions come with their opening bracket, constants bare.
+    EXPECT_EQ(completion_text(*find("SIN")), "SIN[");
+    EXPECT_EQ(completion_text(*find("COT")), "COT[");
+    EXPECT_EQ(completion_text(*find("PI")), "PI");
+    EXPECT_EQ(completion_text(*find("area")), "area[");
 }
 
 TEST(ManagerChecks, NamesAndValuesAreRefusedWithTheFirstFailure) {

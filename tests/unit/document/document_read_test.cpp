@@ -264,3 +264,17 @@ TEST(DocumentRead, OverlongTitlesNotesAndLabelsAreCutAndTold) {
     EXPECT_TRUE(e.reporter.said("The note 1 of the graph \"G\""));
     EXPECT_EQ(e.reporter.messages.size(), 4u);
 }
+
+TEST(DocumentRead, ADocumentJustReadHasNothingToSave) {
+    // Plain text without sections, and files with only one kind of declaration: the engine's
+    // state is what the file holds, whatever the engine held before.
+    for (const char* text : {"1+2\r\nx*3\r\n", "y = 2\r\n[DECLARED VARIABLES]\r\ny=2\r\n",
+                             "[DECLARED FUNCTIONS]\r\nh[x]=x/2\r\n"}) {
+        Editor e;
+        e.parser.eval_exp(std::string_view("old = 1"), true, true, false);
+        e.parser.eval_exp(std::string_view("k[x] = x"), true, true, false);
+        ASSERT_TRUE(e.doc.ReadText(text)) << text;
+        EXPECT_TRUE(e.parser.vars_saved()) << text;
+        EXPECT_TRUE(e.parser.funcs_saved()) << text;
+    }
+}

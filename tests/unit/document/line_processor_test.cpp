@@ -67,6 +67,12 @@ TEST(LineProcessor, ReportsWhatChangedAndWhereTheCaretGoes) {
     outcome = editor.lines.process("f[3] // nine");
     EXPECT_EQ(outcome.text, "f[3] = 9 // nine");
     EXPECT_EQ(outcome.caret, 8u); // behind the answer, ahead of the comment
+    EXPECT_FALSE(outcome.recalculated);
+    // An old answer taken out is told, also when the new computation fails.
+    EXPECT_TRUE(editor.lines.process("f[3] = 9 // nine").recalculated);
+    EXPECT_TRUE(editor.lines.process("1/0 = 4").recalculated);
+    EXPECT_FALSE(editor.lines.process("y = 4").recalculated);
+    EXPECT_FALSE(editor.lines.process("z = 1 + 1 = 2; y").recalculated); // not the last statement
 }
 
 TEST(LineProcessor, RecognisesOldAnswersByTheirAlphabetAndLeftSide) {
