@@ -418,6 +418,8 @@ PlotArea plot_area_3d(const Grid3D& grid, const Style3D& style, double width, do
 Scene3D build_scene_3d(const Grid3D& grid, const Style3D& style, const View3D& view, double width, double height,
                        const TextMetrics& metrics, const std::vector<SceneText3D>& texts) {
     Scene3D scene;
+    // Two triangles, a mesh outline and a little more a cell: no growing while it fills.
+    scene.items.reserve(grid.nx() * grid.ny() * 4 + 512);
     const std::vector<double> levels = zone_levels(grid);
     const Layout layout = layout_of(grid, style, width, height, metrics, levels);
     scene.plot_left = layout.plot.left;
