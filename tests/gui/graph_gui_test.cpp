@@ -13,6 +13,7 @@
 
 #include "graph/build_2d.h"
 
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
@@ -180,6 +181,44 @@ private Q_SLOTS:
         int inside = 0;
         for (const QPointF& point : line->points()) inside += point.x() > 100.0005 && point.x() < 100.3005;
         QCOMPARE(inside, 300);
+    }
+
+    void theAxesCarryRoundNumbersAndZeroIsZeroAlsoAfterAZoom() {
+        QChartView view;
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.resize(800, 600);
+        view.show();
+        QtChart2D chart(&view);
+        quorvex::graph::ChartData data(1, 1, 3);
+        for (size_t p = 0; p < 3; ++p) {
+            data.set_x(0, p, -0.3 + 0.3 * static_cast<double>(p));
+            data.set_y(0, p, -0.3 + 0.3 * static_cast<double>(p));
+        }
+        chart.set_type(1);
+        chart.set_data(data);
+        chart.set_bounds({-0.33, 0.33, -0.7, 0.5});
+        // Labels with their values, as the axis shows them.
+        const auto numbers = [&](Qt::Orientation orientation) {
+            auto* axis = qobject_cast<QCategoryAxis*>(chart.chart()->axes(orientation).value(0));
+            QMap<QString, double> shown;
+            if (axis)
+                for (const QString& label : axis->categoriesLabels()) shown[label] = axis->endValue(label);
+            return shown;
+        };
+        for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+            const QMap<QString, double> shown = numbers(orientation);
+            QVERIFY(shown.size() >= 4);
+            QVERIFY(shown.contains(QStringLiteral("0")));
+            QCOMPARE(shown.value(QStringLiteral("0")), 0.0);
+            QVERIFY(shown.contains(QStringLiteral("-0.2")));
+        }
+        // A zoom numbers the new range afresh.
+        auto* x_axis = qobject_cast<QValueAxis*>(chart.chart()->axes(Qt::Horizontal).value(0));
+        x_axis->setRange(-0.07, 0.05);
+        const QMap<QString, double> zoomed = numbers(Qt::Horizontal);
+        QVERIFY(zoomed.contains(QStringLiteral("-0.06")));
+        QCOMPARE(zoomed.value(QStringLiteral("0"), 1.0), 0.0);
+        for (const QString& label : zoomed.keys()) QVERIFY2(!label.contains(QLatin1Char('e')), qPrintable(label));
     }
 
     void aSavedGraphIsExportedWithoutAWindow() {

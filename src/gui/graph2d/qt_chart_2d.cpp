@@ -1,5 +1,6 @@
 #include "qt_chart_2d.h"
 
+#include "graph/axis_ticks.h"
 #include "graph/decimate.h"
 #include "graph/graph_types.h"
 #include "gui/common/color_picker.h"
@@ -8,6 +9,7 @@
 #include <QBarCategoryAxis>
 #include <QBarSeries>
 #include <QBarSet>
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QGraphicsSimpleTextItem>
@@ -51,12 +53,17 @@ QXYSeries* points_of(QObject* item) {
     return qobject_cast<QXYSeries*>(item);
 }
 
-// About six ticks over the range, each 1, 2 or 5 times a power of ten.
-double round_step(double low, double high) {
-    const double rough = std::max(high - low, 1e-300) / 6;
-    const double power = std::pow(10.0, std::floor(std::log10(rough)));
-    const double ratio = rough / power;
-    return (ratio < 1.5 ? 1 : ratio < 3.5 ? 2 : ratio < 7.5 ? 5 : 10) * power;
+// Numbers a linear axis with round ticks inside [from, to], each tick a category boundary with its
+// label on it. The ticks and labels are our own: Qt's dynamic ticks add the step up from the first
+// tick and print the sum, which reads -1.38778e-17 where 0 belongs.
+void number_axis(QCategoryAxis* axis, double from, double to) {
+    for (const QString& label : axis->categoriesLabels()) axis->remove(label);
+    const std::vector<graph::AxisTick> ticks = graph::linear_ticks(from, to);
+    if (ticks.empty()) return;
+    // The first boundary lies before the first tick, outside the range, so the first tick has a line.
+    const double step = ticks.size() > 1 ? ticks[1].value - ticks[0].value : to - from;
+    axis->setStartValue(ticks.front().value - step);
+    for (const graph::AxisTick& tick : ticks) axis->append(QString::fromStdString(tick.label), tick.value);
 }
 
 // A short number for a bar's category or a slice's name.
@@ -310,17 +317,15 @@ void QtChart2D::update_axes() {
             log_axis->setMinorTickCount(8);
             axis = log_axis;
         } else {
-            auto* linear = new QValueAxis;
-            linear->setLabelFormat(QStringLiteral("%g"));
+            auto* linear = new QCategoryAxis;
+            linear->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
             if (high > low) {
                 // The graph's own range, with ticks on round numbers inside it, also as the user
                 // zooms and pans.
-                linear->setTickType(QValueAxis::TicksDynamic);
-                linear->setTickAnchor(0);
                 QObject::connect(linear, &QValueAxis::rangeChanged, linear,
-                                 [linear](qreal from, qreal to) { linear->setTickInterval(round_step(from, to)); });
+                                 [linear](qreal from, qreal to) { number_axis(linear, from, to); });
                 linear->setRange(low, high);
-                linear->setTickInterval(round_step(low, high));
+                number_axis(linear, low, high);
             }
             axis = linear;
         }
