@@ -53,6 +53,13 @@ QXYSeries* points_of(QObject* item) {
     return qobject_cast<QXYSeries*>(item);
 }
 
+// Hands each piece to its series, only when changed: the chart lays a series out again on every
+// change.
+void replace_points(const std::vector<QObject*>& items, const std::vector<QList<QPointF>>& pieces) {
+    for (size_t i = 0; i < items.size() && i < pieces.size(); ++i)
+        if (QXYSeries* points = points_of(items[i]); points && points->points() != pieces[i]) points->replace(pieces[i]);
+}
+
 // Numbers a linear axis with round ticks inside [from, to], each tick a category boundary with its
 // label on it. The ticks and labels are our own: Qt's dynamic ticks add the step up from the first
 // tick and print the sum, which reads -1.38778e-17 where 0 belongs.
@@ -75,6 +82,8 @@ QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
 
 QChart* QtChart2D::chart() const { return m_view->chart(); }
 
+bool QtChart2D::is_area_type() const { return m_type == type::Area || m_type == type::RadarFilled; }
+
 bool QtChart2D::is_bar_type() const {
     return m_type == type::Bar || m_type == type::StackingBar || m_type == type::Hystogram || m_type == type::Pareto;
 }
@@ -96,6 +105,7 @@ void QtChart2D::clear() {
     m_data = ChartData(1, 0, 0);
     m_styles.clear();
     m_items.clear();
+    m_fills.clear();
     m_bounds.reset();
     m_log_x = m_log_y = false;
     // A chart of its own for each build: nothing of the last graph's axes or texts stays behind.
@@ -119,6 +129,7 @@ void QtChart2D::build_series() {
     QChart* view_chart = chart();
     view_chart->removeAllSeries();
     m_items.assign(m_data.series(), {});
+    m_fills.assign(m_data.series(), {});
     if (m_type == type::Pie) {
         // A pie of the first series: one slice per point, named by its X.
         auto* pie = new QPieSeries;
@@ -152,24 +163,36 @@ void QtChart2D::build_series() {
     }
     for (size_t s = 0; s < m_data.series(); ++s) {
         bool first = true;
-        for (const QList<QPointF>& piece : pieces_of(drawn_points(s))) {
-            QAbstractSeries* added = nullptr;
-            if (m_type == type::Area || m_type == type::RadarFilled) {
-                auto* upper = new QLineSeries;
-                upper->append(piece);
-                added = new QAreaSeries(upper);
-            } else {
-                auto* line = new QLineSeries;
-                line->append(piece);
-                added = line;
-            }
-            m_items[s].push_back(added);
+        const auto add = [&](QAbstractSeries* added, std::vector<QObject*>& to) {
+            to.push_back(added);
             added->setName(text_of(m_data.label(s)));
             view_chart->addSeries(added);
-            // One legend entry per series, not per piece.
+            // One legend entry per series, not per piece: its fill's, for an area.
             if (!first)
                 for (QLegendMarker* marker : view_chart->legend()->markers(added)) marker->setVisible(false);
             first = false;
+        };
+        // An area is a fill with its line drawn over it: the line shows every column's extremes, so
+        // the fill's edge can run smoothly inside them.
+        const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(s));
+        if (is_area_type()) {
+            const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, s, pixel_window()));
+            for (const QList<QPointF>& piece : fills) {
+                auto* upper = new QLineSeries;
+                upper->append(piece);
+                add(new QAreaSeries(upper), m_fills[s]);
+            }
+            for (const QList<QPointF>& piece : lines) {
+                auto* line = new QLineSeries;
+                if (fills != lines) line->append(piece);
+                add(line, m_items[s]);
+            }
+        } else {
+            for (const QList<QPointF>& piece : lines) {
+                auto* line = new QLineSeries;
+                line->append(piece);
+                add(line, m_items[s]);
+            }
         }
     }
     for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
@@ -203,7 +226,7 @@ graph::PixelWindow QtChart2D::pixel_window() const {
 }
 
 std::vector<graph::PlotPoint> QtChart2D::drawn_points(size_t series) const {
-    const bool points_alone = series < m_styles.size() && m_styles[series].line_pattern == 1;
+    const bool points_alone = !is_area_type() && series < m_styles.size() && m_styles[series].line_pattern == 1;
     return points_alone ? graph::decimate_points(m_data, series, pixel_window())
                         : graph::decimate_line(m_data, series, pixel_window());
 }
@@ -215,11 +238,16 @@ void QtChart2D::decimate_again() {
 
 void QtChart2D::decimate_again(size_t series) {
     if (m_type == type::Pie || is_bar_type() || series >= m_items.size()) return;
-    const std::vector<QList<QPointF>> pieces = pieces_of(drawn_points(series));
-    const std::vector<QObject*>& items = m_items[series];
-    for (size_t i = 0; i < items.size() && i < pieces.size(); ++i)
-        // The chart lays a series out again on every change: only a change is handed to it.
-        if (QXYSeries* points = points_of(items[i]); points && points->points() != pieces[i]) points->replace(pieces[i]);
+    const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(series));
+    if (series < m_fills.size() && !m_fills[series].empty()) {
+        const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, series, pixel_window()));
+        replace_points(m_fills[series], fills);
+        // Where the fill's edge is the line itself, the fill's outline draws it alone, as it always
+        // did (a second stroke would darken its smoothed edges).
+        replace_points(m_items[series], fills != lines ? lines : std::vector<QList<QPointF>>(lines.size()));
+        return;
+    }
+    replace_points(m_items[series], lines);
 }
 
 void QtChart2D::apply_style(size_t series) {
@@ -228,7 +256,9 @@ void QtChart2D::apply_style(size_t series) {
     QPen pen(color);
     pen.setWidthF(style.line_width);
     pen.setCosmetic(true);
-    for (QObject* item : m_items[series]) {
+    std::vector<QObject*> items = m_items[series];
+    if (series < m_fills.size()) items.insert(items.end(), m_fills[series].begin(), m_fills[series].end());
+    for (QObject* item : items) {
         if (auto* set = qobject_cast<QBarSet*>(item)) {
             set->setColor(color);
             set->setBorderColor(color);
@@ -240,10 +270,10 @@ void QtChart2D::apply_style(size_t series) {
         } else if (auto* line = qobject_cast<QLineSeries*>(item)) {
             // Line pattern 1 is points alone (a scatter graph); point symbol 1 is a line alone. A
             // plot marks its points while they are few enough to tell apart.
-            const bool points_only = style.line_pattern == 1;
+            const bool points_only = style.line_pattern == 1 && !is_area_type();
             line->setPen(points_only ? QPen(Qt::NoPen) : pen);
             line->setColor(color);
-            line->setPointsVisible(style.point_symbol != 1 && (points_only || m_data.points() <= 200));
+            line->setPointsVisible(!is_area_type() && style.point_symbol != 1 && (points_only || m_data.points() <= 200));
             line->setMarkerSize(points_only ? style.point_size : std::max(4, style.point_size - 2));
         }
     }

@@ -41,6 +41,7 @@ public:
 
 private:
     bool is_bar_type() const;
+    bool is_area_type() const;
     // What the chart shows now, in pixels, and the points of a series that draw it there.
     graph::PixelWindow pixel_window() const;
     std::vector<graph::PlotPoint> drawn_points(size_t series) const;
@@ -61,7 +62,8 @@ private:
     std::string m_x_title, m_y_title;
     graph::ChartColors m_colors;
     std::vector<QGraphicsSimpleTextItem*> m_texts;
-    std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
+    std::vector<std::vector<QObject*>> m_items; // per series: its pieces of line, or its bar set
+    std::vector<std::vector<QObject*>> m_fills; // per series of an area: its pieces of fill
     QObject m_guard; // the receiver of the chart's signals: none arrives once this chart is gone
 };
 
