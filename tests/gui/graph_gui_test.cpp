@@ -183,6 +183,12 @@ private Q_SLOTS:
         int inside = 0;
         for (const QPointF& point : line->points()) inside += point.x() > 100.0005 && point.x() < 100.3005;
         QCOMPARE(inside, 300);
+        // A click finds the point under it among all 200,000, where the zoomed chart draws it.
+        const QPointF place = chart.chart()->mapToPosition(QPointF(data.x(0, 100150), data.y(0, 100150)), line);
+        const auto near = chart.point_near(place + QPointF(0.5, 0), 3);
+        QVERIFY(near);
+        QCOMPARE(near->point, size_t(100150));
+        QVERIFY(!chart.point_near(place + QPointF(0, 300), 3));
     }
 
     void anAreaOfJaggedDataIsASmoothFillUnderItsLine() {

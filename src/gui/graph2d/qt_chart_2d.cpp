@@ -102,6 +102,7 @@ void QtChart2D::make_chart() {
 }
 
 void QtChart2D::clear() {
+    m_finder.reset();
     m_data = ChartData(1, 0, 0);
     m_styles.clear();
     m_items.clear();
@@ -121,6 +122,7 @@ void QtChart2D::set_type(int graph_type) {
 
 void QtChart2D::set_data(const ChartData& data) {
     m_data = data;
+    m_finder = std::make_unique<graph::PointFinder>(m_data);
     m_styles.assign(data.series(), graph::SeriesStyle{});
     build_series();
 }
@@ -229,6 +231,29 @@ std::vector<graph::PlotPoint> QtChart2D::drawn_points(size_t series) const {
     const bool points_alone = !is_area_type() && series < m_styles.size() && m_styles[series].line_pattern == 1;
     return points_alone ? graph::decimate_points(m_data, series, pixel_window())
                         : graph::decimate_line(m_data, series, pixel_window());
+}
+
+std::optional<graph::NearPoint> QtChart2D::point_near(QPointF at, double reach) const {
+    if (chart()->series().isEmpty() || m_type == type::Pie) return std::nullopt;
+    if (m_finder && !is_bar_type() && !qobject_cast<QPolarChart*>(chart())) {
+        const graph::PixelWindow shown = pixel_window();
+        const QRectF area = chart()->plotArea();
+        const graph::PlotMapping mapping{shown.x_from, shown.x_to, shown.y_from, shown.y_to,
+                                         area.width(), area.height(), m_log_x, m_log_y};
+        return m_finder->nearest(mapping, at.x() - area.left(), at.y() - area.top(), reach);
+    }
+    // Bars and polar charts place points their own way: the chart maps each.
+    QAbstractSeries* axes_of = chart()->series().first();
+    std::optional<graph::NearPoint> best;
+    for (size_t s = 0; s < m_data.series(); ++s)
+        for (size_t p = 0; p < m_data.points(s); ++p) {
+            const double x = m_data.x(s, p), y = m_data.y(s, p);
+            if (ChartData::is_hole(x) || ChartData::is_hole(y)) continue;
+            const QPointF place = chart()->mapToPosition(QPointF(x, y), axes_of);
+            const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
+            if (distance < (best ? best->distance : reach)) best = graph::NearPoint{s, p, distance};
+        }
+    return best;
 }
 
 void QtChart2D::decimate_again() {

@@ -1,10 +1,13 @@
 #pragma once
 #include "graph/chart_2d.h"
 #include "graph/decimate.h"
+#include "graph/nearest_point.h"
 
 #include <QColor>
 #include <QObject>
 #include <QPointer>
+
+#include <memory>
 
 class QChart;
 class QChartView;
@@ -36,6 +39,9 @@ public:
     QChart* chart() const;
     // The numbers drawn last.
     const graph::ChartData& data() const { return m_data; }
+    // The point of the data drawn nearest to `at` (a place in the chart), if one is less than
+    // `reach` pixels away.
+    std::optional<graph::NearPoint> point_near(QPointF at, double reach) const;
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
 
@@ -64,6 +70,7 @@ private:
     std::vector<QGraphicsSimpleTextItem*> m_texts;
     std::vector<std::vector<QObject*>> m_items; // per series: its pieces of line, or its bar set
     std::vector<std::vector<QObject*>> m_fills; // per series of an area: its pieces of fill
+    std::unique_ptr<graph::PointFinder> m_finder; // over m_data
     QObject m_guard; // the receiver of the chart's signals: none arrives once this chart is gone
 };
 
