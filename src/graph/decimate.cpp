@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace quorvex::graph {
 
@@ -86,6 +87,71 @@ std::vector<PlotPoint> decimate_line(const ChartData& data, size_t series, const
         const size_t* end = std::unique(std::begin(keep), std::end(keep));
         for (const size_t* i = keep; i != end; ++i) out.push_back(run[*i]);
     });
+}
+
+std::vector<PlotPoint> decimate_area_fill(const ChartData& data, size_t series, const PixelWindow& window) {
+    const PixelScale columns(window.x_from, window.x_to, window.columns, window.log_x);
+    if (!columns.valid()) return all_points(data, series);
+    const long cells = static_cast<long>(window.columns);
+    const auto inside = [cells](long column) { return column >= 0 && column < cells; };
+    // One run of points in one column, held until the next run tells whether it is a neighbour.
+    struct Run {
+        long column = 0;
+        PlotPoint first, last, low, high;
+        size_t low_at = 0, high_at = 0; // their places in the run
+        size_t count = 0;
+    };
+    std::vector<PlotPoint> out;
+    Run run;
+    bool has_run = false, level_in = false; // level_in: the edge comes in level from the last column
+    double level = 0;
+    // Ends the held run; `next` is the column of the run after it, or none at a hole or the end.
+    const auto flush = [&](std::optional<long> next) {
+        if (!has_run) return;
+        has_run = false;
+        const bool joined_out = next && inside(run.column) && *next == run.column + 1 && inside(*next);
+        if (!inside(run.column)) {
+            // Beyond the window the line's own points: what crosses the window's edge is the real line.
+            const bool low_first = run.low_at < run.high_at;
+            const std::pair<size_t, PlotPoint> keep[] = {{0, run.first},
+                                                         low_first ? std::pair{run.low_at, run.low} : std::pair{run.high_at, run.high},
+                                                         low_first ? std::pair{run.high_at, run.high} : std::pair{run.low_at, run.low},
+                                                         {run.count - 1, run.last}};
+            for (size_t i = 0; i < 4; ++i)
+                if (i == 0 || keep[i].first != keep[i - 1].first) out.push_back(keep[i].second);
+            level_in = false;
+            return;
+        }
+        level = level_in ? std::clamp(level, run.low.y, run.high.y) : run.first.y;
+        out.push_back({run.first.x, level});
+        // Level through the column into its neighbour; else down to the real last point.
+        const double leave = joined_out ? level : run.last.y;
+        if (run.count > 1 || leave != level) out.push_back({run.last.x, leave});
+        level_in = joined_out;
+    };
+    const size_t points = data.points(series);
+    for (size_t p = 0; p < points; ++p) {
+        const PlotPoint point{data.x(series, p), data.y(series, p)};
+        if (point.is_hole()) {
+            flush(std::nullopt);
+            level_in = false;
+            if (!out.empty() && !out.back().is_hole()) out.push_back(PlotPoint{});
+            continue;
+        }
+        const long column = columns.cell(point.x);
+        if (has_run && column == run.column) {
+            run.last = point;
+            if (point.y < run.low.y) run.low = point, run.low_at = run.count;
+            if (point.y > run.high.y) run.high = point, run.high_at = run.count;
+            ++run.count;
+            continue;
+        }
+        flush(column);
+        run = Run{column, point, point, point, point, 0, 0, 1};
+        has_run = true;
+    }
+    flush(std::nullopt);
+    return out;
 }
 
 std::vector<PlotPoint> decimate_points(const ChartData& data, size_t series, const PixelWindow& window) {

@@ -14,6 +14,8 @@
 
 #include "graph/build_2d.h"
 
+#include <QAreaSeries>
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
@@ -207,6 +209,96 @@ private Q_SLOTS:
         int inside = 0;
         for (const QPointF& point : line->points()) inside += point.x() > 100.0005 && point.x() < 100.3005;
         QCOMPARE(inside, 300);
+        // A click finds the point under it among all 200,000, where the zoomed chart draws it.
+        const QPointF place = chart.chart()->mapToPosition(QPointF(data.x(0, 100150), data.y(0, 100150)), line);
+        const auto near = chart.point_near(place + QPointF(0.5, 0), 3);
+        QVERIFY(near);
+        QCOMPARE(near->point, size_t(100150));
+        QVERIFY(!chart.point_near(place + QPointF(0, 300), 3));
+    }
+
+    void anAreaOfJaggedDataIsASmoothFillUnderItsLine() {
+        QChartView view;
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.resize(800, 600);
+        view.show();
+        QtChart2D chart(&view);
+        constexpr size_t points = 100000;
+        quorvex::graph::ChartData data(2, 1, points);
+        for (size_t p = 0; p < points; ++p) {
+            data.set_x(0, p, static_cast<double>(p));
+            data.set_y(0, p, static_cast<double>((p * 7919) % 1000));
+        }
+        chart.set_type(5);
+        chart.set_data(data);
+        chart.set_bounds({0, points, 0, 1000});
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCoreApplication::processEvents();
+        QAreaSeries* fill = nullptr;
+        QLineSeries* line = nullptr;
+        for (QAbstractSeries* series : chart.chart()->series()) {
+            if (auto* area = qobject_cast<QAreaSeries*>(series)) fill = area;
+            else if (auto* xy = qobject_cast<QLineSeries*>(series)) line = xy;
+        }
+        QVERIFY(fill && line);
+        // The line still runs up and down the whole height in every column; the fill's edge barely moves.
+        const auto travel = [](const QList<QPointF>& edge) {
+            double sum = 0;
+            for (qsizetype i = 1; i < edge.size(); ++i) sum += std::abs(edge[i].y() - edge[i - 1].y());
+            return sum;
+        };
+        QVERIFY(line->count() > 1000);
+        QVERIFY(travel(line->points()) > 1000.0 * 1000);
+        QVERIFY(travel(fill->upperSeries()->points()) < 10.0 * 1000);
+        // Zoomed in to fewer points than pixels, the fill's edge is the line, drawn by the fill alone.
+        auto* x_axis = qobject_cast<QValueAxis*>(chart.chart()->axes(Qt::Horizontal).value(0));
+        x_axis->setRange(5000, 5100);
+        QCOMPARE(line->count(), 0);
+        int inside = 0;
+        for (const QPointF& point : fill->upperSeries()->points()) inside += point.x() >= 5000 && point.x() <= 5100;
+        QCOMPARE(inside, 101);
+        // The legend names the series once.
+        int markers = 0;
+        for (QLegendMarker* marker : chart.chart()->legend()->markers()) markers += marker->isVisible();
+        QCOMPARE(markers, 1);
+    }
+
+    void theAxesCarryRoundNumbersAndZeroIsZeroAlsoAfterAZoom() {
+        QChartView view;
+        view.setAttribute(Qt::WA_DontShowOnScreen);
+        view.resize(800, 600);
+        view.show();
+        QtChart2D chart(&view);
+        quorvex::graph::ChartData data(1, 1, 3);
+        for (size_t p = 0; p < 3; ++p) {
+            data.set_x(0, p, -0.3 + 0.3 * static_cast<double>(p));
+            data.set_y(0, p, -0.3 + 0.3 * static_cast<double>(p));
+        }
+        chart.set_type(1);
+        chart.set_data(data);
+        chart.set_bounds({-0.33, 0.33, -0.7, 0.5});
+        // Labels with their values, as the axis shows them.
+        const auto numbers = [&](Qt::Orientation orientation) {
+            auto* axis = qobject_cast<QCategoryAxis*>(chart.chart()->axes(orientation).value(0));
+            QMap<QString, double> shown;
+            if (axis)
+                for (const QString& label : axis->categoriesLabels()) shown[label] = axis->endValue(label);
+            return shown;
+        };
+        for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+            const QMap<QString, double> shown = numbers(orientation);
+            QVERIFY(shown.size() >= 4);
+            QVERIFY(shown.contains(QStringLiteral("0")));
+            QCOMPARE(shown.value(QStringLiteral("0")), 0.0);
+            QVERIFY(shown.contains(QStringLiteral("-0.2")));
+        }
+        // A zoom numbers the new range afresh.
+        auto* x_axis = qobject_cast<QValueAxis*>(chart.chart()->axes(Qt::Horizontal).value(0));
+        x_axis->setRange(-0.07, 0.05);
+        const QMap<QString, double> zoomed = numbers(Qt::Horizontal);
+        QVERIFY(zoomed.contains(QStringLiteral("-0.06")));
+        QCOMPARE(zoomed.value(QStringLiteral("0"), 1.0), 0.0);
+        for (const QString& label : zoomed.keys()) QVERIFY2(!label.contains(QLatin1Char('e')), qPrintable(label));
     }
 
     void aSavedGraphIsExportedWithoutAWindow() {

@@ -176,19 +176,10 @@ void GraphWindow::toggle_label_near(QPointF at) {
     auto& graphs = m_document.document().Graphs;
     if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size()) || m_chart->chart()->series().isEmpty()) return;
     const graph::ChartData& data = m_chart->data();
-    QAbstractSeries* axes_of = m_chart->chart()->series().first();
-    double best = 10; // pixels: a click farther from every point labels nothing
-    size_t best_series = 0, best_point = 0;
-    bool found = false;
-    for (size_t s = 0; s < data.series(); ++s)
-        for (size_t p = 0; p < data.points(); ++p) {
-            const double x = data.x(s, p), y = data.y(s, p);
-            if (graph::ChartData::is_hole(x) || graph::ChartData::is_hole(y)) continue;
-            const QPointF place = m_chart->chart()->mapToPosition(QPointF(x, y), axes_of);
-            const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
-            if (distance < best) best = distance, best_series = s, best_point = p, found = true;
-        }
-    if (!found) return;
+    // A click 10 pixels or farther from every point labels nothing.
+    const std::optional<graph::NearPoint> near = m_chart->point_near(at, 10);
+    if (!near) return;
+    const size_t best_series = near->series, best_point = near->point;
     graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
     const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
         return !note.IsNote && note.PosX == static_cast<int>(best_series) && note.PosY == static_cast<int>(best_point);

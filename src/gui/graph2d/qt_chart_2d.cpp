@@ -1,5 +1,6 @@
 #include "qt_chart_2d.h"
 
+#include "graph/axis_ticks.h"
 #include "graph/decimate.h"
 #include "point_label_item.h"
 
@@ -11,6 +12,7 @@
 #include <QBarCategoryAxis>
 #include <QBarSeries>
 #include <QBarSet>
+#include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
 #include <QGraphicsSimpleTextItem>
@@ -56,12 +58,24 @@ QXYSeries* points_of(QObject* item) {
     return qobject_cast<QXYSeries*>(item);
 }
 
-// About six ticks over the range, each 1, 2 or 5 times a power of ten.
-double round_step(double low, double high) {
-    const double rough = std::max(high - low, 1e-300) / 6;
-    const double power = std::pow(10.0, std::floor(std::log10(rough)));
-    const double ratio = rough / power;
-    return (ratio < 1.5 ? 1 : ratio < 3.5 ? 2 : ratio < 7.5 ? 5 : 10) * power;
+// Hands each piece to its series, only when changed: the chart lays a series out again on every
+// change.
+void replace_points(const std::vector<QObject*>& items, const std::vector<QList<QPointF>>& pieces) {
+    for (size_t i = 0; i < items.size() && i < pieces.size(); ++i)
+        if (QXYSeries* points = points_of(items[i]); points && points->points() != pieces[i]) points->replace(pieces[i]);
+}
+
+// Numbers a linear axis with round ticks inside [from, to], each tick a category boundary with its
+// label on it. The ticks and labels are our own: Qt's dynamic ticks add the step up from the first
+// tick and print the sum, which reads -1.38778e-17 where 0 belongs.
+void number_axis(QCategoryAxis* axis, double from, double to) {
+    for (const QString& label : axis->categoriesLabels()) axis->remove(label);
+    const std::vector<graph::AxisTick> ticks = graph::linear_ticks(from, to);
+    if (ticks.empty()) return;
+    // The first boundary lies before the first tick, outside the range, so the first tick has a line.
+    const double step = ticks.size() > 1 ? ticks[1].value - ticks[0].value : to - from;
+    axis->setStartValue(ticks.front().value - step);
+    for (const graph::AxisTick& tick : ticks) axis->append(QString::fromStdString(tick.label), tick.value);
 }
 
 // A short number for a bar's category or a slice's name.
@@ -76,6 +90,8 @@ QtChart2D::~QtChart2D() {
 }
 
 QChart* QtChart2D::chart() const { return m_view->chart(); }
+
+bool QtChart2D::is_area_type() const { return m_type == type::Area || m_type == type::RadarFilled; }
 
 bool QtChart2D::is_bar_type() const {
     return m_type == type::Bar || m_type == type::StackingBar || m_type == type::Hystogram || m_type == type::Pareto;
@@ -104,9 +120,11 @@ void QtChart2D::make_chart() {
 }
 
 void QtChart2D::clear() {
+    m_finder.reset();
     m_data = ChartData(1, 0, 0);
     m_styles.clear();
     m_items.clear();
+    m_fills.clear();
     m_bounds.reset();
     m_order.clear();
     m_log_x = m_log_y = false;
@@ -135,6 +153,7 @@ std::vector<size_t> QtChart2D::series_order() const {
 
 void QtChart2D::set_data(const ChartData& data) {
     m_data = data;
+    m_finder = std::make_unique<graph::PointFinder>(m_data);
     m_styles.assign(data.series(), graph::SeriesStyle{});
     build_series();
 }
@@ -143,6 +162,7 @@ void QtChart2D::build_series() {
     QChart* view_chart = chart();
     view_chart->removeAllSeries();
     m_items.assign(m_data.series(), {});
+    m_fills.assign(m_data.series(), {});
     if (m_type == type::Pie) {
         // A pie of the first series: one slice per point, named by its X.
         auto* pie = new QPieSeries;
@@ -176,24 +196,36 @@ void QtChart2D::build_series() {
     }
     for (size_t s : series_order()) {
         bool first = true;
-        for (const QList<QPointF>& piece : pieces_of(drawn_points(s))) {
-            QAbstractSeries* added = nullptr;
-            if (m_type == type::Area || m_type == type::RadarFilled) {
-                auto* upper = new QLineSeries;
-                upper->append(piece);
-                added = new QAreaSeries(upper);
-            } else {
-                auto* line = new QLineSeries;
-                line->append(piece);
-                added = line;
-            }
-            m_items[s].push_back(added);
+        const auto add = [&](QAbstractSeries* added, std::vector<QObject*>& to) {
+            to.push_back(added);
             added->setName(text_of(m_data.label(s)));
             view_chart->addSeries(added);
-            // One legend entry per series, not per piece.
+            // One legend entry per series, not per piece: its fill's, for an area.
             if (!first)
                 for (QLegendMarker* marker : view_chart->legend()->markers(added)) marker->setVisible(false);
             first = false;
+        };
+        // An area is a fill with its line drawn over it: the line shows every column's extremes, so
+        // the fill's edge can run smoothly inside them.
+        const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(s));
+        if (is_area_type()) {
+            const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, s, pixel_window()));
+            for (const QList<QPointF>& piece : fills) {
+                auto* upper = new QLineSeries;
+                upper->append(piece);
+                add(new QAreaSeries(upper), m_fills[s]);
+            }
+            for (const QList<QPointF>& piece : lines) {
+                auto* line = new QLineSeries;
+                if (fills != lines) line->append(piece);
+                add(line, m_items[s]);
+            }
+        } else {
+            for (const QList<QPointF>& piece : lines) {
+                auto* line = new QLineSeries;
+                line->append(piece);
+                add(line, m_items[s]);
+            }
         }
     }
     for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
@@ -227,9 +259,32 @@ graph::PixelWindow QtChart2D::pixel_window() const {
 }
 
 std::vector<graph::PlotPoint> QtChart2D::drawn_points(size_t series) const {
-    const bool points_alone = series < m_styles.size() && m_styles[series].line_pattern == 1;
+    const bool points_alone = !is_area_type() && series < m_styles.size() && m_styles[series].line_pattern == 1;
     return points_alone ? graph::decimate_points(m_data, series, pixel_window())
                         : graph::decimate_line(m_data, series, pixel_window());
+}
+
+std::optional<graph::NearPoint> QtChart2D::point_near(QPointF at, double reach) const {
+    if (chart()->series().isEmpty() || m_type == type::Pie) return std::nullopt;
+    if (m_finder && !is_bar_type() && !qobject_cast<QPolarChart*>(chart())) {
+        const graph::PixelWindow shown = pixel_window();
+        const QRectF area = chart()->plotArea();
+        const graph::PlotMapping mapping{shown.x_from, shown.x_to, shown.y_from, shown.y_to,
+                                         area.width(), area.height(), m_log_x, m_log_y};
+        return m_finder->nearest(mapping, at.x() - area.left(), at.y() - area.top(), reach);
+    }
+    // Bars and polar charts place points their own way: the chart maps each.
+    QAbstractSeries* axes_of = chart()->series().first();
+    std::optional<graph::NearPoint> best;
+    for (size_t s = 0; s < m_data.series(); ++s)
+        for (size_t p = 0; p < m_data.points(s); ++p) {
+            const double x = m_data.x(s, p), y = m_data.y(s, p);
+            if (ChartData::is_hole(x) || ChartData::is_hole(y)) continue;
+            const QPointF place = chart()->mapToPosition(QPointF(x, y), axes_of);
+            const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
+            if (distance < (best ? best->distance : reach)) best = graph::NearPoint{s, p, distance};
+        }
+    return best;
 }
 
 void QtChart2D::decimate_again() {
@@ -239,11 +294,16 @@ void QtChart2D::decimate_again() {
 
 void QtChart2D::decimate_again(size_t series) {
     if (m_type == type::Pie || is_bar_type() || series >= m_items.size()) return;
-    const std::vector<QList<QPointF>> pieces = pieces_of(drawn_points(series));
-    const std::vector<QObject*>& items = m_items[series];
-    for (size_t i = 0; i < items.size() && i < pieces.size(); ++i)
-        // The chart lays a series out again on every change: only a change is handed to it.
-        if (QXYSeries* points = points_of(items[i]); points && points->points() != pieces[i]) points->replace(pieces[i]);
+    const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(series));
+    if (series < m_fills.size() && !m_fills[series].empty()) {
+        const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, series, pixel_window()));
+        replace_points(m_fills[series], fills);
+        // Where the fill's edge is the line itself, the fill's outline draws it alone, as it always
+        // did (a second stroke would darken its smoothed edges).
+        replace_points(m_items[series], fills != lines ? lines : std::vector<QList<QPointF>>(lines.size()));
+        return;
+    }
+    replace_points(m_items[series], lines);
 }
 
 void QtChart2D::apply_style(size_t series) {
@@ -252,7 +312,9 @@ void QtChart2D::apply_style(size_t series) {
     QPen pen(color);
     pen.setWidthF(style.line_width);
     pen.setCosmetic(true);
-    for (QObject* item : m_items[series]) {
+    std::vector<QObject*> items = m_items[series];
+    if (series < m_fills.size()) items.insert(items.end(), m_fills[series].begin(), m_fills[series].end());
+    for (QObject* item : items) {
         if (auto* set = qobject_cast<QBarSet*>(item)) {
             set->setColor(color);
             set->setBorderColor(color);
@@ -264,10 +326,10 @@ void QtChart2D::apply_style(size_t series) {
         } else if (auto* line = qobject_cast<QLineSeries*>(item)) {
             // Line pattern 1 is points alone (a scatter graph); point symbol 1 is a line alone. A
             // plot marks its points while they are few enough to tell apart.
-            const bool points_only = style.line_pattern == 1;
+            const bool points_only = style.line_pattern == 1 && !is_area_type();
             line->setPen(points_only ? QPen(Qt::NoPen) : pen);
             line->setColor(color);
-            line->setPointsVisible(style.point_symbol != 1 && (points_only || m_data.points() <= 200));
+            line->setPointsVisible(!is_area_type() && style.point_symbol != 1 && (points_only || m_data.points() <= 200));
             line->setMarkerSize(points_only ? style.point_size : std::max(4, style.point_size - 2));
         }
     }
@@ -358,17 +420,15 @@ void QtChart2D::update_axes() {
             m_watches.push_back(QObject::connect(log_axis, &QLogValueAxis::rangeChanged, log_axis, [this] { place_labels(); }));
             axis = log_axis;
         } else {
-            auto* linear = new QValueAxis;
-            linear->setLabelFormat(QStringLiteral("%g"));
+            auto* linear = new QCategoryAxis;
+            linear->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
             if (high > low) {
                 // The graph's own range, with ticks on round numbers inside it, also as the user
                 // zooms and pans.
-                linear->setTickType(QValueAxis::TicksDynamic);
-                linear->setTickAnchor(0);
                 QObject::connect(linear, &QValueAxis::rangeChanged, linear,
-                                 [linear](qreal from, qreal to) { linear->setTickInterval(round_step(from, to)); });
+                                 [linear](qreal from, qreal to) { number_axis(linear, from, to); });
                 linear->setRange(low, high);
-                linear->setTickInterval(round_step(low, high));
+                number_axis(linear, low, high);
             }
             m_watches.push_back(QObject::connect(linear, &QValueAxis::rangeChanged, linear, [this] { place_labels(); }));
             axis = linear;

@@ -1,12 +1,15 @@
 #pragma once
 #include "graph/chart_2d.h"
 #include "graph/decimate.h"
+#include "graph/nearest_point.h"
 
 #include <QColor>
 #include <QObject>
 #include <QMargins>
 #include <QMetaObject>
 #include <QPointer>
+
+#include <memory>
 
 class QChart;
 class QChartView;
@@ -45,6 +48,9 @@ public:
     QChart* chart() const;
     // The numbers drawn last.
     const graph::ChartData& data() const { return m_data; }
+    // The point of the data drawn nearest to `at` (a place in the chart), if one is less than
+    // `reach` pixels away.
+    std::optional<graph::NearPoint> point_near(QPointF at, double reach) const;
     // The range shown before any zoom, for a reset.
     const std::optional<graph::ChartBounds>& bounds() const { return m_bounds; }
     // A text of the chart by the index add_point_label or add_note gave; null for none.
@@ -52,6 +58,7 @@ public:
 
 private:
     bool is_bar_type() const;
+    bool is_area_type() const;
     // What the chart shows now, in pixels, and the points of a series that draw it there.
     graph::PixelWindow pixel_window() const;
     std::vector<graph::PlotPoint> drawn_points(size_t series) const;
@@ -88,6 +95,8 @@ private:
     std::vector<Label> m_labels;
     std::vector<QMetaObject::Connection> m_watches; // the chart's and axes' changes that move the labels
     std::vector<std::vector<QObject*>> m_items; // per series: its pieces, or its bar set
+    std::vector<std::vector<QObject*>> m_fills; // per series of an area: its pieces of fill
+    std::unique_ptr<graph::PointFinder> m_finder; // over m_data
     QObject m_guard; // the receiver of the chart's signals: none arrives once this chart is gone
 };
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -96,4 +97,59 @@ TEST(Decimate, PointsAloneAreKeptOncePerPixel) {
     const std::vector<PlotPoint> drawn = decimate_points(data, 0, PixelWindow{0, 10, 0, 7, 100, 7});
     ASSERT_EQ(drawn.size(), 7u);
     for (size_t i = 0; i < drawn.size(); ++i) EXPECT_EQ(drawn[i].y, static_cast<double>(i));
+}
+
+TEST(Decimate, AnAreaOfJaggedDataIsFilledUpToEachColumnsBandWithFewCorners) {
+    // Up and down over the whole height at every point, with a hole in the middle.
+    constexpr size_t points = 100000;
+    ChartData data(2, 1, points);
+    for (size_t p = 0; p < points; ++p) {
+        data.set_x(0, p, static_cast<double>(p));
+        if (p != 60000) data.set_y(0, p, static_cast<double>((p * 7919) % 1000));
+    }
+    const PixelWindow window{0, points - 1.0, 0, 1000, 1600, 800};
+    const std::vector<PlotPoint> line = decimate_line(data, 0, window), fill = decimate_area_fill(data, 0, window);
+    EXPECT_LE(fill.size(), 2u * 1602 + 1);
+    // In each column the fill's edge stays inside the band the line covers there.
+    const auto bands = column_extents(line, window);
+    double travel = 0, line_travel = 0;
+    for (size_t i = 0; i < fill.size(); ++i) {
+        if (fill[i].is_hole()) continue;
+        const long column = static_cast<long>(std::floor(fill[i].x / (points - 1.0) * 1600));
+        EXPECT_GE(fill[i].y, bands.at(column).low) << i;
+        EXPECT_LE(fill[i].y, bands.at(column).high) << i;
+        if (i > 0 && !fill[i - 1].is_hole()) travel += std::abs(fill[i].y - fill[i - 1].y);
+    }
+    for (size_t i = 1; i < line.size(); ++i)
+        if (!line[i].is_hole() && !line[i - 1].is_hole()) line_travel += std::abs(line[i].y - line[i - 1].y);
+    // The line runs the whole height thousands of times; the fill's edge hardly moves.
+    EXPECT_GT(line_travel, 1000.0 * 1000);
+    EXPECT_LT(travel, 10.0 * 1000);
+    // The same pieces as the line, starting and ending on the same points.
+    ASSERT_EQ(std::count_if(fill.begin(), fill.end(), [](const PlotPoint& p) { return p.is_hole(); }), 1);
+    const auto hole = std::find_if(fill.begin(), fill.end(), [](const PlotPoint& p) { return p.is_hole(); });
+    EXPECT_EQ(fill.front().x, 0);
+    EXPECT_EQ(fill.front().y, 0);
+    EXPECT_EQ((hole - 1)->x, 59999);
+    EXPECT_EQ((hole - 1)->y, data.y(0, 59999));
+    EXPECT_EQ((hole + 1)->x, 60001);
+    EXPECT_EQ((hole + 1)->y, data.y(0, 60001));
+    EXPECT_EQ(fill.back().x, data.x(0, points - 1));
+    EXPECT_EQ(fill.back().y, data.y(0, points - 1));
+}
+
+TEST(Decimate, AnAreaRunsThroughThePointsWhereTheyAreFewAndAtTheWindowsEdges) {
+    // Fewer points than columns: the fill's edge is the data itself, hole and all.
+    const ChartData sparse = noisy_wave(500);
+    const PixelWindow whole{-10, 10, -2, 2, 800, 600};
+    EXPECT_EQ(decimate_line(sparse, 0, whole).size(), 500u);
+    EXPECT_EQ(decimate_area_fill(sparse, 0, whole), decimate_line(sparse, 0, whole));
+    // Zoomed into a dense series: the edge leaves the window through the real points around it.
+    const ChartData data = noisy_wave(1000000);
+    const double from = data.x(0, 100000) + 1e-9, to = data.x(0, 100400);
+    const std::vector<PlotPoint> fill = decimate_area_fill(data, 0, PixelWindow{from, to, -2, 2, 800, 600});
+    const auto entry = std::find_if(fill.begin(), fill.end(), [&](const PlotPoint& p) { return p.x >= from; });
+    ASSERT_TRUE(entry != fill.begin() && entry != fill.end());
+    EXPECT_EQ(*(entry - 1), (PlotPoint{data.x(0, 100000), data.y(0, 100000)}));
+    EXPECT_EQ(*entry, (PlotPoint{data.x(0, 100001), data.y(0, 100001)}));
 }
