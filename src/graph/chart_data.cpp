@@ -31,6 +31,18 @@ void ChartData::set_x(size_t series, size_t point, double x) {
     if (row < m_x.size() && point < m_x[row].size()) m_x[row][point] = x;
 }
 
+void ChartData::add_break(size_t series, size_t point) {
+    if (series >= m_y.size()) return;
+    if (m_breaks.size() < m_y.size()) m_breaks.resize(m_y.size());
+    std::vector<size_t>& breaks = m_breaks[series];
+    const auto at = std::lower_bound(breaks.begin(), breaks.end(), point);
+    if (at == breaks.end() || *at != point) breaks.insert(at, point);
+}
+
+bool ChartData::break_before(size_t series, size_t point) const {
+    return has_breaks(series) && std::binary_search(m_breaks[series].begin(), m_breaks[series].end(), point);
+}
+
 void ChartData::set_y(size_t series, size_t point, double y) {
     if (series < m_y.size() && point < m_y[series].size()) m_y[series][point] = y;
 }

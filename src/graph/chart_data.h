@@ -32,6 +32,12 @@ public:
     double y(size_t series, size_t point) const;
     static bool is_hole(double value) { return !(value < k_chart_hole && value > -k_chart_hole); }
 
+    // The line of a series is not drawn from point `point` - 1 to `point`, though both are
+    // values: the function jumps there through a pole between them.
+    void add_break(size_t series, size_t point);
+    bool break_before(size_t series, size_t point) const;
+    bool has_breaks(size_t series) const { return series < m_breaks.size() && !m_breaks[series].empty(); }
+
     // The legend text of a series.
     void set_label(size_t series, std::string label);
     const std::string& label(size_t series) const;
@@ -42,6 +48,7 @@ private:
     std::vector<std::vector<double>> m_x; // one row for layout 1
     std::vector<std::vector<double>> m_y;
     std::vector<std::string> m_labels;
+    std::vector<std::vector<size_t>> m_breaks; // per series, ascending; empty for most
 };
 
 // The extent of the drawn values, holes left out; none when no point has both values.

@@ -46,12 +46,13 @@ std::vector<PlotPoint> walk_runs(const ChartData& data, size_t series, const Pix
         run.clear();
     };
     const size_t points = data.points(series);
+    const bool breaks = data.has_breaks(series);
     for (size_t p = 0; p < points; ++p) {
         const PlotPoint point{data.x(series, p), data.y(series, p)};
-        if (point.is_hole()) {
+        if (point.is_hole() || (breaks && data.break_before(series, p))) {
             end_run();
             if (!out.empty() && !out.back().is_hole()) out.push_back(PlotPoint{});
-            continue;
+            if (point.is_hole()) continue;
         }
         const long column = columns.cell(point.x);
         if (!run.empty() && column != run_column) end_run();
@@ -66,8 +67,9 @@ std::vector<PlotPoint> all_points(const ChartData& data, size_t series) {
     std::vector<PlotPoint> out;
     for (size_t p = 0; p < data.points(series); ++p) {
         const PlotPoint point{data.x(series, p), data.y(series, p)};
+        const bool cut = point.is_hole() || data.break_before(series, p);
+        if (cut && !out.empty() && !out.back().is_hole()) out.push_back(PlotPoint{});
         if (!point.is_hole()) out.push_back(point);
-        else if (!out.empty() && !out.back().is_hole()) out.push_back(PlotPoint{});
     }
     return out;
 }
@@ -130,13 +132,14 @@ std::vector<PlotPoint> decimate_area_fill(const ChartData& data, size_t series, 
         level_in = joined_out;
     };
     const size_t points = data.points(series);
+    const bool breaks = data.has_breaks(series);
     for (size_t p = 0; p < points; ++p) {
         const PlotPoint point{data.x(series, p), data.y(series, p)};
-        if (point.is_hole()) {
+        if (point.is_hole() || (breaks && data.break_before(series, p))) {
             flush(std::nullopt);
             level_in = false;
             if (!out.empty() && !out.back().is_hole()) out.push_back(PlotPoint{});
-            continue;
+            if (point.is_hole()) continue;
         }
         const long column = columns.cell(point.x);
         if (has_run && column == run.column) {

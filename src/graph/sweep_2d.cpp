@@ -1,6 +1,7 @@
 #include "sweep_2d.h"
 
 #include "graph_limits.h"
+#include "pole_breaks.h"
 #include "root_branches.h"
 
 #include "engine/host.h"
@@ -199,6 +200,20 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
             if (!keep_going(host, report) || !sweep.Increment()) break;
         }
         const size_t forward = point;
+        if (!report.cancelled) {
+            for (const MappedFunction& each : mapped) {
+                if (each.two_roots) continue;
+                const auto value_at = [&](double x) -> std::optional<double> {
+                    variable->set(engine::complex(x, 0));
+                    const engine::complex y = parser.solve_equation(each.equation, false, true);
+                    const bool failed = parser.IsAnError();
+                    parser.ClearLastError();
+                    if (failed || std::abs(y.imag()) > k_imaginary_zero) return std::nullopt;
+                    return y.real();
+                };
+                break_at_poles(data, each.series, 0, forward, value_at);
+            }
+        }
         if (report.two_solutions && !report.cancelled) {
             // Back along the other branch: the curve returns to its start below the axis.
             first_back = true;

@@ -2,6 +2,7 @@
 // data sets as series, and the engine's variables left as they were.
 #include "graph/sweep_2d.h"
 #include "graph/build_2d.h"
+#include "graph/decimate.h"
 
 #include "engine/host.h"
 
@@ -9,6 +10,8 @@
 #include "functions/builtin_functions.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 using namespace quorvex;
 using namespace quorvex::graph;
@@ -241,4 +244,31 @@ TEST_F(Sweep, StopEndsAMillionPointSweepAtOnceAndLeavesTheEngineAsItWas) {
     EXPECT_EQ(parser.equation_count(), 0);
     EXPECT_EQ(chart.data.series(), 0u);
     EXPECT_TRUE(chart.titles.empty());
+}
+
+TEST_F(Sweep, ALineIsNotDrawnAcrossAPoleThatFallsBetweenTwoPoints) {
+    declare("f[x] = 1/x");
+    declare("t[x] = x^3 - x");
+    graph.Functions.emplace_back("f[x]", "1/x");
+    graph.Functions.emplace_back("t[x]", "x^3 - x");
+    sweep_x(-10, 10, 200); // the points step over 0
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report);
+    ASSERT_TRUE(data);
+    EXPECT_TRUE(report.errors.empty());
+    // Series 1 is 1/x: cut once, between its last negative and first positive point.
+    size_t cuts = 0;
+    for (size_t p = 1; p < 200; ++p) {
+        if (!data->break_before(1, p)) continue;
+        ++cuts;
+        EXPECT_LT(data->y(1, p - 1), 0);
+        EXPECT_GT(data->y(1, p), 0);
+    }
+    EXPECT_EQ(cuts, 1u);
+    // A continuous change of sign, even a steep one, is drawn whole.
+    EXPECT_FALSE(data->has_breaks(0));
+    // The cut splits the drawn line as a hole does.
+    const PixelWindow window{-10, 10, -20, 20, 400, 300};
+    const std::vector<PlotPoint> drawn = decimate_line(*data, 1, window);
+    EXPECT_EQ(std::count_if(drawn.begin(), drawn.end(), [](const PlotPoint& p) { return p.is_hole(); }), 1);
 }
