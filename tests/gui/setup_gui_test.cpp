@@ -8,10 +8,12 @@
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/setup_pages.h"
+#include "gui/graph3d/graph3d_view.h"
 #include "graph/graph_limits.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
@@ -121,6 +123,43 @@ private Q_SLOTS:
         QVERIFY(!graph.Data.HeaderSet && !graph.Data.FooterSet); // still defaults: new functions renew them
         QVERIFY(doc.window.graph_shown());
         QVERIFY(doc.window.graph_window()->errors().isEmpty());
+    }
+
+    void aZAxisVariableMakesASurfaceDrawnInItsForms() {
+        Document doc;
+        type_line(doc.window.editor(), QStringLiteral("bowl(x, y) = x^2 + y^2"));
+        QVERIFY(!doc.window.add_function_graph("bowl[x,y]", "x", -2, 2, 11)); // y has no value yet
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        auto* variables = setup.page<VariablesPage>();
+        QCOMPARE(variables->z_axis()->currentIndex(), 0); // none: a 2-D graph
+        QVERIFY(!variables->z_low()->isEnabled());
+        variables->z_axis()->setCurrentIndex(variables->z_axis()->findText(QStringLiteral("y")));
+        QVERIFY(variables->z_low()->isEnabled());
+        variables->z_low()->setValue(-2);
+        variables->z_high()->setValue(2);
+        variables->z_points()->setValue(9);
+        auto* types = setup.page<TypesPage>();
+        QCOMPARE(types->flags_3d().size(), size_t(6));
+        types->flags_3d()[3]->setChecked(false); // no zones
+        types->flags_3d()[4]->setChecked(true);  // hidden lines
+        setup.tabs()->setCurrentWidget(setup.page<LabelsPage>());
+        QVERIFY(setup.apply());
+        const auto& graph = doc.window.document().Graphs[0].Data;
+        QCOMPARE(graph.GetGraphType(), 2);
+        QCOMPARE(graph.Type3D, 10111ul); // mesh, shade, contour, hidden
+        QCOMPARE(graph.ZAxisVar->num_points(), 9L);
+
+        QVERIFY(doc.window.show_graph(0));
+        GraphWindow* window = doc.window.graph_window();
+        QVERIFY(window->showing_3d());
+        QVERIFY(window->errors().isEmpty());
+        const auto& grid = window->view_3d()->grid();
+        QCOMPARE(grid.nx(), size_t(11));
+        QCOMPARE(grid.ny(), size_t(9));
+        QCOMPARE(grid.value(0, 0), 8.0); // the rim of the bowl...
+        QCOMPARE(grid.value(5, 4), 0.0); // ...and its bottom
+        QVERIFY(window->view_3d()->style().hidden);
+        QVERIFY(!window->view_3d()->style().zone);
     }
 
     void stylesAndDataPointsReachTheGraph() {

@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
+#include <QGroupBox>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QInputDialog>
@@ -24,6 +25,8 @@
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <list>
 
 namespace quorvex::gui {
 
@@ -102,30 +105,62 @@ void FunctionsPage::store(document::DocumentGraph& graph) {
 
 VariablesPage::VariablesPage(QWidget* parent)
     : SetupPage(parent), m_axis(new QComboBox(this)), m_low(new QDoubleSpinBox(this)), m_high(new QDoubleSpinBox(this)),
-      m_points(new QSpinBox(this)) {
-    for (QDoubleSpinBox* end : {m_low, m_high}) {
+      m_points(new QSpinBox(this)), m_z_axis(new QComboBox(this)), m_z_low(new QDoubleSpinBox(this)),
+      m_z_high(new QDoubleSpinBox(this)), m_z_points(new QSpinBox(this)) {
+    for (QDoubleSpinBox* end : {m_low, m_high, m_z_low, m_z_high}) {
         end->setRange(-1e12, 1e12);
         end->setDecimals(6);
     }
-    m_points->setRange(1, 1000000);
-    m_points->setGroupSeparatorShown(true);
+    for (QSpinBox* points : {m_points, m_z_points}) {
+        points->setRange(1, 1000000);
+        points->setGroupSeparatorShown(true);
+    }
     auto* form = new QFormLayout(this);
     form->addRow(new QLabel(tr("The variable the functions share that runs along the X axis, and its range."), this));
     form->addRow(tr("&X axis variable:"), m_axis);
     form->addRow(tr("&From:"), m_low);
     form->addRow(tr("&To:"), m_high);
     form->addRow(tr("&Points:"), m_points);
+    form->addRow(new QLabel(tr("A second variable on a Z axis makes the graph a surface."), this));
+    form->addRow(tr("&Z axis variable:"), m_z_axis);
+    form->addRow(tr("F&rom:"), m_z_low);
+    form->addRow(tr("T&o:"), m_z_high);
+    form->addRow(tr("Poi&nts:"), m_z_points);
+    const auto enable_z = [this] {
+        const bool on = m_z_axis->currentIndex() > 0;
+        for (QWidget* field : std::initializer_list<QWidget*>{m_z_low, m_z_high, m_z_points}) field->setEnabled(on);
+    };
+    connect(m_z_axis, &QComboBox::currentIndexChanged, this, enable_z);
+    enable_z();
 }
 
 void VariablesPage::load(const document::DocumentGraph& graph) {
+    // A graph made in one step (a function and its X range) has not listed its functions' shared
+    // variables yet; they are what the axes can be.
+    std::list<engine::Variable> shared = graph.Data.ComVars;
+    if (shared.empty() && !graph.Data.Functions.empty()) {
+        graph::GraphData listed = graph.Data;
+        listed.SetComVarList();
+        shared = listed.ComVars;
+    }
     m_axis->clear();
-    for (const engine::Variable& variable : graph.Data.ComVars) m_axis->addItem(text_of(variable.name()));
+    for (const engine::Variable& variable : shared) m_axis->addItem(text_of(variable.name()));
     const graph::VariableCopy& x = graph.Data.XAxisVar;
     if (x && m_axis->findText(text_of(x->name())) < 0) m_axis->addItem(text_of(x->name()));
     m_axis->setCurrentIndex(x ? m_axis->findText(text_of(x->name())) : 0);
     m_low->setValue(x ? x->low().real() : -10);
     m_high->setValue(x ? x->high().real() : 10);
     m_points->setValue(x ? static_cast<int>(x->num_points()) : 201);
+
+    const graph::VariableCopy& z = graph.Data.ZAxisVar;
+    m_z_axis->clear();
+    m_z_axis->addItem(tr("(none: a 2-D graph)"));
+    for (const engine::Variable& variable : shared) m_z_axis->addItem(text_of(variable.name()));
+    if (z && m_z_axis->findText(text_of(z->name())) < 0) m_z_axis->addItem(text_of(z->name()));
+    m_z_axis->setCurrentIndex(z ? m_z_axis->findText(text_of(z->name())) : 0);
+    m_z_low->setValue(z ? z->low().real() : -10);
+    m_z_high->setValue(z ? z->high().real() : 10);
+    m_z_points->setValue(z ? static_cast<int>(z->num_points()) : 31);
 }
 
 void VariablesPage::store(document::DocumentGraph& graph) {
@@ -134,6 +169,15 @@ void VariablesPage::store(document::DocumentGraph& graph) {
     graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(name, engine::complex(m_low->value(), 0),
                                                                engine::complex(m_high->value(), 0), m_points->value()));
     graph.Data.SetDefaultXAxisTitle(false);
+    const std::string z_name = m_z_axis->currentIndex() > 0 ? m_z_axis->currentText().toStdString() : std::string();
+    if (z_name.empty() || z_name == name) {
+        graph.Data.ZAxisVar = {};
+        return;
+    }
+    graph.Data.ZAxisVar = graph::VariableCopy(engine::Variable(z_name, engine::complex(m_z_low->value(), 0),
+                                                               engine::complex(m_z_high->value(), 0),
+                                                               m_z_points->value()));
+    graph.Data.SetDefaultZAxisTitle(false);
 }
 
 // --- Data -----------------------------------------------------------------------------------
@@ -238,10 +282,10 @@ void DataPage::store(document::DocumentGraph& graph) {
 
 LabelsPage::LabelsPage(QWidget* parent)
     : SetupPage(parent), m_header(new QLineEdit(this)), m_footer(new QLineEdit(this)), m_x(new QLineEdit(this)),
-      m_y(new QLineEdit(this)) {
+      m_y(new QLineEdit(this)), m_z(new QLineEdit(this)) {
     auto* defaults = new QPushButton(tr("&Default Titles"), this);
     // The chart lays a title out at a cost that grows with the square of its length.
-    for (QLineEdit* edit : {m_header, m_footer, m_x, m_y}) {
+    for (QLineEdit* edit : {m_header, m_footer, m_x, m_y, m_z}) {
         edit->setMaxLength(static_cast<int>(graph::k_max_graph_text));
         edit->setToolTip(tr("A title holds at most %1 characters.").arg(graph::k_max_graph_text));
     }
@@ -250,17 +294,20 @@ LabelsPage::LabelsPage(QWidget* parent)
     form->addRow(tr("&Footer:"), m_footer);
     form->addRow(tr("&X axis title:"), m_x);
     form->addRow(tr("&Y axis title:"), m_y);
+    form->addRow(tr("&Z axis title (a surface):"), m_z);
     form->addRow(defaults);
     connect(defaults, &QPushButton::clicked, this, [this] {
         m_shown.Data.SetDefaultHeader(true);
         m_shown.Data.SetDefaultFooter(true);
         m_shown.Data.SetDefaultXAxisTitle(true);
         m_shown.Data.SetDefaultYAxisTitle(true);
+        m_shown.Data.SetDefaultZAxisTitle(true);
         m_defaults_asked = true;
         m_header->setText(text_of(m_shown.Data.Header));
         m_footer->setText(text_of(m_shown.Data.Footer));
         m_x->setText(text_of(m_shown.Data.XAxisTitle));
         m_y->setText(text_of(m_shown.Data.YAxisTitle));
+        m_z->setText(text_of(m_shown.Data.ZAxisTitle));
     });
 }
 
@@ -271,6 +318,7 @@ void LabelsPage::load(const document::DocumentGraph& graph) {
     m_footer->setText(text_of(graph.Data.Footer));
     m_x->setText(text_of(graph.Data.XAxisTitle));
     m_y->setText(text_of(graph.Data.YAxisTitle));
+    m_z->setText(text_of(graph.Data.ZAxisTitle));
 }
 
 void LabelsPage::store(document::DocumentGraph& graph) {
@@ -280,6 +328,7 @@ void LabelsPage::store(document::DocumentGraph& graph) {
         data.SetDefaultFooter(true);
         data.SetDefaultXAxisTitle(true);
         data.SetDefaultYAxisTitle(true);
+        data.SetDefaultZAxisTitle(true);
     }
     // Only a title typed differently from what the page showed is the user's own from now on:
     // the other pages (new functions: new default titles) may have changed the graph since.
@@ -292,6 +341,7 @@ void LabelsPage::store(document::DocumentGraph& graph) {
     put(m_footer, shown.Footer, [&data](const char* t, bool u) { data.SetFooter(t, u); });
     put(m_x, shown.XAxisTitle, [&data](const char* t, bool u) { data.SetXAxisTitle(t, u); });
     put(m_y, shown.YAxisTitle, [&data](const char* t, bool u) { data.SetYAxisTitle(t, u); });
+    put(m_z, shown.ZAxisTitle, [&data](const char* t, bool u) { data.SetZAxisTitle(t, u); });
 }
 
 // --- Types ----------------------------------------------------------------------------------
@@ -311,7 +361,23 @@ TypesPage::TypesPage(QWidget* parent)
     grid->addWidget(m_log_x, row, 0);
     grid->addWidget(m_log_y, row, 1);
     grid->addWidget(m_grid, row, 2);
-    grid->setRowStretch(row + 1, 1);
+
+    // A surface's forms: any mix of the six, drawn as a surface or as bars.
+    auto* three_d = new QGroupBox(tr("3-D graph (an X and a Z axis variable)"), this);
+    auto* forms = new QGridLayout(three_d);
+    for (int position = graph::type3d::Mesh; position <= graph::type3d::Project; ++position) {
+        auto* flag = new QCheckBox(QString::fromLatin1(graph::type3d_flag_name(position)), three_d);
+        m_flags_3d.push_back(flag);
+        forms->addWidget(flag, (position - 1) / 3, (position - 1) % 3);
+    }
+    m_form_3d = new QButtonGroup(this);
+    for (int form = 0; form <= 1; ++form) {
+        auto* button = new QRadioButton(QString::fromLatin1(graph::type3d_form_caption(form)), three_d);
+        m_form_3d->addButton(button, form);
+        forms->addWidget(button, 2, form);
+    }
+    grid->addWidget(three_d, row + 1, 0, 1, 3);
+    grid->setRowStretch(row + 2, 1);
 }
 
 void TypesPage::load(const document::DocumentGraph& graph) {
@@ -319,6 +385,10 @@ void TypesPage::load(const document::DocumentGraph& graph) {
     m_log_x->setChecked(graph.Data.XAxisLogarithmic != 0);
     m_log_y->setChecked(graph.Data.YAxisLogarithmic != 0);
     m_grid->setChecked(graph.Data.ShowGridLines != 0);
+    for (size_t k = 0; k < m_flags_3d.size(); ++k)
+        m_flags_3d[k]->setChecked(graph.Data.Get3DTypeBit(static_cast<int>(k) + 1) != 0);
+    if (QAbstractButton* form = m_form_3d->button(graph.Data.Get3DTypeBit(graph::type3d::Surface) != 0 ? 1 : 0))
+        form->setChecked(true);
 }
 
 void TypesPage::store(document::DocumentGraph& graph) {
@@ -326,6 +396,9 @@ void TypesPage::store(document::DocumentGraph& graph) {
     graph.Data.XAxisLogarithmic = m_log_x->isChecked();
     graph.Data.YAxisLogarithmic = m_log_y->isChecked();
     graph.Data.ShowGridLines = m_grid->isChecked();
+    for (size_t k = 0; k < m_flags_3d.size(); ++k)
+        graph.Data.Set3DTypeBit(static_cast<int>(k) + 1, m_flags_3d[k]->isChecked() ? 1 : 0);
+    graph.Data.Set3DTypeBit(graph::type3d::Surface, m_form_3d->checkedId() == 1 ? 1 : 0);
 }
 
 // --- Styles ---------------------------------------------------------------------------------

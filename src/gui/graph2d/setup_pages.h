@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <vector>
+
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
@@ -47,7 +49,8 @@ private:
     QListWidget* m_chosen;
 };
 
-// The variables the functions share: which is the X axis, and its range.
+// The variables the functions share: which is the X axis, and its range; and which, if any, is
+// the Z axis that makes the graph a surface.
 class VariablesPage : public SetupPage {
     Q_OBJECT
 public:
@@ -58,12 +61,21 @@ public:
     QDoubleSpinBox* low() const { return m_low; }
     QDoubleSpinBox* high() const { return m_high; }
     QSpinBox* points() const { return m_points; }
+    // The first entry is none: a 2-D graph.
+    QComboBox* z_axis() const { return m_z_axis; }
+    QDoubleSpinBox* z_low() const { return m_z_low; }
+    QDoubleSpinBox* z_high() const { return m_z_high; }
+    QSpinBox* z_points() const { return m_z_points; }
 
 private:
     QComboBox* m_axis;
     QDoubleSpinBox* m_low;
     QDoubleSpinBox* m_high;
     QSpinBox* m_points;
+    QComboBox* m_z_axis;
+    QDoubleSpinBox* m_z_low;
+    QDoubleSpinBox* m_z_high;
+    QSpinBox* m_z_points;
 };
 
 // The graph's data sets: each a name and rows of X and Y expressions.
@@ -97,12 +109,12 @@ public:
     QLineEdit* footer() const { return m_footer; }
 
 private:
-    QLineEdit *m_header, *m_footer, *m_x, *m_y;
+    QLineEdit *m_header, *m_footer, *m_x, *m_y, *m_z;
     document::DocumentGraph m_shown; // the graph as loaded, or with the default titles once asked for
     bool m_defaults_asked = false;
 };
 
-// The kind of 2-D graph.
+// The kind of 2-D graph, and the forms of a 3-D one.
 class TypesPage : public SetupPage {
     Q_OBJECT
 public:
@@ -110,9 +122,15 @@ public:
     void load(const document::DocumentGraph& graph) override;
     void store(document::DocumentGraph& graph) override;
     QButtonGroup* types() const { return m_types; }
+    // Mesh, shade, contour, zone, hidden lines and projection, in the order of their digits.
+    const std::vector<QCheckBox*>& flags_3d() const { return m_flags_3d; }
+    // Surface (0) or bars (1).
+    QButtonGroup* form_3d() const { return m_form_3d; }
 
 private:
     QButtonGroup* m_types;
+    std::vector<QCheckBox*> m_flags_3d;
+    QButtonGroup* m_form_3d;
     QCheckBox* m_log_x;
     QCheckBox* m_log_y;
     QCheckBox* m_grid;
