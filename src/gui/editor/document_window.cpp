@@ -362,6 +362,12 @@ bool DocumentWindow::show_graph(int index) {
 
 bool DocumentWindow::add_function_graph(const std::string& function, const std::string& variable, double low,
                                         double high, long points, QString* error) {
+    return add_surface_graph(function, variable, low, high, points, {}, 0, 0, 0, error);
+}
+
+bool DocumentWindow::add_surface_graph(const std::string& function, const std::string& variable, double low,
+                                       double high, long points, const std::string& z_variable, double z_low,
+                                       double z_high, long z_points, QString* error) {
     const auto fail = [error](const QString& why) {
         if (error) *error = why;
         return false;
@@ -370,15 +376,25 @@ bool DocumentWindow::add_function_graph(const std::string& function, const std::
     if (index < 0) return fail(QStringLiteral("\"%1\" is no function of this document.").arg(QString::fromStdString(function)));
     if (!(high > low) || points < 2 || points > 1000000)
         return fail(QStringLiteral("The range needs a low end below the high end and 2 to 1000000 points."));
+    const bool surface = !z_variable.empty();
+    if (surface && (!(z_high > z_low) || z_points < 2 || z_points > 1000 || points > 1000))
+        return fail(QStringLiteral("A surface needs a low end below the high end on each axis and 2 to 1000 points a side."));
+    if (surface && z_variable == variable)
+        return fail(QStringLiteral("The X and Z variables of a surface must differ."));
     document::DocumentGraph graph;
     const engine::Function* declared = m_parser->function_at(index);
     graph.Data.Functions.emplace_back(declared->full_name(), declared->value());
     graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(variable, engine::complex(low, 0), engine::complex(high, 0), points));
+    if (surface)
+        graph.Data.ZAxisVar =
+            graph::VariableCopy(engine::Variable(z_variable, engine::complex(z_low, 0), engine::complex(z_high, 0), z_points));
+    graph.Data.SetComVarList();
     graph.Data.Name = m_hub->GetUniqueGraphName(declared->short_name());
     graph.Data.SetDefaultHeader(true);
     graph.Data.SetDefaultFooter(true);
     graph.Data.SetDefaultXAxisTitle(true);
     graph.Data.SetDefaultYAxisTitle(true);
+    if (surface) graph.Data.SetDefaultZAxisTitle(true);
     m_document->Graphs.push_back(std::move(graph));
     m_parser->set_vars_saved(false); // the document changed
     return show_graph(static_cast<int>(m_document->Graphs.size()) - 1);

@@ -68,6 +68,10 @@ public:
     // `low` to `high` in `points` points, and draws it; false with `error` set when it can not.
     bool add_function_graph(const std::string& function, const std::string& variable, double low, double high,
                             long points, QString* error = nullptr);
+    // The same as a surface: `variable` along X, `z_variable` along Z.
+    bool add_surface_graph(const std::string& function, const std::string& variable, double low, double high,
+                           long points, const std::string& z_variable, double z_low, double z_high, long z_points,
+                           QString* error = nullptr);
     // The way the document's tools, managers and graphs reach its engine and graphs.
     desktop::DocumentHub& hub() { return *m_hub; }
 

@@ -14,6 +14,7 @@
 #include "gui/common/message_reporter.h"
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
+#include "store/ini_file.h"
 #include "gui/editor/document_window.h"
 
 #include <QAbstractSeries>
@@ -169,7 +170,9 @@ void GraphWindow::toggle_label_3d(size_t i, size_t j, double x, double z) {
         shown.Notes.emplace_back(label.c_str(), static_cast<int>(i), static_cast<int>(j), -1, false);
     }
     m_document.parser().set_vars_saved(false);
-    graph::build_3d(shown, m_view3d->grid(), *m_view3d); // the same grid: no new sweep for a label
+    // The same grid, no new sweep; a copy, as building the chart clears it first.
+    const graph::Grid3D grid = m_view3d->grid();
+    graph::build_3d(shown, grid, *m_view3d);
 }
 
 void GraphWindow::toggle_label_near(QPointF at) {
@@ -434,6 +437,42 @@ void GraphWindow::open_file_with_dialog() {
     if (path.isEmpty()) return;
     QString error;
     if (!open_graph_file(path, &error)) QMessageBox::warning(this, tr("Open Graph File"), error);
+}
+
+void GraphWindow::set_default_orientation() {
+    if (!showing_3d()) return;
+    m_view3d->reset_view(); // the graph keeps it through viewChanged
+}
+
+void GraphWindow::save_default_orientation() {
+    auto& graphs = m_document.document().Graphs;
+    if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    const graph::View3D view = m_view3d->view();
+    graph::keep_default_view_in_graph(graphs[static_cast<size_t>(m_drawn)].Data, view);
+    m_view3d->set_view(view, view);
+    m_document.parser().set_vars_saved(false);
+    // New graphs start from it too: the settings keep whole degrees.
+    if (store::IniFile* settings = m_document.services().settings) {
+        const char* section = "Graph Default Orientation";
+        settings->WriteString(section, "PerspectiveDepth", std::to_string(std::lround(view.PerspectiveDepth)));
+        settings->WriteString(section, "XRotation3D", std::to_string(std::lround(view.XRotation)));
+        settings->WriteString(section, "YRotation3D", std::to_string(std::lround(view.YRotation)));
+        settings->WriteString(section, "ZRotation3D", std::to_string(std::lround(view.ZRotation)));
+        settings->Save();
+    }
+    const QString text = tr("The present orientation is now the default of this graph and of new 3-D graphs.");
+    if (QStringList* collected = m_document.services().collected_messages)
+        *collected << tr("Graphing Utility: ") + text;
+    else
+        QMessageBox::information(this, tr("Graphing Utility"), text);
+}
+
+void GraphWindow::smooth_surface() {
+    if (!showing_3d() || m_view3d->grid().empty()) return;
+    graph::Grid3D smoothed = m_view3d->grid();
+    smoothed.smooth(0.5);
+    m_view3d->set_grid(smoothed);
+    m_status->setText(tr("Smoothed; Draw computes the surface again."));
 }
 
 void GraphWindow::copy_to_clipboard() {

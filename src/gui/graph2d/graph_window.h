@@ -55,6 +55,11 @@ public:
     void toggle_logarithmic(bool x_axis);
     void save_file_with_dialog();
     void open_file_with_dialog();
+    // The 3-D view commands: back to the graph's default orientation; the present one kept as the
+    // default of this graph and of new graphs; the surface smoothed (halfway to its neighbours).
+    void set_default_orientation();
+    void save_default_orientation();
+    void smooth_surface();
     // The graph as it is shown, as a picture on the clipboard.
     void copy_to_clipboard();
     // The graph as it is shown, on a printer's page (with a preview when asked).

@@ -20,20 +20,29 @@ NewGraphDialog::NewGraphDialog(engine::Parser& parser, QWidget* parent)
       m_variable(new QLineEdit(this)),
       m_low(new QDoubleSpinBox(this)),
       m_high(new QDoubleSpinBox(this)),
-      m_points(new QSpinBox(this)) {
+      m_points(new QSpinBox(this)),
+      m_z_variable(new QLineEdit(this)),
+      m_z_low(new QDoubleSpinBox(this)),
+      m_z_high(new QDoubleSpinBox(this)),
+      m_z_points(new QSpinBox(this)) {
     setWindowTitle(tr("New Graph of a Function"));
     setObjectName(QStringLiteral("newGraphDialog"));
     for (int i = 0; i < parser.function_count(); ++i)
         if (const char* name = parser.get_func_name(i)) m_function->addItem(QString::fromUtf8(name));
-    for (QDoubleSpinBox* end : {m_low, m_high}) {
+    for (QDoubleSpinBox* end : {m_low, m_high, m_z_low, m_z_high}) {
         end->setRange(-1e12, 1e12);
         end->setDecimals(6);
     }
     m_low->setValue(-10);
     m_high->setValue(10);
+    m_z_low->setValue(-10);
+    m_z_high->setValue(10);
     m_points->setRange(2, 1000000);
     m_points->setValue(201);
-    m_points->setGroupSeparatorShown(true);
+    m_z_points->setRange(2, 1000);
+    m_z_points->setValue(31);
+    for (QSpinBox* points : {m_points, m_z_points}) points->setGroupSeparatorShown(true);
+    m_z_variable->setPlaceholderText(tr("none: a 2-D graph"));
 
     auto* form = new QFormLayout;
     form->addRow(tr("&Function:"), m_function);
@@ -41,6 +50,10 @@ NewGraphDialog::NewGraphDialog(engine::Parser& parser, QWidget* parent)
     form->addRow(tr("&From:"), m_low);
     form->addRow(tr("&To:"), m_high);
     form->addRow(tr("&Points:"), m_points);
+    form->addRow(tr("&Z variable (a surface):"), m_z_variable);
+    form->addRow(tr("F&rom:"), m_z_low);
+    form->addRow(tr("T&o:"), m_z_high);
+    form->addRow(tr("Poi&nts:"), m_z_points);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -64,6 +77,11 @@ void NewGraphDialog::take_variable_of_function() {
     m_variable->setText(function && function->num_variables() > 0
                             ? QString::fromStdString(function->GetFuncVariable(1))
                             : QStringLiteral("x"));
+    // A function of two variables is a surface over them; the X range then takes fewer points.
+    const bool two = function && function->num_variables() > 1;
+    m_z_variable->setText(two ? QString::fromStdString(function->GetFuncVariable(2)) : QString());
+    if (two && m_points->value() > 1000) m_points->setValue(31);
+    if (!two && m_points->value() == 31) m_points->setValue(201);
 }
 
 bool NewGraphDialog::has_functions() const { return m_function->count() > 0; }
@@ -72,5 +90,9 @@ std::string NewGraphDialog::variable() const { return m_variable->text().trimmed
 double NewGraphDialog::low() const { return m_low->value(); }
 double NewGraphDialog::high() const { return m_high->value(); }
 long NewGraphDialog::points() const { return m_points->value(); }
+std::string NewGraphDialog::z_variable() const { return m_z_variable->text().trimmed().toStdString(); }
+double NewGraphDialog::z_low() const { return m_z_low->value(); }
+double NewGraphDialog::z_high() const { return m_z_high->value(); }
+long NewGraphDialog::z_points() const { return m_z_points->value(); }
 
 } // namespace quorvex::gui

@@ -88,12 +88,23 @@ graph::Projection3D Graph3DView::projection() const {
                                std::max(1.0, area.height - room));
 }
 
-std::optional<graph::GridPick> Graph3DView::pick(const QPoint& at) const {
-    if (m_grid.empty() || m_style.bars) return std::nullopt;
+QPointF Graph3DView::origin() const {
     const graph::TextMetrics metrics = text_metrics(font());
     const graph::PlotArea area = graph::plot_area_3d(m_grid, m_style, width(), height(), metrics);
     const double room = 4 * metrics.line_height;
-    return graph::pick_grid_point(m_grid, projection(), at.x() - area.left - room / 2, at.y() - area.top - room / 2);
+    return {area.left + room / 2, area.top + room / 2};
+}
+
+QPointF Graph3DView::screen_of(size_t i, size_t j) const {
+    if (i >= m_grid.nx() || j >= m_grid.ny()) return {};
+    const graph::ScreenPoint at = projection().project({m_grid.x(i), m_grid.y(j), m_grid.value(i, j)});
+    return origin() + QPointF(at.x, at.y);
+}
+
+std::optional<graph::GridPick> Graph3DView::pick(const QPoint& at) const {
+    if (m_grid.empty() || m_style.bars) return std::nullopt;
+    const QPointF offset = origin();
+    return graph::pick_grid_point(m_grid, projection(), at.x() - offset.x(), at.y() - offset.y());
 }
 
 void Graph3DView::change_scale(double step) {

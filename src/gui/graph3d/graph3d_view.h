@@ -6,6 +6,7 @@
 #include "graph/view_3d.h"
 
 #include <QPoint>
+#include <QPointF>
 #include <QWidget>
 
 namespace quorvex::gui {
@@ -35,6 +36,8 @@ public:
     const graph::Style3D& style() const { return m_style; }
     // The scene as drawn at the widget's present size.
     graph::Scene3D scene() const;
+    // Where grid point (i, j) is drawn in the widget.
+    QPointF screen_of(size_t i, size_t j) const;
     // The grid point under a pixel of the widget, if any.
     std::optional<graph::GridPick> pick(const QPoint& at) const;
     // Back to the default view (Home).
@@ -57,6 +60,8 @@ protected:
 
 private:
     graph::Projection3D projection() const;
+    // Where the projection's pixel (0, 0) lies in the widget.
+    QPointF origin() const;
 
     graph::Grid3D m_grid;
     graph::Style3D m_style;

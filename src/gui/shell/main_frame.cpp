@@ -14,6 +14,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
+#include "gui/graph3d/graph3d_actions.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/sound_player.h"
 #include "store/atomic_write.h"
@@ -304,6 +305,11 @@ void MainFrame::create_menus() {
         graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
     for (const char* name : {"graphNote", "graphGrid", "graphLogX", "graphLogY"}) graph->addAction(action(QLatin1String(name)));
+    graph->addSeparator();
+    add_3d_graph_actions(this, graph, [this]() -> GraphWindow* {
+        DocumentWindow* window = active_document();
+        return window && window->graph_shown() ? window->graph_window() : nullptr;
+    });
     graph->addSeparator();
     for (const char* name : {"graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
@@ -663,8 +669,8 @@ void MainFrame::new_function_graph() {
     NewGraphDialog dialog(window->parser(), this);
     if (dialog.exec() != QDialog::Accepted) return;
     QString error;
-    if (!window->add_function_graph(dialog.function(), dialog.variable(), dialog.low(), dialog.high(), dialog.points(),
-                                    &error) &&
+    if (!window->add_surface_graph(dialog.function(), dialog.variable(), dialog.low(), dialog.high(), dialog.points(),
+                                   dialog.z_variable(), dialog.z_low(), dialog.z_high(), dialog.z_points(), &error) &&
         !error.isEmpty())
         QMessageBox::warning(this, tr("Graphing Utility"), error);
 }

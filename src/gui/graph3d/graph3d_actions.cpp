@@ -1,0 +1,40 @@
+#include "graph3d_actions.h"
+
+#include "gui/graph2d/graph_window.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QWidget>
+
+namespace quorvex::gui {
+
+void add_3d_graph_actions(QWidget* owner, QMenu* menu, const std::function<GraphWindow*()>& shown) {
+    struct Command {
+        const char* name;
+        const char* text;
+        void (GraphWindow::*call)();
+    };
+    const Command commands[] = {
+        {"graph3dDefaultOrientation", QT_TRANSLATE_NOOP("Graph", "Set &Default Orientation"), &GraphWindow::set_default_orientation},
+        {"graph3dSaveOrientation", QT_TRANSLATE_NOOP("Graph", "Save As Default &Orientation"), &GraphWindow::save_default_orientation},
+        {"graph3dSmooth", QT_TRANSLATE_NOOP("Graph", "S&mooth Graph"), &GraphWindow::smooth_surface},
+    };
+    std::vector<QAction*> actions;
+    for (const Command& command : commands) {
+        auto* action = new QAction(QObject::tr(command.text), owner);
+        action->setObjectName(QString::fromLatin1(command.name));
+        QObject::connect(action, &QAction::triggered, owner, [shown, call = command.call] {
+            if (GraphWindow* window = shown()) (window->*call)();
+        });
+        owner->addAction(action);
+        menu->addAction(action);
+        actions.push_back(action);
+    }
+    // Offered only while a surface is shown, checked as the menu opens.
+    QObject::connect(menu, &QMenu::aboutToShow, owner, [shown, actions] {
+        GraphWindow* window = shown();
+        for (QAction* action : actions) action->setEnabled(window && window->showing_3d());
+    });
+}
+
+} // namespace quorvex::gui
