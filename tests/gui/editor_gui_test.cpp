@@ -37,8 +37,9 @@ namespace {
 
 // A program over a fresh data folder, with the sounds it would play.
 struct Program : ScratchServices {
-    std::unique_ptr<MainFrame> frame;
+    // The error dialog outlives the frame, whose editors close it as they lose the focus.
     std::unique_ptr<ErrorDialog> errors;
+    std::unique_ptr<MainFrame> frame;
 
     explicit Program(int method = 1)
         : ScratchServices(QStringLiteral(QUORVEX_SOURCE_DATA_DIR), QStringLiteral(QUORVEX_SOURCE_DATA_DIR "/sounds")) {

@@ -211,9 +211,12 @@ void QtChart2D::build_series() {
         if (is_area_type()) {
             const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, s, pixel_window()));
             for (const QList<QPointF>& piece : fills) {
-                auto* upper = new QLineSeries;
+                // The area does not own the line it fills under: the line is made its child.
+                auto* area = new QAreaSeries;
+                auto* upper = new QLineSeries(area);
                 upper->append(piece);
-                add(new QAreaSeries(upper), m_fills[s]);
+                area->setUpperSeries(upper);
+                add(area, m_fills[s]);
             }
             for (const QList<QPointF>& piece : lines) {
                 auto* line = new QLineSeries;

@@ -109,6 +109,7 @@ MainFrame::~MainFrame() {
     // The documents go while this is still a frame: their going makes the area and the editors
     // signal, and the handlers reach back into the frame.
     disconnect(m_area, nullptr, this, nullptr);
+    disconnect(m_keypad, nullptr, this, nullptr); // the dock hides as it goes, after the frame is gone
     for (QMdiSubWindow* sub : m_area->subWindowList()) delete sub;
 }
 
