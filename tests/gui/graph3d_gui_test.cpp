@@ -115,6 +115,14 @@ private Q_SLOTS:
         QTest::mouseClick(bowl.view, Qt::LeftButton, {}, at); // again: taken away
         QVERIFY(bowl.graph().Notes.empty());
 
+        // A note goes where the next click lands, and labels nothing.
+        QVERIFY(bowl.graphs->arm_note(QStringLiteral("the bottom")));
+        QTest::mouseClick(bowl.view, Qt::LeftButton, {}, at);
+        QCOMPARE(bowl.graph().Notes.size(), size_t(1));
+        QVERIFY(bowl.graph().Notes.front().IsNote);
+        QCOMPARE(bowl.graph().Notes.front().PosX, at.x());
+        QCOMPARE(bowl.view->texts().size(), size_t(1));
+
         const QString file = bowl.scratch.file_path(QStringLiteral("bowl.g3d"));
         QString error;
         QVERIFY2(bowl.graphs->save_graph_file(file, &error), qPrintable(error));

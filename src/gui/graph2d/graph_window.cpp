@@ -129,8 +129,20 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
+    connect(m_view3d, &Graph3DView::clicked, this, [this](const QPoint& at) {
+        auto& graphs = m_document.document().Graphs;
+        if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+        const std::string text = m_pending_note.toStdString();
+        graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+        shown.Notes.emplace_back(text.c_str(), at.x(), at.y(), -1, true);
+        m_pending_note.clear();
+        m_view3d->unsetCursor();
+        m_document.parser().set_vars_saved(false);
+        const graph::Grid3D grid = m_view3d->grid();
+        graph::build_3d(shown, grid, *m_view3d);
+    });
     connect(m_view3d, &Graph3DView::pointPicked, this, [this](const graph::GridPick& pick) {
-        toggle_label_3d(pick.i, pick.j, pick.point.x, pick.point.y);
+        if (m_pending_note.isEmpty()) toggle_label_3d(pick.i, pick.j, pick.point.x, pick.point.y);
     });
     // The user's turn is the graph's: it survives a rebuild and is saved with the document.
     connect(m_view3d, &Graph3DView::viewChanged, this, [this](const graph::View3D& view) {
@@ -317,7 +329,7 @@ bool GraphWindow::arm_note(const QString& text) {
             QMessageBox::information(this, tr("Graphing Utility"), why);
     }
     m_pending_note = QString::fromStdString(note);
-    m_view->setCursor(Qt::CrossCursor);
+    shown_picture()->setCursor(Qt::CrossCursor);
     m_status->setText(tr("Click where the note goes."));
     return !m_pending_note.isEmpty();
 }

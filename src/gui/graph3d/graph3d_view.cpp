@@ -156,8 +156,10 @@ void Graph3DView::mouseReleaseEvent(QMouseEvent* event) {
     if (m_dragged) {
         update(); // once more with antialiasing
         Q_EMIT viewChanged(m_view);
-    } else if (const auto picked = pick(event->position().toPoint())) {
-        Q_EMIT pointPicked(*picked);
+    } else {
+        // The pick first: a click that places a note labels nothing.
+        if (const auto picked = pick(event->position().toPoint())) Q_EMIT pointPicked(*picked);
+        Q_EMIT clicked(event->position().toPoint());
     }
 }
 

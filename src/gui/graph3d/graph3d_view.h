@@ -48,6 +48,8 @@ public:
 Q_SIGNALS:
     void viewChanged(const quorvex::graph::View3D& view);
     void pointPicked(const quorvex::graph::GridPick& pick);
+    // A click without a drag, wherever it lands (a note is placed there).
+    void clicked(const QPoint& at);
     void pointerText(const QString& text);
 
 protected:
