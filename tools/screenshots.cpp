@@ -107,6 +107,7 @@ bool shoot(const QString& out, const QString& suffix) {
         window->graph_window()->draw(0);
         ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
     }
+    ok = shoot_3d(frame, *window, out, suffix) && ok;
     {
         GraphSetupDialog setup(*window, 0, GraphSetupDialog::Mode::Pages, &frame);
         setup.show();
@@ -179,7 +180,6 @@ bool shoot(const QString& out, const QString& suffix) {
     OptionsDialog options(services, &window->parser(), &frame);
     options.show();
     ok = save(&options, out + QStringLiteral("/options-dialog") + suffix + QStringLiteral(".png")) && ok;
-    ok = shoot_3d(out, suffix) && ok;
     frame.close();
     return ok;
 }

@@ -1,77 +1,46 @@
-// The 3-D graph's forms for the screenshot renderer: one picture of each on a sample surface.
+// The 3-D graph's forms for the screenshot renderer: a ripple with a hole at its centre, drawn by
+// the graph window as a user would see it in each form.
 #include "screenshots_3d.h"
 
-#include "gui/graph3d/graph3d_view.h"
+#include "gui/editor/document_window.h"
+#include "gui/editor/math_editor.h"
+#include "gui/graph2d/graph_window.h"
 
 #include <QApplication>
+#include <QTest>
 
-#include <cmath>
 #include <cstdio>
 
 namespace quorvex::gui {
 
-namespace {
-
-// A ripple with a dip, and a hole where it is undefined at the centre.
-graph::Grid3D sample_surface() {
-    constexpr size_t n = 41;
-    graph::Grid3D grid = graph::Grid3D::regular(n, n, -6, -6, 0.3, 0.3);
-    for (size_t i = 0; i < n; ++i) {
-        for (size_t j = 0; j < n; ++j) {
-            const double r = std::hypot(grid.x(i), grid.y(j));
-            if (r < 1e-9) continue;
-            grid.set(i, j, std::sin(r) / r * 4 + 0.05 * grid.x(i));
-        }
+bool shoot_3d(QWidget& frame, DocumentWindow& window, const QString& out, const QString& suffix) {
+    QTest::keyClicks(window.editor(), QStringLiteral("ripple(x, y) = 4*SIN(SQRT(x^2+y^2)*57.3)/SQRT(x^2+y^2) + x/20"));
+    QTest::keyClick(window.editor(), Qt::Key_Return);
+    if (!window.add_surface_graph("ripple[x,y]", "x", -6, 6, 41, "y", -6, 6, 41)) {
+        std::printf("FAILED the surface of ripple[x,y]\n");
+        return false;
     }
-    return grid;
-}
-
-} // namespace
-
-bool shoot_3d(const QString& out, const QString& suffix) {
+    auto& graph = window.document().Graphs.back().Data;
+    const int index = static_cast<int>(window.document().Graphs.size()) - 1;
     struct Form {
         const char* name;
-        bool mesh, shade, contour, zone, hidden, project, bars;
+        unsigned long type3d; // the forms' digits: mesh, shade, contour, zone, hidden, project, bar
     };
-    const Form forms[] = {{"mesh", true, false, false, false, false, false, false},
-                          {"shaded", true, true, false, false, false, false, false},
-                          {"contour", false, false, true, false, true, false, false},
-                          {"zones", true, true, true, true, false, false, false},
-                          {"hidden", true, false, false, false, true, false, false},
-                          {"projected", true, true, true, true, false, true, false},
-                          {"bar", true, false, false, false, false, false, true}};
+    const Form forms[] = {{"mesh", 1},       {"shaded", 11},     {"contour", 10100}, {"zones", 1111},
+                          {"hidden", 10001}, {"projected", 101111}, {"bar", 1000011}};
     bool ok = true;
     for (const Form& form : forms) {
-        Graph3DView view;
-        graph::Style3D style;
-        style.mesh = form.mesh;
-        style.shade = form.shade;
-        style.contour = form.contour;
-        style.zone = form.zone;
-        style.hidden = form.hidden;
-        style.project_floor = style.project_ceiling = form.project;
-        style.bars = form.bars;
-        style.header = "SIN(r)/r";
-        style.footer = std::string("3-D ") + form.name;
-        style.x_title = "x";
-        style.y_title = "y";
-        style.z_title = "f(x,y)";
-        view.set_style(style);
-        graph::Grid3D grid = sample_surface();
-        if (form.bars) {
-            graph::Grid3D coarse = graph::Grid3D::regular(9, 9, -6, -6, 1.5, 1.5);
-            for (size_t i = 0; i < 9; ++i)
-                for (size_t j = 0; j < 9; ++j) coarse.set(i, j, grid.value(i * 5, j * 5));
-            grid = coarse;
+        graph.Type3D = form.type3d;
+        if (form.type3d >= 1000000) {
+            // Bars need room: a coarser grid.
+            graph.XAxisVar->SetVarNumPoints(13);
+            graph.ZAxisVar->SetVarNumPoints(13);
         }
-        if (!form.bars) view.add_point_label(27, 20, graph::point_label_3d("2.1", "0.84", "0"));
-        view.set_grid(grid);
-        view.resize(800, 600);
-        view.show();
-        view.repaint();
+        window.graph_window()->draw(index);
+        frame.repaint();
         QApplication::processEvents();
         const QString path = out + QStringLiteral("/graph3d-") + QLatin1String(form.name) + suffix + QStringLiteral(".png");
-        const bool saved = view.grab().save(path);
+        const bool saved = frame.grab().save(path);
         std::printf("%s %s\n", saved ? "wrote" : "FAILED", qPrintable(path));
         ok = saved && ok;
     }
