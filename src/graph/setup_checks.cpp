@@ -111,6 +111,56 @@ Problem check_data(const GraphData& graph) {
     return std::nullopt;
 }
 
+// A 3-D graph of data sets is a grid: one line of points per set at the set's Z value, every set
+// over the same rising X values.
+Problem check_data_3d(const GraphData& graph, engine::Parser& parser) {
+    if (graph.GetGraphType() != 2 || graph.DataSets.empty()) return std::nullopt;
+    if (graph.DataSets.size() < 2)
+        return problem(SetupPage::Data, "A 3-dimensional graph of data points needs at least 2 data sets, each at "
+                                        "a Z value of its own.");
+    const auto value_of = [&parser](const std::string* text, double& out) {
+        if (!text || text->empty()) return false;
+        engine::complex value;
+        parser.eval_exp(text->c_str(), value, true, false, false);
+        const bool failed = parser.IsAnError();
+        parser.ClearLastError();
+        out = value.real();
+        return !failed;
+    };
+    std::vector<double> first_xs, zs;
+    bool first = true;
+    for (const StrDataPnts& set : graph.DataSets) {
+        double z = 0;
+        if (!value_of(set.GetZDataPoint(), z))
+            return problem(SetupPage::Data, "The data set ' " + set.Name + " ' needs a Z value: in a 3-dimensional "
+                                                                         "graph each set lies at one Z.");
+        if (std::find(zs.begin(), zs.end(), z) != zs.end())
+            return problem(SetupPage::Data, "The data set ' " + set.Name + " ' has the Z value of another set: each "
+                                                                         "set needs a Z value of its own.");
+        zs.push_back(z);
+        std::vector<double> xs;
+        for (int p = 0; p < static_cast<int>(set.XPoints.size()); ++p) {
+            double x = 0;
+            if (!value_of(set.GetXDataPoint(p), x))
+                return problem(SetupPage::Data, "The X value of point " + std::to_string(p + 1) + " of ' " + set.Name +
+                                                    " ' can not be computed.");
+            if (!xs.empty() && !(x > xs.back()))
+                return problem(SetupPage::Data, "The X values of ' " + set.Name +
+                                                    " ' must rise from point to point in a 3-dimensional graph.");
+            xs.push_back(x);
+        }
+        if (first) {
+            first_xs = xs;
+            first = false;
+        } else if (xs != first_xs) {
+            return problem(SetupPage::Data, "The data set ' " + set.Name + " ' has other X values than ' " +
+                                                graph.DataSets.front().Name +
+                                                " ': in a 3-dimensional graph all sets share their X values.");
+        }
+    }
+    return std::nullopt;
+}
+
 Problem check_type(const GraphData& graph) {
     if (graph.GetGraphType() != 1) return std::nullopt;
     const size_t series = graph.Functions.size() + graph.DataSets.size();
@@ -145,6 +195,7 @@ std::optional<SetupProblem> check_graph(GraphData& graph, engine::Parser& parser
     if (Problem found = check_functions(graph, parser)) return found;
     if (Problem found = check_variables(graph, parser, allow_warnings)) return found;
     if (Problem found = check_data(graph)) return found;
+    if (Problem found = check_data_3d(graph, parser)) return found;
     if (Problem found = check_type(graph)) return found;
     return check_size(graph, allow_warnings);
 }

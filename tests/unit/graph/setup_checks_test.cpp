@@ -123,3 +123,32 @@ TEST_F(Checks, AGraphTooLargeIsRefusedALargeOneAskedAboutAndBarsBoundedApart) {
     EXPECT_EQ(found->message, "A Hystogram graph draws at most 4000 bars (series times points); this one would have "
                               "100000. Give it fewer points, or draw it as a Plot or Line graph.");
 }
+
+TEST_F(Checks, AThreeDimensionalGraphOfDataSetsIsAGridOfSetsAtTheirOwnZ) {
+    const auto set = [](const char* name, const char* z, std::vector<const char*> xs) {
+        StrDataPnts each;
+        each.Name = name;
+        if (z) each.PutZDataPoint(std::string(z));
+        for (int p = 0; p < static_cast<int>(xs.size()); ++p) {
+            each.PutXDataPoint(xs[static_cast<size_t>(p)], p);
+            each.PutYDataPoint("1", p);
+        }
+        return each;
+    };
+    graph.YAxisTitle = graph.XAxisTitle = graph.ZAxisTitle = "t";
+    graph.DataSets = {set("a", "1", {"0", "1", "2"})};
+    EXPECT_NE(check_graph(graph, parser)->message.find("at least 2 data sets"), std::string::npos);
+    graph.DataSets.push_back(set("b", "2/2", {"0", "1", "2"}));
+    EXPECT_NE(check_graph(graph, parser)->message.find("has the Z value of another set"), std::string::npos);
+    graph.DataSets.back() = set("b", nullptr, {"0", "1", "2"});
+    EXPECT_NE(check_graph(graph, parser)->message.find("needs a Z value"), std::string::npos);
+    graph.DataSets.back() = set("b", "2", {"0", "2", "1"});
+    EXPECT_NE(check_graph(graph, parser)->message.find("must rise"), std::string::npos);
+    graph.DataSets.back() = set("b", "2", {"0", "1", "3"});
+    const auto found = check_graph(graph, parser);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->page, SetupPage::Data);
+    EXPECT_NE(found->message.find("share their X values"), std::string::npos);
+    graph.DataSets.back() = set("b", "2", {"0", "1", "4/2"});
+    EXPECT_FALSE(check_graph(graph, parser));
+}
