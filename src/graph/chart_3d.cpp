@@ -43,25 +43,36 @@ View3D default_view_of_graph(const GraphData& graph) {
             graph.DefaultXTranslate,       graph.DefaultYTranslate, graph.DefaultScale};
 }
 
-void keep_view_in_graph(GraphData& graph, const View3D& view) {
-    graph.PerspectiveDepth = static_cast<float>(view.PerspectiveDepth);
-    graph.XRotation = static_cast<float>(view.XRotation);
-    graph.YRotation = static_cast<float>(view.YRotation);
-    graph.ZRotation = static_cast<float>(view.ZRotation);
-    graph.XTranslate = static_cast<float>(view.XTranslate);
-    graph.YTranslate = static_cast<float>(view.YTranslate);
-    graph.Scale = static_cast<float>(view.Scale);
+namespace {
+
+// Where a graph keeps a view: its current values or its defaults.
+struct ViewMembers {
+    float GraphData::*depth, GraphData::*x, GraphData::*y, GraphData::*z, GraphData::*shift_x, GraphData::*shift_y,
+        GraphData::*scale;
+};
+constexpr ViewMembers k_current{&GraphData::PerspectiveDepth, &GraphData::XRotation,  &GraphData::YRotation,
+                                &GraphData::ZRotation,        &GraphData::XTranslate, &GraphData::YTranslate,
+                                &GraphData::Scale};
+constexpr ViewMembers k_default{&GraphData::DefaultPerspectiveDepth, &GraphData::DefaultXRotation,
+                                &GraphData::DefaultYRotation,        &GraphData::DefaultZRotation,
+                                &GraphData::DefaultXTranslate,       &GraphData::DefaultYTranslate,
+                                &GraphData::DefaultScale};
+
+void keep(GraphData& graph, const View3D& view, const ViewMembers& at) {
+    graph.*at.depth = static_cast<float>(view.PerspectiveDepth);
+    graph.*at.x = static_cast<float>(view.XRotation);
+    graph.*at.y = static_cast<float>(view.YRotation);
+    graph.*at.z = static_cast<float>(view.ZRotation);
+    graph.*at.shift_x = static_cast<float>(view.XTranslate);
+    graph.*at.shift_y = static_cast<float>(view.YTranslate);
+    graph.*at.scale = static_cast<float>(view.Scale);
 }
 
-void keep_default_view_in_graph(GraphData& graph, const View3D& view) {
-    graph.DefaultPerspectiveDepth = static_cast<float>(view.PerspectiveDepth);
-    graph.DefaultXRotation = static_cast<float>(view.XRotation);
-    graph.DefaultYRotation = static_cast<float>(view.YRotation);
-    graph.DefaultZRotation = static_cast<float>(view.ZRotation);
-    graph.DefaultXTranslate = static_cast<float>(view.XTranslate);
-    graph.DefaultYTranslate = static_cast<float>(view.YTranslate);
-    graph.DefaultScale = static_cast<float>(view.Scale);
-}
+} // namespace
+
+void keep_view_in_graph(GraphData& graph, const View3D& view) { keep(graph, view, k_current); }
+
+void keep_default_view_in_graph(GraphData& graph, const View3D& view) { keep(graph, view, k_default); }
 
 std::string point_label_3d(const std::string& x, const std::string& value, const std::string& z) {
     return " (" + x + " , " + value + " , " + z + ") ";

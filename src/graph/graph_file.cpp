@@ -1,6 +1,7 @@
 #include "graph_file.h"
 
 #include "graph_colors.h"
+#include "graph_file_text.h"
 #include "graph_limits.h"
 
 #include "store/atomic_write.h"
@@ -18,28 +19,11 @@ namespace {
 constexpr const char* k_magic = "QUORVEX 2D GRAPH DATA 1";
 constexpr size_t k_max_points = 10000000; // a file asking for more is damaged
 
-std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
-
-std::string number(double value) {
-    if (ChartData::is_hole(value)) return "-";
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    return buffer;
-}
+std::string number(double value) { return file_number(value, ChartData::is_hole(value)); }
 
 bool read_row(std::istringstream& in, const char* tag, size_t points, std::vector<double>& row) {
     std::string word;
-    if (!(in >> word) || word != tag) return false;
-    row.assign(points, k_chart_hole);
-    for (size_t p = 0; p < points; ++p) {
-        if (!(in >> word)) return false;
-        if (word == "-") continue;
-        char* end = nullptr;
-        const double value = std::strtod(word.c_str(), &end);
-        if (!end || *end != '\0') return false;
-        row[p] = value;
-    }
-    return true;
+    return (in >> word) && word == tag && read_file_numbers(in, points, k_chart_hole, row);
 }
 
 struct IntKey {
@@ -107,13 +91,12 @@ std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string*
         if (error) *error = why;
         return std::nullopt;
     };
-    std::string bytes;
-    if (!store::read_whole_file(path, bytes)) return fail("The graph file \"" + path + "\" could not be read.");
+    const std::optional<std::string> text = read_graph_text(path, k_magic, "graph", error);
+    if (!text) return std::nullopt;
+    const std::string& bytes = *text;
     std::istringstream in(bytes);
     std::string line;
     std::getline(in, line);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line != k_magic) return fail("\"" + path + "\" is no Quorvex graph file.");
     std::string word;
     size_t series = 0, points = 0;
     if (!(in >> word >> series) || word != "Series" || !(in >> word >> points) || word != "Points" || series > 1000 ||

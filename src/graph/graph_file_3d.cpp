@@ -1,6 +1,7 @@
 #include "graph_file_3d.h"
 
 #include "graph_colors.h"
+#include "graph_file_text.h"
 #include "graph_limits.h"
 
 #include "store/atomic_write.h"
@@ -18,26 +19,10 @@ constexpr const char* k_magic = "QUORVEX 3D GRAPH DATA 1";
 constexpr size_t k_max_lines = 100000;
 constexpr size_t k_max_values = 10000000; // a file asking for more is damaged
 
-std::string first_line(const std::string& text) { return text.substr(0, text.find_first_of("\r\n")); }
-
-std::string number(double value) {
-    if (Grid3D::is_hole(value)) return "-";
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.17g", value);
-    return buffer;
-}
+std::string number(double value) { return file_number(value, Grid3D::is_hole(value)); }
 
 bool read_values(std::istringstream& in, size_t count, std::vector<double>& out) {
-    out.assign(count, k_grid_hole);
-    std::string word;
-    for (size_t k = 0; k < count; ++k) {
-        if (!(in >> word)) return false;
-        if (word == "-") continue;
-        char* end = nullptr;
-        out[k] = std::strtod(word.c_str(), &end);
-        if (!end || *end != '\0') return false;
-    }
-    return true;
+    return read_file_numbers(in, count, k_grid_hole, out);
 }
 
 struct FloatKey {
@@ -122,13 +107,12 @@ std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::stri
         if (error) *error = why;
         return std::nullopt;
     };
-    std::string bytes;
-    if (!store::read_whole_file(path, bytes)) return fail("The graph file \"" + path + "\" could not be read.");
+    const std::optional<std::string> text = read_graph_text(path, k_magic, "3-D graph", error);
+    if (!text) return std::nullopt;
+    const std::string& bytes = *text;
     std::istringstream in(bytes);
     std::string line;
     std::getline(in, line);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line != k_magic) return fail("\"" + path + "\" is no Quorvex 3-D graph file.");
     const std::string damaged = "The graph file \"" + path + "\" is damaged: ";
     std::string form, word;
     size_t nx = 0, ny = 0;

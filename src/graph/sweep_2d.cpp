@@ -2,6 +2,7 @@
 
 #include "graph_limits.h"
 #include "pole_breaks.h"
+#include "sweep_variable.h"
 #include "root_branches.h"
 
 #include "engine/host.h"
@@ -23,37 +24,6 @@ std::string value_text(const engine::complex& value) {
     engine::Variable::StreamVariable(value, out, 10);
     return out.str();
 }
-
-// The engine's variable of the sweep's name for the length of the sweep: an existing one gets
-// its value back afterwards, a missing one is made and removed again.
-class SweepVariable {
-public:
-    SweepVariable(engine::Parser& parser, const std::string& name) : m_parser(parser), m_name(name) {
-        m_existed = parser.is_variable(name.c_str());
-        if (m_existed) {
-            m_saved = parser.get_var_value(name.c_str());
-        } else {
-            parser.eval_exp((name + " = 0").c_str(), true, false, false);
-            parser.ClearLastError();
-        }
-    }
-    ~SweepVariable() {
-        if (m_existed) {
-            m_parser.set_var_value(m_saved, m_name.c_str());
-        } else if (const int index = m_parser.find_variable(m_name.c_str()); index >= 0) {
-            m_parser.delete_variable(index);
-        }
-    }
-    SweepVariable(const SweepVariable&) = delete;
-    SweepVariable& operator=(const SweepVariable&) = delete;
-    void set(const engine::complex& value) { m_parser.set_var_value(value, m_name.c_str()); }
-
-private:
-    engine::Parser& m_parser;
-    std::string m_name;
-    bool m_existed = false;
-    engine::complex m_saved;
-};
 
 struct MappedFunction {
     int equation = 0;
@@ -104,13 +74,6 @@ size_t set_length(const StrDataPnts& set) { return std::max(set.XPoints.size(), 
 // Equations are numbered by place: the last goes first, so that the others keep their numbers.
 void delete_equations(engine::Parser& parser, const std::vector<MappedFunction>& mapped) {
     for (auto each = mapped.rbegin(); each != mapped.rend(); ++each) parser.delete_equation(each->equation);
-}
-
-bool keep_going(engine::Host* host, SweepReport& report) {
-    if (!host) return true;
-    host->pump();
-    if (host->aborted()) report.cancelled = true;
-    return !report.cancelled;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "sweep_3d.h"
 
 #include "graph_limits.h"
+#include "sweep_variable.h"
 
 #include "engine/host.h"
 #include "engine/parser.h"
@@ -16,43 +17,6 @@ std::string value_text(double value) {
     std::ostringstream out;
     engine::Variable::StreamVariable({value, 0}, out, 10);
     return out.str();
-}
-
-// An engine variable of the sweep's name for the length of the sweep: an existing one gets its
-// value back afterwards, a missing one is made and removed again.
-class HeldVariable {
-public:
-    HeldVariable(engine::Parser& parser, const std::string& name) : m_parser(parser), m_name(name) {
-        m_existed = parser.is_variable(name.c_str());
-        if (m_existed) {
-            m_saved = parser.get_var_value(name.c_str());
-        } else {
-            parser.eval_exp((name + " = 0").c_str(), true, false, false);
-            parser.ClearLastError();
-        }
-    }
-    ~HeldVariable() {
-        if (m_existed)
-            m_parser.set_var_value(m_saved, m_name.c_str());
-        else if (const int index = m_parser.find_variable(m_name.c_str()); index >= 0)
-            m_parser.delete_variable(index);
-    }
-    HeldVariable(const HeldVariable&) = delete;
-    HeldVariable& operator=(const HeldVariable&) = delete;
-    void set(double value) { m_parser.set_var_value({value, 0}, m_name.c_str()); }
-
-private:
-    engine::Parser& m_parser;
-    std::string m_name;
-    bool m_existed = false;
-    engine::complex m_saved;
-};
-
-bool keep_going(engine::Host* host, SweepReport& report) {
-    if (!host) return true;
-    host->pump();
-    if (host->aborted()) report.cancelled = true;
-    return !report.cancelled;
 }
 
 // The values a ranged variable walks through, in the walk's own decimal steps.
@@ -89,13 +53,13 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
     }
     const std::vector<double> xs = walk(*graph.XAxisVar);
     const std::vector<double> zs = walk(*graph.ZAxisVar);
-    HeldVariable x(parser, graph.XAxisVar->name());
-    HeldVariable z(parser, graph.ZAxisVar->name());
+    SweepVariable x(parser, graph.XAxisVar->name());
+    SweepVariable z(parser, graph.ZAxisVar->name());
     // Mapped at a point of the grid; the next one is tried when the first is singular.
     int equation = 0;
     for (size_t tries = 0; tries < 2 && equation == 0; ++tries) {
-        x.set(xs[std::min(tries, xs.size() - 1)]);
-        z.set(zs[std::min(tries, zs.size() - 1)]);
+        x.set(engine::complex(xs[std::min(tries, xs.size() - 1)], 0));
+        z.set(engine::complex(zs[std::min(tries, zs.size() - 1)], 0));
         parser.ClearLastError();
         equation = parser.map_expression(name.c_str());
     }
@@ -109,9 +73,9 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
     Grid3D grid = Grid3D::irregular(xs, zs);
     grid.mark_regular();
     for (size_t i = 0; i < xs.size() && !report.cancelled; ++i) {
-        x.set(xs[i]);
+        x.set(engine::complex(xs[i], 0));
         for (size_t j = 0; j < zs.size(); ++j) {
-            z.set(zs[j]);
+            z.set(engine::complex(zs[j], 0));
             const engine::complex value = parser.solve_equation(equation, false, true);
             if (parser.IsAnError()) {
                 const char* why = parser.GetLastError();

@@ -112,35 +112,13 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         Q_EMIT pointerMoved(text);
     });
     connect(m_view, &GraphView::clicked, this, [this](QPointF at) {
-        auto& graphs = m_document.document().Graphs;
-        if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) {
-            toggle_label_near(at);
-            return;
-        }
-        // Kept with its line ends as CR LF, as a document keeps notes.
-        const std::string text = m_pending_note.toStdString();
-        graphs[static_cast<size_t>(m_drawn)].Data.Notes.emplace_back(text.c_str(), qRound(at.x()), qRound(at.y()), -1, true);
-        m_pending_note.clear();
-        m_view->unsetCursor();
-        m_document.parser().set_vars_saved(false);
-        draw(m_drawn);
+        if (!place_pending_note(qRound(at.x()), qRound(at.y()))) toggle_label_near(at);
     });
     connect(m_view3d, &Graph3DView::pointerText, this, [this](const QString& text) {
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
-    connect(m_view3d, &Graph3DView::clicked, this, [this](const QPoint& at) {
-        auto& graphs = m_document.document().Graphs;
-        if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
-        const std::string text = m_pending_note.toStdString();
-        graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
-        shown.Notes.emplace_back(text.c_str(), at.x(), at.y(), -1, true);
-        m_pending_note.clear();
-        m_view3d->unsetCursor();
-        m_document.parser().set_vars_saved(false);
-        const graph::Grid3D grid = m_view3d->grid();
-        graph::build_3d(shown, grid, *m_view3d);
-    });
+    connect(m_view3d, &Graph3DView::clicked, this, [this](const QPoint& at) { place_pending_note(at.x(), at.y()); });
     connect(m_view3d, &Graph3DView::pointPicked, this, [this](const graph::GridPick& pick) {
         if (m_pending_note.isEmpty()) toggle_label_3d(pick.i, pick.j, pick.point.x, pick.point.y);
     });
@@ -155,6 +133,25 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
 }
 
 GraphWindow::~GraphWindow() = default;
+
+bool GraphWindow::place_pending_note(int x, int y) {
+    auto& graphs = m_document.document().Graphs;
+    if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return false;
+    // Kept with its line ends as CR LF, as a document keeps notes.
+    const std::string text = m_pending_note.toStdString();
+    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    shown.Notes.emplace_back(text.c_str(), x, y, -1, true);
+    m_pending_note.clear();
+    shown_picture()->unsetCursor();
+    m_document.parser().set_vars_saved(false);
+    if (showing_3d()) {
+        const graph::Grid3D grid = m_view3d->grid(); // a copy: building the chart clears it first
+        graph::build_3d(shown, grid, *m_view3d);
+    } else {
+        draw(m_drawn);
+    }
+    return true;
+}
 
 bool GraphWindow::showing_3d() const { return m_pages->currentWidget() == m_view3d; }
 

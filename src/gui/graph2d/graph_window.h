@@ -73,6 +73,8 @@ Q_SIGNALS:
 
 private:
     bool draw_3d(int index);
+    // Puts the note the user armed at (x, y) of the picture shown; false when none was armed.
+    bool place_pending_note(int x, int y);
     // A click on a surface's grid point labels it with its coordinates, or takes its label away.
     void toggle_label_3d(size_t i, size_t j, double x, double z);
     bool open_graph_file_3d(const QString& path, QString* error);
