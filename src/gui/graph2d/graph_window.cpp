@@ -157,60 +157,51 @@ bool GraphWindow::showing_3d() const { return m_pages->currentWidget() == m_view
 
 QWidget* GraphWindow::shown_picture() const { return m_pages->currentWidget(); }
 
-void GraphWindow::toggle_label_3d(size_t i, size_t j, double x, double z) {
+bool GraphWindow::toggle_label(size_t place_x, size_t place_y, const std::function<std::string(const NumberText&)>& label) {
     auto& graphs = m_document.document().Graphs;
-    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return false;
     graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
     const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
-        return !note.IsNote && note.PosX == static_cast<int>(i) && note.PosY == static_cast<int>(j);
+        return !note.IsNote && note.PosX == static_cast<int>(place_x) && note.PosY == static_cast<int>(place_y);
     });
     if (existing != shown.Notes.end()) {
         shown.Notes.erase(existing);
     } else {
-        const double grid_value = m_view3d->grid().value(i, j);
-        const double value = graph::value_at_3d(m_document.parser(), shown, x, z).value_or(grid_value);
+        // The numbers at the precision the document shows its answers with.
         const int digits = m_document.parser().answer_format().precision;
-        const auto text = [digits](double number) {
+        const NumberText text = [digits](double number) {
             std::ostringstream out;
             engine::Variable::StreamVariable(engine::complex(number, 0), out, digits);
             return out.str();
         };
-        const std::string label = graph::point_label_3d(text(x), text(value), text(z));
-        shown.Notes.emplace_back(label.c_str(), static_cast<int>(i), static_cast<int>(j), -1, false);
+        shown.Notes.emplace_back(label(text).c_str(), static_cast<int>(place_x), static_cast<int>(place_y), -1, false);
     }
-    m_document.parser().set_vars_saved(false);
+    m_document.parser().set_vars_saved(false); // the document changed
+    return true;
+}
+
+void GraphWindow::toggle_label_3d(size_t i, size_t j, double x, double z) {
+    const bool changed = toggle_label(i, j, [&](const NumberText& text) {
+        graph::GraphData& shown = m_document.document().Graphs[static_cast<size_t>(m_drawn)].Data;
+        const double value = graph::value_at_3d(m_document.parser(), shown, x, z).value_or(m_view3d->grid().value(i, j));
+        return graph::point_label_3d(text(x), text(value), text(z));
+    });
+    if (!changed) return;
     // The same grid, no new sweep; a copy, as building the chart clears it first.
     const graph::Grid3D grid = m_view3d->grid();
-    graph::build_3d(shown, grid, *m_view3d);
+    graph::build_3d(m_document.document().Graphs[static_cast<size_t>(m_drawn)].Data, grid, *m_view3d);
 }
 
 void GraphWindow::toggle_label_near(QPointF at) {
-    auto& graphs = m_document.document().Graphs;
-    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size()) || m_chart->chart()->series().isEmpty()) return;
-    const graph::ChartData& data = m_chart->data();
+    if (m_chart->chart()->series().isEmpty()) return;
     // A click 10 pixels or farther from every point labels nothing.
     const std::optional<graph::NearPoint> near = m_chart->point_near(at, 10);
     if (!near) return;
-    const size_t best_series = near->series, best_point = near->point;
-    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
-    const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
-        return !note.IsNote && note.PosX == static_cast<int>(best_series) && note.PosY == static_cast<int>(best_point);
+    const graph::ChartData& data = m_chart->data();
+    const bool changed = toggle_label(near->series, near->point, [&](const NumberText& text) {
+        return " (" + text(data.x(near->series, near->point)) + " , " + text(data.y(near->series, near->point)) + ") ";
     });
-    if (existing != shown.Notes.end()) {
-        shown.Notes.erase(existing);
-    } else {
-        const int digits = m_document.parser().answer_format().precision;
-        const auto text = [digits](double value) {
-            std::ostringstream out;
-            engine::Variable::StreamVariable(engine::complex(value, 0), out, digits);
-            return out.str();
-        };
-        const std::string label = " (" + text(data.x(best_series, best_point)) + " , " +
-                                  text(data.y(best_series, best_point)) + ") ";
-        shown.Notes.emplace_back(label.c_str(), static_cast<int>(best_series), static_cast<int>(best_point), -1, false);
-    }
-    m_document.parser().set_vars_saved(false); // the document changed
-    draw(m_drawn);
+    if (changed) draw(m_drawn);
 }
 
 int GraphWindow::current_graph() const { return m_graphs->currentIndex(); }

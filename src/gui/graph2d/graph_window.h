@@ -1,7 +1,9 @@
 #pragma once
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <string>
 
 class QComboBox;
 class QLabel;
@@ -75,6 +77,10 @@ private:
     bool draw_3d(int index);
     // Puts the note the user armed at (x, y) of the picture shown; false when none was armed.
     bool place_pending_note(int x, int y);
+    // Adds a point label at a place (series and point, or a grid point) of the graph drawn, with
+    // the text `label` makes, or takes away the label there; false when no graph is drawn.
+    using NumberText = std::function<std::string(double)>;
+    bool toggle_label(size_t place_x, size_t place_y, const std::function<std::string(const NumberText&)>& label);
     // A click on a surface's grid point labels it with its coordinates, or takes its label away.
     void toggle_label_3d(size_t i, size_t j, double x, double z);
     bool open_graph_file_3d(const QString& path, QString* error);
