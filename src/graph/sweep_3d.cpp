@@ -152,6 +152,11 @@ std::optional<Grid3D> grid_of_sets(engine::Parser& parser, const GraphData& grap
     return grid;
 }
 
+std::string surface_refusal(size_t points, const char* advice) {
+    return "The surface asks for " + std::to_string(points) + " points; a surface holds at most " +
+           std::to_string(k_max_surface_points) + " (1000 by 1000). " + advice;
+}
+
 std::string number_text(double value) {
     char text[40];
     std::snprintf(text, sizeof text, "%.14g", value);
@@ -200,14 +205,20 @@ std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, S
         const auto points = static_cast<size_t>(std::max(1L, graph.XAxisVar->num_points())) *
                             static_cast<size_t>(std::max(1L, graph.ZAxisVar->num_points()));
         if (points > k_max_surface_points) {
-            report.errors.push_back("The surface asks for " + std::to_string(points) + " points; a surface holds at most " +
-                                    std::to_string(k_max_surface_points) +
-                                    " (1000 by 1000). Give the X or Z variable fewer points.");
+            report.errors.push_back(surface_refusal(points, "Give the X or Z variable fewer points."));
             return std::nullopt;
         }
         return sweep_function(parser, graph, report, host);
     }
     if (graph.DataSets.empty() || graph.DataSets.front().XPoints.empty()) return std::nullopt;
+    // The grid is the first set's X points by the number of sets: a long first set beside many
+    // short ones asks for far more cells than the points the file holds.
+    const size_t columns = graph.DataSets.front().XPoints.size();
+    const size_t rows = graph.DataSets.size();
+    if (const size_t points = columns * rows; points > k_max_surface_points) {
+        report.errors.push_back(surface_refusal(points, "Give the first data set fewer points, or use fewer data sets."));
+        return std::nullopt;
+    }
     return grid_of_sets(parser, graph);
 }
 

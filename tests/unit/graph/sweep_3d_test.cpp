@@ -122,3 +122,29 @@ TEST_F(Sweep3D, ALabelsValueIsComputedAfreshAndTooLargeASurfaceIsRefused) {
     EXPECT_NE(report.errors[0].find("a surface holds at most 1000000"), std::string::npos);
     EXPECT_EQ(parser.equation_count(), 0);
 }
+
+TEST_F(Sweep3D, DataSetsRefuseAGridBeyondTheSurfaceLimit) {
+    // A long first set beside many one-point sets: few points in the file, a vast grid.
+    StrDataPnts first;
+    first.Name = "a";
+    first.PutZDataPoint(std::string("0"));
+    for (int p = 0; p < 2000; ++p) first.PutXDataPoint(std::to_string(p).c_str(), p);
+    graph.DataSets.push_back(first);
+    for (int s = 1; s <= 600; ++s) {
+        StrDataPnts set;
+        set.Name = "s" + std::to_string(s);
+        set.PutZDataPoint(std::to_string(s));
+        set.PutXDataPoint("0", 0);
+        set.PutYDataPoint("1", 0);
+        graph.DataSets.push_back(set);
+    }
+    SweepReport report;
+    EXPECT_FALSE(sweep_3d(parser, graph, report));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_NE(report.errors[0].find("The surface asks for 1202000 points"), std::string::npos) << report.errors[0];
+
+    graph.DataSets.resize(400); // 2000 by 400 is drawn
+    report = {};
+    EXPECT_TRUE(sweep_3d(parser, graph, report));
+    EXPECT_TRUE(report.errors.empty());
+}
