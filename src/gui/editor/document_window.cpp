@@ -362,23 +362,43 @@ bool DocumentWindow::show_graph(int index) {
 
 bool DocumentWindow::add_function_graph(const std::string& function, const std::string& variable, double low,
                                         double high, long points, QString* error) {
+    return add_graph(function, {variable, low, high, points}, nullptr, error);
+}
+
+bool DocumentWindow::add_surface_graph(const std::string& function, const GraphAxis& x, const GraphAxis& z,
+                                       QString* error) {
+    return add_graph(function, x, &z, error);
+}
+
+bool DocumentWindow::add_graph(const std::string& function, const GraphAxis& x, const GraphAxis* z, QString* error) {
     const auto fail = [error](const QString& why) {
         if (error) *error = why;
         return false;
     };
     const int index = m_parser->find_function(function.c_str());
     if (index < 0) return fail(QStringLiteral("\"%1\" is no function of this document.").arg(QString::fromStdString(function)));
-    if (!(high > low) || points < 2 || points > 1000000)
-        return fail(QStringLiteral("The range needs a low end below the high end and 2 to 1000000 points."));
+    for (const GraphAxis* axis : {&x, z})
+        if (axis && (!(axis->high > axis->low) || axis->points < 2 || axis->points > 1000000))
+            return fail(QStringLiteral("The range needs a low end below the high end and 2 to 1000000 points."));
+    if (z && static_cast<double>(x.points) * static_cast<double>(z->points) > 1e6)
+        return fail(QStringLiteral("A surface holds at most 1000000 points (1000 by 1000); give the variables fewer points."));
+    if (z && z->variable == x.variable)
+        return fail(QStringLiteral("The surface needs two different variables."));
     document::DocumentGraph graph;
     const engine::Function* declared = m_parser->function_at(index);
     graph.Data.Functions.emplace_back(declared->full_name(), declared->value());
-    graph.Data.XAxisVar = graph::VariableCopy(engine::Variable(variable, engine::complex(low, 0), engine::complex(high, 0), points));
+    const auto range = [](const GraphAxis& axis) {
+        return graph::VariableCopy(
+            engine::Variable(axis.variable, engine::complex(axis.low, 0), engine::complex(axis.high, 0), axis.points));
+    };
+    graph.Data.XAxisVar = range(x);
+    if (z) graph.Data.ZAxisVar = range(*z);
     graph.Data.Name = m_hub->GetUniqueGraphName(declared->short_name());
     graph.Data.SetDefaultHeader(true);
     graph.Data.SetDefaultFooter(true);
     graph.Data.SetDefaultXAxisTitle(true);
     graph.Data.SetDefaultYAxisTitle(true);
+    if (z) graph.Data.SetDefaultZAxisTitle(true);
     m_document->Graphs.push_back(std::move(graph));
     m_parser->set_vars_saved(false); // the document changed
     return show_graph(static_cast<int>(m_document->Graphs.size()) - 1);

@@ -68,6 +68,15 @@ public:
     // `low` to `high` in `points` points, and draws it; false with `error` set when it can not.
     bool add_function_graph(const std::string& function, const std::string& variable, double low, double high,
                             long points, QString* error = nullptr);
+    // One axis of a graph: the variable swept, its range and its number of points.
+    struct GraphAxis {
+        std::string variable;
+        double low = 0, high = 0;
+        long points = 0;
+    };
+    // The same with a second variable along the depth: a surface of a function of two variables.
+    bool add_surface_graph(const std::string& function, const GraphAxis& x, const GraphAxis& z,
+                           QString* error = nullptr);
     // The way the document's tools, managers and graphs reach its engine and graphs.
     desktop::DocumentHub& hub() { return *m_hub; }
 
@@ -132,6 +141,8 @@ private:
     bool may_overwrite(const QString& target);
     void apply_font();
     void update_caption();
+    // A graph of one function over `x`, and over `z` too when given; drawn at once.
+    bool add_graph(const std::string& function, const GraphAxis& x, const GraphAxis* z, QString* error);
 
     Services& m_services;
     QString m_untitled;

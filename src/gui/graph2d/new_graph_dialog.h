@@ -1,7 +1,11 @@
 #pragma once
 #include <QDialog>
 
+#include <optional>
+#include <string>
+
 class QComboBox;
+class QFormLayout;
 class QDoubleSpinBox;
 class QLineEdit;
 class QSpinBox;
@@ -13,7 +17,8 @@ class Parser;
 namespace quorvex::gui {
 
 // Asks for a graph of one of the document's functions: which function, the variable swept, its
-// range and the number of points.
+// range and the number of points; for a function of two variables a second variable along the
+// depth as well, for a surface.
 class NewGraphDialog : public QDialog {
     Q_OBJECT
 
@@ -26,6 +31,12 @@ public:
     double high() const;
     long points() const;
     bool has_functions() const;
+    // The function chosen has a second variable: the graph is a surface over both.
+    bool is_surface() const;
+    std::string depth_variable() const;
+    double depth_low() const;
+    double depth_high() const;
+    long depth_points() const;
 
 private:
     void take_variable_of_function();
@@ -36,6 +47,12 @@ private:
     QDoubleSpinBox* m_low;
     QDoubleSpinBox* m_high;
     QSpinBox* m_points;
+    QLineEdit* m_depth_variable;
+    QDoubleSpinBox* m_depth_low;
+    QDoubleSpinBox* m_depth_high;
+    QSpinBox* m_depth_points;
+    QFormLayout* m_form;
+    std::optional<bool> m_surface; // the kind of graph the fields are set for
 };
 
 } // namespace quorvex::gui

@@ -663,10 +663,14 @@ void MainFrame::new_function_graph() {
     NewGraphDialog dialog(window->parser(), this);
     if (dialog.exec() != QDialog::Accepted) return;
     QString error;
-    if (!window->add_function_graph(dialog.function(), dialog.variable(), dialog.low(), dialog.high(), dialog.points(),
-                                    &error) &&
-        !error.isEmpty())
-        QMessageBox::warning(this, tr("Graphing Utility"), error);
+    const DocumentWindow::GraphAxis x{dialog.variable(), dialog.low(), dialog.high(), dialog.points()};
+    const bool made =
+        dialog.is_surface()
+            ? window->add_surface_graph(dialog.function(), x,
+                                        {dialog.depth_variable(), dialog.depth_low(), dialog.depth_high(), dialog.depth_points()},
+                                        &error)
+            : window->add_function_graph(dialog.function(), x.variable, x.low, x.high, x.points, &error);
+    if (!made && !error.isEmpty()) QMessageBox::warning(this, tr("Graphing Utility"), error);
 }
 
 void MainFrame::show_options() {
