@@ -381,6 +381,24 @@ private Q_SLOTS:
         QCOMPARE(window.document().Graphs.size(), graphs);
     }
 
+    void aPolarCurveGoesRoundWithoutALineAcrossTheCircle() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("spiral(t) = 1 + t/720"));
+        QVERIFY(window.add_function_graph("spiral[t]", "t", 0, 700, 701));
+        window.document().Graphs.back().Data.Type = 9; // Polar
+        QVERIFY(window.show_graph(0));
+        // Nearly two turns: two pieces of line, each within the circle's one turn of angles.
+        QChart* chart = window.graph_window()->chart().chart();
+        QCOMPARE(chart->series().size(), 2);
+        for (QAbstractSeries* piece : chart->series()) {
+            const QList<QPointF> points = static_cast<QXYSeries*>(piece)->points();
+            QVERIFY(!points.isEmpty());
+            for (const QPointF& point : points) QVERIFY(point.x() >= 0 && point.x() < 360);
+        }
+    }
+
     void escapeOrStopEndsALongBuildAndLeavesTheDocumentAsItWas() {
         ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
         DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
