@@ -5,6 +5,7 @@
 #include "engine/host.h"
 #include "engine/parser.h"
 
+#include <cmath>
 #include <cstdio>
 #include <sstream>
 
@@ -131,24 +132,35 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
 }
 
 std::optional<Grid3D> grid_of_sets(engine::Parser& parser, const GraphData& graph) {
+    // A point is placed by its X (from the first set) and its set's Z: a column whose X or a row
+    // whose Z is missing or fails has no place in the picture and is left out, rather than drawn
+    // at the hole value as if that were a coordinate.
     const StrDataPnts& first = graph.DataSets.front();
-    std::vector<double> xs(first.XPoints.size(), k_grid_hole);
-    for (size_t p = 0; p < xs.size(); ++p) evaluate(parser, first.GetXDataPoint(static_cast<int>(p)), xs[p]);
-    std::vector<double> ys;
-    for (const StrDataPnts& set : graph.DataSets) {
-        double y = k_grid_hole;
-        if (set.ZPoint) evaluate(parser, &*set.ZPoint, y);
-        ys.push_back(y);
-    }
-    Grid3D grid = Grid3D::irregular(xs, ys);
-    size_t j = 0;
-    for (const StrDataPnts& set : graph.DataSets) {
-        for (size_t i = 0; i < xs.size(); ++i) {
-            double value = k_grid_hole;
-            if (evaluate(parser, set.GetYDataPoint(static_cast<int>(i)), value)) grid.set(i, j, value);
+    std::vector<double> xs;
+    std::vector<size_t> columns;
+    for (size_t p = 0; p < first.XPoints.size(); ++p) {
+        double x = 0;
+        if (evaluate(parser, first.GetXDataPoint(static_cast<int>(p)), x) && std::isfinite(x) && !Grid3D::is_hole(x)) {
+            xs.push_back(x);
+            columns.push_back(p);
         }
-        ++j;
     }
+    std::vector<double> ys;
+    std::vector<const StrDataPnts*> rows;
+    for (const StrDataPnts& set : graph.DataSets) {
+        double y = 0;
+        if (set.ZPoint && evaluate(parser, &*set.ZPoint, y) && std::isfinite(y) && !Grid3D::is_hole(y)) {
+            ys.push_back(y);
+            rows.push_back(&set);
+        }
+    }
+    if (xs.empty() || ys.empty()) return std::nullopt;
+    Grid3D grid = Grid3D::irregular(xs, ys);
+    for (size_t j = 0; j < rows.size(); ++j)
+        for (size_t i = 0; i < columns.size(); ++i) {
+            double value = k_grid_hole;
+            if (evaluate(parser, rows[j]->GetYDataPoint(static_cast<int>(columns[i])), value)) grid.set(i, j, value);
+        }
     return grid;
 }
 

@@ -148,3 +148,30 @@ TEST_F(Sweep3D, DataSetsRefuseAGridBeyondTheSurfaceLimit) {
     EXPECT_TRUE(sweep_3d(parser, graph, report));
     EXPECT_TRUE(report.errors.empty());
 }
+
+TEST_F(Sweep3D, DataPointsWithoutAPlaceAreLeftOutOfTheGrid) {
+    // The first set's third X is missing and one set has no Z: neither becomes a coordinate of
+    // 1e308 (a hole value drawn as a place stretched the picture to nothing, or to NaN).
+    const auto add_set = [this](const char* name, const char* z, std::vector<const char*> xs, std::vector<const char*> ys) {
+        StrDataPnts set;
+        set.Name = name;
+        if (z) set.PutZDataPoint(std::string(z));
+        for (size_t p = 0; p < xs.size(); ++p)
+            if (xs[p]) set.PutXDataPoint(xs[p], static_cast<int>(p));
+        for (size_t p = 0; p < ys.size(); ++p) set.PutYDataPoint(ys[p], static_cast<int>(p));
+        graph.DataSets.push_back(set);
+    };
+    add_set("s", "0", {"1", "2", nullptr, "4"}, {"2", "3", "1E+308", "5"});
+    add_set("lost", nullptr, {"1", "2", "3", "4"}, {"9", "9", "9", "9"});
+    add_set("t", "1/0", {"1"}, {"7"});
+    add_set("u", "2", {"1"}, {"2", "3", "1", "6"});
+    SweepReport report;
+    const auto grid = sweep_3d(parser, graph, report);
+    ASSERT_TRUE(grid);
+    ASSERT_EQ(grid->nx(), 3u);
+    ASSERT_EQ(grid->ny(), 2u);
+    EXPECT_EQ(grid->x(2), 4);
+    EXPECT_EQ(grid->y(1), 2);
+    EXPECT_DOUBLE_EQ(grid->value(2, 0), 5);
+    EXPECT_DOUBLE_EQ(grid->value(2, 1), 6);
+}
