@@ -7,6 +7,7 @@
 #include "store/ini_file.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace quorvex::document {
 
@@ -65,7 +66,7 @@ bool Document::ReadDataSet(graph::StrDataPnts& set, const store::IniFile& ini, c
 
     // A damaged count is bounded by the keys there are: every point has one. Points the count
     // names but the file does not hold are not made up: the set ends with its last point there.
-    const int keys = static_cast<int>(ini.GetKeyNames(section).size());
+    const int keys = static_cast<int>(std::min<size_t>(ini.CountKeys(section), INT_MAX));
     const int declared = ini.GetInt(section, name + "NumPts", 0);
     int count = std::min(declared, keys);
     const auto point_key = [&](int i) { return name + "Pt" + std::to_string(i); };

@@ -8,6 +8,8 @@
 #include "graph/graph_types.h"
 #include "store/ini_file.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -268,7 +270,7 @@ void Document::ReadGraph(const store::IniFile& ini, const std::string& section, 
     }
 
     // Counts beyond the keys the section holds can only come from damage; they are not walked.
-    const int key_count = static_cast<int>(ini.GetKeyNames(section).size());
+    const int key_count = static_cast<int>(std::min<size_t>(ini.CountKeys(section), INT_MAX));
     const int sets = std::min(ini.GetInt(section, "NumDataSets", 0), key_count);
     for (int n = 1; n <= sets; ++n) {
         graph::StrDataPnts set;

@@ -3,11 +3,13 @@
 #include "graph_limits.h"
 #include "graph_types.h"
 
+#include "engine/parser.h"
 #include "engine/reporter.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <numbers>
 
 namespace quorvex::graph {
 
@@ -41,6 +43,22 @@ std::vector<size_t> legend_order(size_t functions, size_t data_sets) {
 
 void tell(engine::Reporter* reporter, const std::string& text) {
     if (reporter) reporter->report(text, k_caption, engine::MessageKind::Information);
+}
+
+// A polar chart shows angles from 0 to one turn and radii from 0: a point is moved to the angle
+// within one turn that shows it, and a negative radius points the opposite way, as in the
+// mathematics of polar coordinates.
+void to_one_turn(ChartData& data, double turn) {
+    for (size_t s = 0; s < data.series(); ++s)
+        for (size_t p = 0; p < data.points(); ++p) {
+            double x = data.x(s, p), y = data.y(s, p);
+            if (ChartData::is_hole(x) || ChartData::is_hole(y)) continue;
+            if (y < 0) y = -y, x += turn / 2;
+            x = std::fmod(x, turn);
+            if (x < 0) x += turn;
+            data.set_x(s, p, x);
+            data.set_y(s, p, y);
+        }
 }
 
 } // namespace
@@ -92,6 +110,8 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     }
     std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches);
     if (!data || report.cancelled) return false;
+    const double turn = parser.angle_type() == 0 ? 360.0 : 2 * std::numbers::pi;
+    if (graph.Type == graph_type::Polar) to_one_turn(*data, turn);
 
     const GraphTypeInfo* info = find_graph_type(graph.Type);
     chart.set_type(info ? info->drawn_as : graph_type::Plot);
@@ -134,6 +154,13 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
         // A logarithmic axis shows the values themselves: a margin could reach zero.
         if (log_x) bounds.x_min = extent->x_min, bounds.x_max = extent->x_max;
         if (log_y) bounds.y_min = extent->y_min, bounds.y_max = extent->y_max;
+        if (graph.Type == graph_type::Polar) {
+            // X is an angle in the engine's unit: the circle is one whole turn, so that a curve
+            // keeps its shape, and the radius grows from the centre (to_one_turn).
+            bounds.x_min = 0;
+            bounds.x_max = turn;
+            bounds.y_min = 0;
+        }
         chart.set_bounds(bounds);
     }
     chart.set_logarithmic(log_x, log_y);

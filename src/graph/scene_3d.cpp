@@ -478,6 +478,13 @@ Scene3D build_scene_3d(const Grid3D& grid, const Style3D& style, const View3D& v
         label.fill_none = false;
         label.fill = style.legend_background;
     }
+    // A point that could not be placed (a coordinate beyond what a double holds) is no part of
+    // the picture: a painter handed NaN may never finish.
+    std::erase_if(scene.items, [](const Primitive3D& item) {
+        for (size_t k = 0; k < 2 * static_cast<size_t>(item.count); ++k)
+            if (!std::isfinite(item.xy[k])) return true;
+        return false;
+    });
     if (layout.legend > 0) {
         const size_t bands = levels.size() + 1;
         const double left = width - layout.legend + 8;

@@ -6,6 +6,7 @@
 #include "engine/host.h"
 #include "engine/parser.h"
 
+#include <cmath>
 #include <cstdio>
 #include <sstream>
 
@@ -95,25 +96,41 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
 }
 
 std::optional<Grid3D> grid_of_sets(engine::Parser& parser, const GraphData& graph) {
+    // A point is placed by its X (from the first set) and its set's Z: a column whose X or a row
+    // whose Z is missing or fails has no place in the picture and is left out, rather than drawn
+    // at the hole value as if that were a coordinate.
     const StrDataPnts& first = graph.DataSets.front();
-    std::vector<double> xs(first.XPoints.size(), k_grid_hole);
-    for (size_t p = 0; p < xs.size(); ++p) evaluate(parser, first.GetXDataPoint(static_cast<int>(p)), xs[p]);
-    std::vector<double> ys;
-    for (const StrDataPnts& set : graph.DataSets) {
-        double y = k_grid_hole;
-        if (set.ZPoint) evaluate(parser, &*set.ZPoint, y);
-        ys.push_back(y);
-    }
-    Grid3D grid = Grid3D::irregular(xs, ys);
-    size_t j = 0;
-    for (const StrDataPnts& set : graph.DataSets) {
-        for (size_t i = 0; i < xs.size(); ++i) {
-            double value = k_grid_hole;
-            if (evaluate(parser, set.GetYDataPoint(static_cast<int>(i)), value)) grid.set(i, j, value);
+    std::vector<double> xs;
+    std::vector<size_t> columns;
+    for (size_t p = 0; p < first.XPoints.size(); ++p) {
+        double x = 0;
+        if (evaluate(parser, first.GetXDataPoint(static_cast<int>(p)), x) && std::isfinite(x) && !Grid3D::is_hole(x)) {
+            xs.push_back(x);
+            columns.push_back(p);
         }
-        ++j;
     }
+    std::vector<double> ys;
+    std::vector<const StrDataPnts*> rows;
+    for (const StrDataPnts& set : graph.DataSets) {
+        double y = 0;
+        if (set.ZPoint && evaluate(parser, &*set.ZPoint, y) && std::isfinite(y) && !Grid3D::is_hole(y)) {
+            ys.push_back(y);
+            rows.push_back(&set);
+        }
+    }
+    if (xs.empty() || ys.empty()) return std::nullopt;
+    Grid3D grid = Grid3D::irregular(xs, ys);
+    for (size_t j = 0; j < rows.size(); ++j)
+        for (size_t i = 0; i < columns.size(); ++i) {
+            double value = k_grid_hole;
+            if (evaluate(parser, rows[j]->GetYDataPoint(static_cast<int>(columns[i])), value)) grid.set(i, j, value);
+        }
     return grid;
+}
+
+std::string surface_refusal(size_t points, const char* advice) {
+    return "The surface asks for " + std::to_string(points) + " points; a surface holds at most " +
+           std::to_string(k_max_surface_points) + " (1000 by 1000). " + advice;
 }
 
 std::string number_text(double value) {
@@ -164,14 +181,20 @@ std::optional<Grid3D> sweep_3d(engine::Parser& parser, const GraphData& graph, S
         const auto points = static_cast<size_t>(std::max(1L, graph.XAxisVar->num_points())) *
                             static_cast<size_t>(std::max(1L, graph.ZAxisVar->num_points()));
         if (points > k_max_surface_points) {
-            report.errors.push_back("The surface asks for " + std::to_string(points) + " points; a surface holds at most " +
-                                    std::to_string(k_max_surface_points) +
-                                    " (1000 by 1000). Give the X or Z variable fewer points.");
+            report.errors.push_back(surface_refusal(points, "Give the X or Z variable fewer points."));
             return std::nullopt;
         }
         return sweep_function(parser, graph, report, host);
     }
     if (graph.DataSets.empty() || graph.DataSets.front().XPoints.empty()) return std::nullopt;
+    // The grid is the first set's X points by the number of sets: a long first set beside many
+    // short ones asks for far more cells than the points the file holds.
+    const size_t columns = graph.DataSets.front().XPoints.size();
+    const size_t rows = graph.DataSets.size();
+    if (const size_t points = columns * rows; points > k_max_surface_points) {
+        report.errors.push_back(surface_refusal(points, "Give the first data set fewer points, or use fewer data sets."));
+        return std::nullopt;
+    }
     return grid_of_sets(parser, graph);
 }
 

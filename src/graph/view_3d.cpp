@@ -10,11 +10,12 @@ namespace {
 constexpr double k_pi = 3.14159265358979323846;
 double radians(double degrees) { return degrees * k_pi / 180.0; }
 
-// Maps [low, high] onto [-half, half]; a range without width sits in the middle.
+// Maps [low, high] onto [-half, half]; a range without width sits in the middle. Halved first,
+// so that a range across most of the doubles (-9e307 to 9e307) has a width and not infinity.
 double fit(double value, double low, double high, double half) {
-    const double width = high - low;
+    const double width = high / 2 - low / 2;
     if (!(width > 0)) return 0;
-    return (2 * (value - low) / width - 1) * half;
+    return (2 * (value / 2 - low / 2) / width - 1) * half;
 }
 
 } // namespace

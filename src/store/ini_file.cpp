@@ -159,6 +159,11 @@ std::vector<std::string> IniFile::GetKeyNames(std::string_view section_name) con
     return names;
 }
 
+size_t IniFile::CountKeys(std::string_view section_name) const {
+    const Section* section = find_section(section_name);
+    return section ? section->keys.size() : 0;
+}
+
 std::vector<std::string> IniFile::GetSectionNames() const {
     std::vector<std::string> names;
     for (const Section& section : m_sections) names.push_back(section.name);

@@ -43,6 +43,9 @@ public:
     std::string GetString(std::string_view section, std::string_view key, std::string_view fallback = {}) const;
     // The key names of a section in file order (what a read with no key lists).
     std::vector<std::string> GetKeyNames(std::string_view section) const;
+    // How many different keys a section holds (0 for a missing one), without listing them: a
+    // bound that readers of counted items ask for again and again.
+    size_t CountKeys(std::string_view section) const;
     std::vector<std::string> GetSectionNames() const;
     bool HasSection(std::string_view section) const;
     // A leading minus and the digits that follow; the fallback for a missing key, 0 for a value

@@ -23,6 +23,7 @@
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QLabel>
+#include <QScrollBar>
 #include <QTreeView>
 #include <QtTest>
 
@@ -181,6 +182,30 @@ private Q_SLOTS:
         QCOMPARE(lines_of(editor).at(5), QStringLiteral("qqb["));
         type_line(editor, QStringLiteral("1]"));
         QCOMPARE(lines_of(editor).at(5), QStringLiteral("qqb[1] = 3"));
+    }
+
+    void everyNameOfferedIsReadableWholeHoweverFewTheyAre() {
+        Program program(1);
+        MathEditor* editor = program.frame->new_document()->editor();
+        auto* popup = static_cast<QTreeView*>(editor->completer()->popup());
+        // A long list first, then one name alone, then a few: each list fits its popup, with no
+        // scroll bar across it taking the place of a row.
+        for (const QString& typed : {QStringLiteral("SI"), QStringLiteral("SQ"), QStringLiteral("HAVERS"),
+                                     QStringLiteral("PI")}) {
+            QTest::keyClicks(editor, typed);
+            QVERIFY2(popup->isVisible(), qPrintable(typed));
+            QVERIFY(QTest::qWaitForWindowExposed(popup));
+            QTest::qWait(50); // the popup laid out as the user sees it
+            const int rows = editor->completer()->completionCount();
+            QVERIFY2(!popup->horizontalScrollBar()->isVisible(), qPrintable(typed));
+            const int shown_rows = std::min(rows, editor->completer()->maxVisibleItems());
+            QVERIFY2(popup->viewport()->height() >= shown_rows * popup->sizeHintForRow(0), qPrintable(typed));
+            for (int column = 0; column < 2; ++column)
+                QVERIFY2(popup->columnWidth(column) >= static_cast<QAbstractItemView*>(popup)->sizeHintForColumn(column),
+                         qPrintable(typed));
+            QTest::keyClick(popup, Qt::Key_Escape);
+            QTest::keyClick(editor, Qt::Key_Return);
+        }
     }
 
     void enterOnAnAnsweredLineComputesItInPlaceAndMovesOn() {

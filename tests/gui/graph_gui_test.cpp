@@ -9,8 +9,10 @@
 #include "gui/graph2d/graph_export.h"
 #include "gui/graph2d/graph_view.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/graph2d/new_graph_dialog.h"
 #include "gui/graph2d/point_label_item.h"
 #include "gui/graph2d/qt_chart_2d.h"
+#include "gui/graph3d/graph3d_view.h"
 
 #include "graph/build_2d.h"
 
@@ -19,6 +21,7 @@
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
+#include <QComboBox>
 #include <QGraphicsSimpleTextItem>
 #include <QLegend>
 #include <QLegendMarker>
@@ -433,6 +436,59 @@ private Q_SLOTS:
         QVERIFY(!window.add_function_graph("none[x]", "x", 0, 1, 5, &error));
         QVERIFY(error.contains(QStringLiteral("no function of this document")));
         QVERIFY(!window.add_function_graph("inv[x]", "x", 1, 0, 5, &error));
+    }
+
+    void aFunctionOfTwoVariablesIsOfferedAsASurface() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("bowl(u, v) = u^2 + v^2"));
+        type_line(window.editor(), QStringLiteral("line(x) = x"));
+        // The dialog asks for the second variable of a function that has one, and only then.
+        NewGraphDialog dialog(window.parser());
+        auto* function = dialog.findChild<QComboBox*>();
+        QVERIFY(function);
+        function->setCurrentText(QStringLiteral("bowl[u,v]"));
+        QVERIFY(!dialog.z_variable().empty());
+        QCOMPARE(dialog.variable(), std::string("u"));
+        QCOMPARE(dialog.z_variable(), std::string("v"));
+        QVERIFY(dialog.points() * dialog.z_points() <= 1000000);
+        function->setCurrentText(QStringLiteral("line[x]"));
+        QVERIFY(dialog.z_variable().empty());
+        QCOMPARE(dialog.variable(), std::string("x"));
+
+        // The surface is drawn in 3-D, with no error: the rim at 8, the bottom at 0.
+        QString error;
+        QVERIFY2(window.add_surface_graph("bowl[u,v]", "u", -2, 2, 21, "v", -2, 2, 21, &error), qPrintable(error));
+        const quorvex::graph::GraphData& made = window.document().Graphs.back().Data;
+        QCOMPARE(made.GetGraphType(), 2);
+        QCOMPARE(made.ZAxisTitle, std::string("v"));
+        QVERIFY(window.graph_window()->errors().isEmpty());
+        QVERIFY(window.graph_window()->view_3d()->isVisible());
+        // Refused before anything is added: one variable twice, or past a million points.
+        const size_t graphs = window.document().Graphs.size();
+        QVERIFY(!window.add_surface_graph("bowl[u,v]", "u", -2, 2, 21, "u", -2, 2, 21, &error));
+        QVERIFY(!window.add_surface_graph("bowl[u,v]", "u", -2, 2, 2000, "v", -2, 2, 1000, &error));
+        QVERIFY(error.contains(QStringLiteral("2 to 1000 points a side")));
+        QCOMPARE(window.document().Graphs.size(), graphs);
+    }
+
+    void aPolarCurveGoesRoundWithoutALineAcrossTheCircle() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
+        window.show();
+        type_line(window.editor(), QStringLiteral("spiral(t) = 1 + t/720"));
+        QVERIFY(window.add_function_graph("spiral[t]", "t", 0, 700, 701));
+        window.document().Graphs.back().Data.Type = 9; // Polar
+        QVERIFY(window.show_graph(0));
+        // Nearly two turns: two pieces of line, each within the circle's one turn of angles.
+        QChart* chart = window.graph_window()->chart().chart();
+        QCOMPARE(chart->series().size(), 2);
+        for (QAbstractSeries* piece : chart->series()) {
+            const QList<QPointF> points = static_cast<QXYSeries*>(piece)->points();
+            QVERIFY(!points.isEmpty());
+            for (const QPointF& point : points) QVERIFY(point.x() >= 0 && point.x() < 360);
+        }
     }
 
     void escapeOrStopEndsALongBuildAndLeavesTheDocumentAsItWas() {

@@ -48,6 +48,9 @@ NameCompleter::NameCompleter(engine::Parser& parser, QObject* parent)
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->header()->setStretchLastSection(true);
+    // The popup is made as wide as its names and prototypes (popup_width); a scroll bar across
+    // it would only take the place of the one row a single name has.
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setPopup(view); // the completer owns it
 }
 

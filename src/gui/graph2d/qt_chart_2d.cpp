@@ -38,14 +38,18 @@ namespace type = graph::graph_type;
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
 // The pieces of a series between its holes: each a run of drawable points. Decimation keeps every
-// hole and every run, so a series has the same pieces at every zoom.
-std::vector<QList<QPointF>> pieces_of(const std::vector<graph::PlotPoint>& points) {
+// hole and every run, so a series has the same pieces at every zoom. On a polar chart (`turn`, the
+// angle of a whole circle, above 0) a curve that passes the angle 0 goes on in a piece of its own:
+// a line from the end of the turn back to its start would cross the picture.
+std::vector<QList<QPointF>> pieces_of(const std::vector<graph::PlotPoint>& points, double turn = 0) {
     std::vector<QList<QPointF>> pieces(1);
     for (const graph::PlotPoint& point : points) {
         if (point.is_hole()) {
             if (!pieces.back().isEmpty()) pieces.emplace_back();
             continue;
         }
+        if (turn > 0 && !pieces.back().isEmpty() && std::abs(point.x - pieces.back().back().x()) > turn / 2)
+            pieces.emplace_back();
         pieces.back().append(QPointF(point.x, point.y));
     }
     if (pieces.back().isEmpty()) pieces.pop_back();
@@ -207,7 +211,7 @@ void QtChart2D::build_series() {
         };
         // An area is a fill with its line drawn over it: the line shows every column's extremes, so
         // the fill's edge can run smoothly inside them.
-        const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(s));
+        const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(s), polar_turn());
         if (is_area_type()) {
             const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, s, pixel_window()));
             for (const QList<QPointF>& piece : fills) {
@@ -295,9 +299,15 @@ void QtChart2D::decimate_again() {
     for (size_t s = 0; s < m_items.size(); ++s) decimate_again(s);
 }
 
+double QtChart2D::polar_turn() const {
+    // The graph sets a polar chart's angles to one whole turn.
+    if (m_type != type::Polar || !m_bounds) return 0;
+    return m_bounds->x_max - m_bounds->x_min;
+}
+
 void QtChart2D::decimate_again(size_t series) {
     if (m_type == type::Pie || is_bar_type() || series >= m_items.size()) return;
-    const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(series));
+    const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(series), polar_turn());
     if (series < m_fills.size() && !m_fills[series].empty()) {
         const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, series, pixel_window()));
         replace_points(m_fills[series], fills);
@@ -383,7 +393,10 @@ void QtChart2D::set_colors(const graph::ChartColors& colors) {
 }
 
 void QtChart2D::set_bounds(const graph::ChartBounds& bounds) {
+    const double turn = polar_turn();
     m_bounds = bounds;
+    // A polar curve is cut where it passes the angle 0, which the turn tells.
+    if (polar_turn() != turn) build_series();
     update_axes();
 }
 

@@ -65,6 +65,8 @@ private:
     // Decimates the lines again from all the data, for the range shown now.
     void decimate_again();
     void decimate_again(size_t series);
+    // The angle of a whole circle on a polar chart, 0 on any other.
+    double polar_turn() const;
     void make_chart();
     void build_series();
     std::vector<size_t> series_order() const;

@@ -278,3 +278,22 @@ TEST(DocumentRead, ADocumentJustReadHasNothingToSave) {
         EXPECT_TRUE(e.parser.funcs_saved()) << text;
     }
 }
+
+TEST(DocumentRead, AGraphWithTensOfThousandsOfDataSetsReadsThemAll) {
+    // Each set bounds its point count by the keys of the section; that bound must not be found
+    // by listing the whole section once per set, which made such a file take minutes.
+    constexpr int k_sets = 20000;
+    std::string text = "[SETUP]\r\n[GRAPHS]\r\nGraph1=Many\r\n[Graph1]\r\nNumDataSets=" + std::to_string(k_sets) + "\r\n";
+    for (int n = 1; n <= k_sets; ++n) {
+        const std::string name = "s" + std::to_string(n);
+        text += "DataSet" + std::to_string(n) + "=" + name + "\r\n" + name + "NumPts=1\r\n" + name + "Pt0=" +
+                std::to_string(n) + ",1,\r\n";
+    }
+    Editor e;
+    ASSERT_TRUE(e.doc.ReadText(text));
+    ASSERT_EQ(e.doc.Graphs.size(), 1u);
+    const GraphData& many = e.doc.Graphs.front().Data;
+    ASSERT_EQ(many.DataSets.size(), static_cast<size_t>(k_sets));
+    EXPECT_EQ(*many.DataSets.back().GetXDataPoint(0), std::to_string(k_sets));
+    EXPECT_TRUE(e.reporter.messages.empty());
+}

@@ -159,3 +159,39 @@ TEST_F(Build, TheLegendListsTheFunctionsInTheSetupsOrderThenTheDataSets) {
     for (size_t series : chart.legend_order) legend.push_back(chart.data.label(series));
     EXPECT_EQ(legend, (std::vector<std::string>{"sq[x]", "cb[x]", "measured"}));
 }
+
+TEST_F(Build, APolarGraphIsDrawnOnAWholeTurnFromTheCentre) {
+    // A rose petal over 60 degrees fills a sixth of the circle, not all of it, and the radius
+    // starts at the centre rather than at the smallest value.
+    parser.eval_exp("rose[t] = 2 + COS(3*t)", true, false, false);
+    graph.Functions.front() = engine::Function("rose[t]", "2 + COS(3*t)");
+    graph.XAxisVar = VariableCopy(engine::Variable("t", engine::complex(0, 0), engine::complex(60, 0), 13));
+    graph.Type = graph_type::Polar;
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    ASSERT_TRUE(chart.bounds);
+    EXPECT_EQ(chart.bounds->x_min, 0);
+    EXPECT_EQ(chart.bounds->x_max, 360);
+    EXPECT_EQ(chart.bounds->y_min, 0);
+    EXPECT_GE(chart.bounds->y_max, 3);
+
+    // Past a whole turn the angle comes round again, and a negative radius points the other way.
+    parser.eval_exp("back[t] = -1 - t/1000", true, false, false);
+    graph.Functions.front() = engine::Function("back[t]", "-1 - t/1000");
+    graph.XAxisVar = VariableCopy(engine::Variable("t", engine::complex(0, 0), engine::complex(400, 0), 5));
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_DOUBLE_EQ(chart.data.x(0, 0), 180);  // r = -1 at 0 degrees is r = 1 at 180
+    EXPECT_DOUBLE_EQ(chart.data.y(0, 0), 1);
+    EXPECT_DOUBLE_EQ(chart.data.x(0, 4), 220);  // 400 + 180 - 360
+    EXPECT_DOUBLE_EQ(chart.data.y(0, 4), 1.4);
+    EXPECT_EQ(chart.bounds->y_min, 0);
+    graph.Functions.front() = engine::Function("rose[t]", "2 + COS(3*t)");
+
+    parser.set_angle_type(1); // radians: the turn is 2 pi
+    graph.XAxisVar = VariableCopy(engine::Variable("t", engine::complex(0, 0), engine::complex(1, 0), 11));
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_DOUBLE_EQ(chart.bounds->x_max, 2 * 3.14159265358979323846);
+
+    graph.Type = graph_type::Plot; // other graphs keep the range of their data
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_LT(chart.bounds->x_max, 2);
+}

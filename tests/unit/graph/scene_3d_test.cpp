@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace quorvex::graph;
 
@@ -112,4 +113,28 @@ TEST(Scene3D, AHoleIsLeftOpenAndEachFormDrawsItsPieces) {
     Style3D mesh = style;
     mesh.shade = mesh.zone = mesh.contour = false;
     EXPECT_EQ(filled_count(build_scene_3d(grid, mesh, View3D{}, 600, 600)), 2);
+}
+
+TEST(Scene3D, ARangeAcrossMostOfTheDoublesIsStillDrawnWithFinitePoints) {
+    // X from -9e307 to 9e307: its width is beyond a double, and NaN points made the painter
+    // hang. Every form and label is placed, in finite pixels, inside the picture.
+    Grid3D grid = Grid3D::irregular({-9e307, 0, 9e307}, {0, 1e307, 1.7e308});
+    for (size_t i = 0; i < 3; ++i)
+        for (size_t j = 0; j < 3; ++j) grid.set(i, j, static_cast<double>(i + j) * 8e307 - 1.5e308);
+    for (const bool bars : {false, true}) {
+        Style3D style;
+        style.bars = bars;
+        style.project_floor = style.project_ceiling = true;
+        const Scene3D scene = build_scene_3d(grid, style, View3D{}, 600, 400, {}, {{"label", false, 2, 1, 0, 0}});
+        size_t filled = 0;
+        for (const Primitive3D& item : scene.items) {
+            for (size_t k = 0; k < item.count; ++k) {
+                ASSERT_TRUE(std::isfinite(item.x(k)) && std::isfinite(item.y(k)));
+                EXPECT_GT(item.x(k), -1) << item.text;
+                EXPECT_LT(item.x(k), 601) << item.text;
+            }
+            if (item.kind == Primitive3D::Kind::Polygon && !item.fill_none) ++filled;
+        }
+        EXPECT_GT(filled, 8u); // the surface or its bars, not only the frame
+    }
 }

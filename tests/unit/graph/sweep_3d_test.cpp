@@ -122,3 +122,56 @@ TEST_F(Sweep3D, ALabelsValueIsComputedAfreshAndTooLargeASurfaceIsRefused) {
     EXPECT_NE(report.errors[0].find("a surface holds at most 1000000"), std::string::npos);
     EXPECT_EQ(parser.equation_count(), 0);
 }
+
+TEST_F(Sweep3D, DataSetsRefuseAGridBeyondTheSurfaceLimit) {
+    // A long first set beside many one-point sets: few points in the file, a vast grid.
+    StrDataPnts first;
+    first.Name = "a";
+    first.PutZDataPoint(std::string("0"));
+    for (int p = 0; p < 2000; ++p) first.PutXDataPoint(std::to_string(p).c_str(), p);
+    graph.DataSets.push_back(first);
+    for (int s = 1; s <= 600; ++s) {
+        StrDataPnts set;
+        set.Name = "s" + std::to_string(s);
+        set.PutZDataPoint(std::to_string(s));
+        set.PutXDataPoint("0", 0);
+        set.PutYDataPoint("1", 0);
+        graph.DataSets.push_back(set);
+    }
+    SweepReport report;
+    EXPECT_FALSE(sweep_3d(parser, graph, report));
+    ASSERT_EQ(report.errors.size(), 1u);
+    EXPECT_NE(report.errors[0].find("The surface asks for 1202000 points"), std::string::npos) << report.errors[0];
+
+    graph.DataSets.resize(400); // 2000 by 400 is drawn
+    report = {};
+    EXPECT_TRUE(sweep_3d(parser, graph, report));
+    EXPECT_TRUE(report.errors.empty());
+}
+
+TEST_F(Sweep3D, DataPointsWithoutAPlaceAreLeftOutOfTheGrid) {
+    // The first set's third X is missing and one set has no Z: neither becomes a coordinate of
+    // 1e308 (a hole value drawn as a place stretched the picture to nothing, or to NaN).
+    const auto add_set = [this](const char* name, const char* z, std::vector<const char*> xs, std::vector<const char*> ys) {
+        StrDataPnts set;
+        set.Name = name;
+        if (z) set.PutZDataPoint(std::string(z));
+        for (size_t p = 0; p < xs.size(); ++p)
+            if (xs[p]) set.PutXDataPoint(xs[p], static_cast<int>(p));
+        for (size_t p = 0; p < ys.size(); ++p) set.PutYDataPoint(ys[p], static_cast<int>(p));
+        graph.DataSets.push_back(set);
+    };
+    add_set("s", "0", {"1", "2", nullptr, "4"}, {"2", "3", "1E+308", "5"});
+    add_set("lost", nullptr, {"1", "2", "3", "4"}, {"9", "9", "9", "9"});
+    add_set("t", "1/0", {"1"}, {"7"});
+    add_set("u", "2", {"1"}, {"2", "3", "1", "6"});
+    SweepReport report;
+    const auto grid = sweep_3d(parser, graph, report);
+    ASSERT_TRUE(grid);
+    ASSERT_EQ(grid->nx(), 3u);
+    ASSERT_EQ(grid->ny(), 2u);
+    EXPECT_EQ(grid->x(2), 4);
+    EXPECT_EQ(grid->y(1), 2);
+    EXPECT_DOUBLE_EQ(grid->value(2, 0), 5);
+    EXPECT_DOUBLE_EQ(grid->value(2, 1), 6);
+}

@@ -42,6 +42,15 @@ TEST(IniFile, LooksUpSectionsAndKeysIgnoringCaseAndReadsValues) {
     EXPECT_EQ(file.GetInt("Options", "missing", 5), 5);
     EXPECT_EQ(file.GetKeyNames("OPTIONS"), (std::vector<std::string>{"Width", "angle", "name"}));
     EXPECT_EQ(file.GetSectionNames(), (std::vector<std::string>{"Options", "options"}));
+    // Counted without a list: keys of one name in any case once, lines without '=' not at all.
+    file.SetText("[S]\nA=1\na=2\nno key here\nB=\n[Empty]\n");
+    EXPECT_EQ(file.CountKeys("s"), 2u);
+    EXPECT_EQ(file.CountKeys("Empty"), 0u);
+    EXPECT_EQ(file.CountKeys("nowhere"), 0u);
+    file.WriteString("S", "C", "3");
+    file.WriteString("S", "b", "4");
+    EXPECT_EQ(file.CountKeys("S"), 3u);
+    EXPECT_EQ(file.CountKeys("S"), file.GetKeyNames("S").size() - 1); // the two A lines listed apart
 }
 
 TEST(IniFile, WritesInPlaceAppendsNewSectionsAndKeepsEveryOtherByte) {
