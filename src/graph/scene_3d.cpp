@@ -77,6 +77,16 @@ public:
         point(p, b);
         p.pen = pen;
     }
+    // A line in pixels, as a tick mark is.
+    void screen_line(double x1, double y1, double x2, double y2, TColor pen) {
+        Primitive3D& p = add(Primitive3D::Kind::Line);
+        p.xy[0] = x1;
+        p.xy[1] = y1;
+        p.xy[2] = x2;
+        p.xy[3] = y2;
+        p.count = 2;
+        p.pen = pen;
+    }
     void text(double x, double y, std::string text, std::uint8_t align, TColor color) {
         Primitive3D& p = add(Primitive3D::Kind::Text);
         p.fill_none = true;
@@ -234,6 +244,8 @@ void draw_axes(Painter& painter, const Projection3D& projection, const Box3D& bo
             Vec3 at = from;
             (along == 0 ? at.x : along == 1 ? at.y : at.z) = ticks[k];
             const ScreenPoint s = painter.screen(at);
+            const double tick = metrics.char_width * 0.6;
+            painter.screen_line(s.x, s.y, s.x + out_x * tick, s.y + out_y * tick, style.foreground);
             const std::string text = number_text(ticks[k]);
             painter.text(s.x + out_x * metrics.char_width, s.y + out_y * metrics.char_width, text, align, style.foreground);
             widest = std::max(widest, static_cast<double>(text.size()) * metrics.char_width);
