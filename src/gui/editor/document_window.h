@@ -15,6 +15,7 @@ class QSplitter;
 
 namespace quorvex::gui {
 class FunctionSolverDialog;
+class QuickCalcDialog;
 class GraphWindow;
 class LibraryDialog;
 class ListPane;
@@ -58,6 +59,8 @@ public:
     // The function solver of this document on a function's prototype; null until first opened.
     FunctionSolverDialog* open_solver(const QString& prototype, const QString& description);
     FunctionSolverDialog* solver() const { return m_solver; }
+    // The quick calc of this document, made once and reused, with its inputs kept in the document.
+    QuickCalcDialog* open_quick_calc();
     // Types `text` at the editor's caret, bringing the editor back in place of a graph first.
     void insert_into_editor(const QString& text);
     // The function library browser (F8) of this document, made once and reused.
@@ -151,6 +154,7 @@ private:
     ManagerDialog* m_variable_manager = nullptr;
     ManagerDialog* m_function_manager = nullptr;
     FunctionSolverDialog* m_solver = nullptr;
+    QuickCalcDialog* m_quick_calc = nullptr;
     LibraryDialog* m_library = nullptr;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;

@@ -220,6 +220,9 @@ void MainFrame::create_actions() {
     make(QStringLiteral("toolsLibrary"), tr("Function &Library..."), QKeySequence(Qt::Key_F8), [this] {
         if (DocumentWindow* window = active_document()) window->open_library();
     });
+    make(QStringLiteral("toolsQuickCalc"), tr("&Quick Calc..."), {}, [this] {
+        if (DocumentWindow* window = active_document()) window->open_quick_calc();
+    });
     QAction* incremental = make(QStringLiteral("viewIncrementalVariables"), tr("&Incremental Variables' Values"), {},
                                 [this](bool on) { set_incremental_display(on); });
     incremental->setCheckable(true);
@@ -316,7 +319,7 @@ void MainFrame::create_menus() {
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary"})
+    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "toolsQuickCalc"})
         tools->addAction(action(QLatin1String(name)));
     tools->addSeparator();
     tools->addAction(action(QStringLiteral("toolsOptions")));
@@ -349,7 +352,7 @@ void MainFrame::update_actions() {
          {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview", "fileExportPdf",
           "editUndo", "editRedo", "editCut", "editCopy", "editPaste", "editSelectAll", "editFind", "editReplace",
           "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager",
-          "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard",
+          "toolsFunctionManager", "toolsLibrary", "toolsQuickCalc", "graphToggle", "graphNew", "graphSetup", "graphWizard",
           "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport",
           "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade", "windowNext",
           "windowPrevious"})
