@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdio>
 #include <sstream>
+#include <utility>
 
 namespace quorvex::graph {
 
@@ -242,7 +243,7 @@ bool compute_3d(engine::Parser& parser, const GraphData& graph, Chart3D& chart, 
             report.errors.push_back("The graph \"" + graph.Name + "\" has no function or data set to draw in 3-D.");
         return false;
     }
-    build_3d(graph, *grid, chart);
+    build_3d(graph, std::move(*grid), chart);
     return true;
 }
 
