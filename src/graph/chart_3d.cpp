@@ -78,7 +78,7 @@ std::string point_label_3d(const std::string& x, const std::string& value, const
     return " (" + x + " , " + value + " , " + z + ") ";
 }
 
-void build_3d(const GraphData& graph, const Grid3D& grid, Chart3D& chart) {
+void build_3d(const GraphData& graph, Grid3D grid, Chart3D& chart) {
     chart.clear();
     chart.set_grid(grid);
     chart.set_style(style_of_graph(graph));

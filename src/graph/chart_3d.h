@@ -69,7 +69,8 @@ void keep_default_view_in_graph(GraphData& graph, const View3D& view);
 std::string point_label_3d(const std::string& x, const std::string& value, const std::string& z);
 
 // Hands a computed grid and everything else the graph says to the chart: style, view, point
-// labels (kept in the graph at their grid point) and notes.
-void build_3d(const GraphData& graph, const Grid3D& grid, Chart3D& chart);
+// labels (kept in the graph at their grid point) and notes. The grid is taken as a value: it may
+// be the chart's own, which the chart clears first.
+void build_3d(const GraphData& graph, Grid3D grid, Chart3D& chart);
 
 } // namespace quorvex::graph

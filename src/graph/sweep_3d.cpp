@@ -6,13 +6,17 @@
 #include "engine/host.h"
 #include "engine/parser.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <sstream>
+#include <utility>
 
 namespace quorvex::graph {
 
 namespace {
+
+constexpr double k_zero = 1e-14; // the least zero precision, as for curves
 
 std::string value_text(double value) {
     std::ostringstream out;
@@ -52,8 +56,14 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
         report.errors.push_back("\"" + name + "\" could not be found. The graph could not be created!");
         return std::nullopt;
     }
-    const std::vector<double> xs = walk(*graph.XAxisVar);
-    const std::vector<double> zs = walk(*graph.ZAxisVar);
+    // A value within the answers' zero precision of 0 is 0, as in a curve: the walk's steps carry
+    // a little binary noise, which a label would show as x = 4.4e-13.
+    const double zero = std::max(k_zero, static_cast<double>(parser.answer_format().zero_precision));
+    const auto snap = [zero](double value) { return std::abs(value) < zero ? 0.0 : value; };
+    std::vector<double> xs = walk(*graph.XAxisVar);
+    std::vector<double> zs = walk(*graph.ZAxisVar);
+    for (std::vector<double>* values : {&xs, &zs})
+        for (double& value : *values) value = snap(value);
     SweepVariable x(parser, graph.XAxisVar->name());
     SweepVariable z(parser, graph.ZAxisVar->name());
     // Mapped at a point of the grid; the next one is tried when the first is singular.
@@ -85,7 +95,7 @@ std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& gr
                                         (why ? why : ""));
                 parser.ClearLastError();
             } else {
-                grid.set(i, j, value.real());
+                grid.set(i, j, snap(value.real()));
             }
             if (!keep_going(host, report)) break;
         }
@@ -206,7 +216,7 @@ bool compute_3d(engine::Parser& parser, const GraphData& graph, Chart3D& chart, 
             report.errors.push_back("The graph \"" + graph.Name + "\" has no function or data set to draw in 3-D.");
         return false;
     }
-    build_3d(graph, *grid, chart);
+    build_3d(graph, std::move(*grid), chart);
     return true;
 }
 

@@ -465,6 +465,17 @@ private Q_SLOTS:
         QCOMPARE(made.ZAxisTitle, std::string("v"));
         QVERIFY(window.graph_window()->errors().isEmpty());
         QVERIFY(window.graph_window()->view_3d()->isVisible());
+        // A click on a point labels it and the surface stays in sight.
+        Graph3DView* view = window.graph_window()->view_3d();
+        const size_t cells = view->grid().nx() * view->grid().ny();
+        quorvex::graph::GridPick pick;
+        pick.i = 10;
+        pick.j = 5;
+        pick.point = {view->grid().x(10), view->grid().y(5), view->grid().value(10, 5)};
+        Q_EMIT view->pointPicked(pick);
+        QCOMPARE(view->grid().nx() * view->grid().ny(), cells);
+        QCOMPARE(window.document().Graphs.back().Data.Notes.size(), size_t(1));
+        QVERIFY(window.document().Graphs.back().Data.Notes.front().Text.find("(0 , 1 , -1)") != std::string::npos);
         // Refused before anything is added: one variable twice, or past a million points.
         const size_t graphs = window.document().Graphs.size();
         QVERIFY(!window.add_surface_graph("bowl[u,v]", "u", -2, 2, 21, "u", -2, 2, 21, &error));

@@ -67,6 +67,13 @@ TEST(Chart3D, TheGraphsFormsColoursTitlesAndLabelsReachTheChart) {
     EXPECT_EQ(chart.texts[0].j, 1u);
     EXPECT_TRUE(chart.texts[1].note);
 
+    // Built again on the grid the chart already holds (a label added by a click): the surface
+    // and its labels stay.
+    graph.SetNote(point_label_3d("0", "0", "0").c_str(), 0, 0, -1, false);
+    build_3d(graph, chart.grid, chart);
+    EXPECT_EQ(chart.grid.nx(), sample_grid().nx());
+    EXPECT_EQ(chart.texts.size(), 3u);
+
     View3D turned = chart.view;
     turned.ZRotation = 123.5;
     keep_view_in_graph(graph, turned);

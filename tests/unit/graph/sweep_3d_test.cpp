@@ -175,3 +175,18 @@ TEST_F(Sweep3D, DataPointsWithoutAPlaceAreLeftOutOfTheGrid) {
     EXPECT_DOUBLE_EQ(grid->value(2, 0), 5);
     EXPECT_DOUBLE_EQ(grid->value(2, 1), 6);
 }
+
+TEST_F(Sweep3D, TheMiddleOfASymmetricRangeIsZeroNotTheWalksNoise) {
+    // Thirty steps of 2/3 from -10 reach 0 only within binary noise; as on a curve, a value within
+    // the zero precision is 0, so that a label there reads (0 , ...).
+    declare("m[x, y] = x*x + y*y");
+    graph.Functions.emplace_back("m[x,y]", "x*x + y*y");
+    ranges(-10, 10, 31, -10, 10, 31);
+    SweepReport report;
+    const auto grid = sweep_3d(parser, graph, report);
+    ASSERT_TRUE(grid);
+    EXPECT_EQ(grid->x(15), 0);
+    EXPECT_EQ(grid->y(15), 0);
+    EXPECT_EQ(grid->value(15, 15), 0);
+    EXPECT_NEAR(grid->x(16), 2.0 / 3, 1e-12);
+}
