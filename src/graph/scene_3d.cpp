@@ -361,7 +361,9 @@ void draw_bars(Painter& painter, const Grid3D& grid, const Projection3D& project
     const Vec3 eye = projection.eye();
     for (const Bar& bar : bars) {
         const double hx = half(grid, bar.i, true), hy = half(grid, bar.j, false);
-        const double x0 = grid.x(bar.i) - hx, x1 = grid.x(bar.i) + hx, y0 = grid.y(bar.j) - hy, y1 = grid.y(bar.j) + hy;
+        // Bars at the grid's edges stop at the box.
+        const double x0 = std::max(box.x_min, grid.x(bar.i) - hx), x1 = std::min(box.x_max, grid.x(bar.i) + hx);
+        const double y0 = std::max(box.y_min, grid.y(bar.j) - hy), y1 = std::min(box.y_max, grid.y(bar.j) + hy);
         const double top = grid.value(bar.i, bar.j), bottom = box.z_min;
         const TColor color = mix(style.surface_bottom, style.surface_top, z_span > 0 ? (top - bottom) / z_span : 0.5);
         const TColor edge = mix(style.mesh_bottom, style.mesh_top, z_span > 0 ? (top - bottom) / z_span : 0.5);

@@ -269,6 +269,9 @@ bool GraphWindow::draw_3d(int index) {
     ProgressHost host(this, tr("Building Graph: %1").arg(QString::fromStdString(graph.Data.Name)));
     graph::SweepReport report;
     const bool drawn = graph::compute_3d(m_document.parser(), graph.Data, *m_view3d, report, &host);
+    if (graph.Data.XAxisVar && graph.Data.ZAxisVar)
+        m_view3d->set_axis_names(QString::fromStdString(graph.Data.XAxisVar->name()),
+                                 QString::fromStdString(graph.Data.ZAxisVar->name()));
     m_errors->clear();
     for (const std::string& error : report.errors) m_errors->addItem(QString::fromStdString(error));
     m_errors->setVisible(!report.errors.empty());

@@ -129,8 +129,10 @@ void Graph3DView::mouseMoveEvent(QMouseEvent* event) {
     const QPoint at = event->position().toPoint();
     if (!m_pressed) {
         if (const auto picked = pick(at))
-            Q_EMIT pointerText(QStringLiteral("x = %1, z = %2, value = %3")
+            Q_EMIT pointerText(QStringLiteral("%1 = %2, %3 = %4, value = %5")
+                                   .arg(m_x_name)
                                    .arg(picked->point.x, 0, 'g', 10)
+                                   .arg(m_z_name)
                                    .arg(picked->point.y, 0, 'g', 10)
                                    .arg(picked->point.z, 0, 'g', 10));
         else

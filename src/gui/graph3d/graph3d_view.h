@@ -28,6 +28,8 @@ public:
     int add_point_label(size_t i, size_t j, const std::string& text) override;
     int add_note(const std::string& text, int x, int y) override;
     void set_view(const graph::View3D& view);
+    // The names the pointer's coordinates are given in the status line (the X and Z variables).
+    void set_axis_names(const QString& x, const QString& z) { m_x_name = x, m_z_name = z; }
     const std::vector<graph::SceneText3D>& texts() const { return m_texts; }
     // Removes the text at `index` (a label clicked again).
     void remove_text(int index);
@@ -69,6 +71,7 @@ private:
     graph::Style3D m_style;
     graph::View3D m_view, m_default_view;
     std::vector<graph::SceneText3D> m_texts;
+    QString m_x_name = QStringLiteral("x"), m_z_name = QStringLiteral("z");
     QPoint m_press, m_last;
     bool m_pressed = false, m_dragged = false;
 };
