@@ -11,6 +11,9 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
+#include "gui/tools/quick_calc_dialog.h"
+
+#include <QComboBox>
 #include "gui/lists/manager_dialog.h"
 
 #include <QLineEdit>
@@ -175,6 +178,20 @@ bool shoot(const QString& out, const QString& suffix) {
         find.find_field()->setText(QStringLiteral("radius"));
         find.replace_field()->setText(QStringLiteral("r0"));
         ok = save(&find, out + QStringLiteral("/find-replace") + suffix + QStringLiteral(".png")) && ok;
+    }
+
+    {
+        QuickCalcDialog* calc = window->open_quick_calc();
+        calc->expression()->setEditText(QStringLiteral("SQRT(x)"));
+        calc->variable()->setEditText(QStringLiteral("x"));
+        calc->start()->setText(QStringLiteral("-1"));
+        calc->end()->setText(QStringLiteral("1"));
+        calc->points()->setText(QStringLiteral("11"));
+        scratch.save_answers = {0x00004000}; // Yes: both branches of the root
+        calc->compute();
+        scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
+        ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
+        calc->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);
