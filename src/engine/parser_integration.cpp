@@ -63,8 +63,10 @@ struct EndWatch {
     }
 };
 
+// Whether the engine can tell `x` from the end: it keeps 15 significant digits and computes no
+// number below 1e-307.
 bool near_end(long double x, long double end) {
-    return end != 0 && std::fabs(x - end) <= std::fabs(end) * 1e-14L;
+    return std::fabs(x - end) <= std::max(std::fabs(end) * 1e-14L, 1e-300L);
 }
 
 } // namespace

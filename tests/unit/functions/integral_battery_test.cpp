@@ -105,3 +105,41 @@ TEST(IntegralBattery, EachReferenceIntegralReachesItsDigitsAndNoWrongAnswerClaim
         parser.delete_equation(equation);
     }
 }
+
+namespace {
+struct StoppingHost : Host {
+    long outer_points = 0;
+    long stop_after = 0;
+    bool aborted() const override { return stop_after > 0 && outer_points >= stop_after; }
+    void progress(long done, long) override { outer_points = done; }
+};
+} // namespace
+
+TEST(NestedIntegrals, InnerLimitsFollowTheOuterVariablesAndStopWorks) {
+    Parser parser(&quorvex::functions::builtin_functions());
+    parser.set_angle_type(1);
+    complex value;
+    parser.eval_exp("y = 0.5", value, true, false, false);
+    parser.eval_exp("z = 0.5", value, true, false, false);
+    const int integrand = map(parser, "x*y");
+    const int zero = parser.map_expression("0"), one = parser.map_expression("1");
+    const int up_to_y = parser.map_expression("y"), up_to_z = parser.map_expression("z");
+    // The integral of x*y over 0 <= x <= y <= 1 is 1/8; with a third level 0 <= y <= z <= 1 of
+    // x*y it is 1/40.
+    IntegralResult found = parser.integrate_nested(integrand, {{"x", zero, up_to_y}, {"y", zero, one}}, 1e-10L, true);
+    EXPECT_TRUE(found.converged);
+    EXPECT_NEAR(static_cast<double>(found.value), 0.125, 1e-11);
+    found = parser.integrate_nested(integrand, {{"x", zero, up_to_y}, {"y", zero, up_to_z}, {"z", zero, one}}, 1e-8L,
+                                    true);
+    EXPECT_TRUE(found.converged);
+    EXPECT_NEAR(static_cast<double>(found.value), 1.0 / 40, 1e-10);
+
+    // A stop between outer points ends the run: no answer, no message.
+    StoppingHost host;
+    host.stop_after = 5;
+    parser.set_host(&host);
+    found = parser.integrate_nested(integrand, {{"x", zero, up_to_y}, {"y", zero, one}}, 1e-10L, true);
+    EXPECT_FALSE(found.converged);
+    EXPECT_EQ(host.outer_points, 5);
+    EXPECT_FALSE(parser.IsAnError());
+}
