@@ -100,8 +100,8 @@ int run_integrate(CommandContext& context) {
     const MappedEquation equation(context, args[0], variable,
                                   {limits.low, midpoint(limits.low, limits.high), limits.high});
 
-    const long double integral = context.parser.RombIntegrate(equation.number(), variable.name(), limits.low,
-                                                              limits.high, accuracy, true);
+    const engine::IntegralResult integral =
+        context.parser.integrate(equation.number(), variable.name(), limits.low, limits.high, accuracy, true);
     if (stop_requested(context, "a part of the integration")) return k_stopped_status;
     // The method's best estimate, when it could not meet the accuracy, is shown with a warning
     // and a failed status: it is not the answer asked for.
@@ -109,7 +109,7 @@ int run_integrate(CommandContext& context) {
     if (context.parser.IsAnError() && last_error(context.parser) != not_converged)
         calculation_failure(last_error(context.parser));
     show_tool_digits(context);
-    context.out << format_answer(context, integral) << '\n';
+    context.out << format_answer(context, integral.value) << '\n';
     if (context.parser.integral_converged()) return 0;
     context.out.flush();
     context.err << "warning: " << not_converged << '\n';

@@ -20,7 +20,7 @@ public:
 
     bool aborted() const override;
     // `done` of `total` steps; drawn at most a few times a second.
-    void progress(long done, long total);
+    void progress(long done, long total) override;
     // Removes the progress line, so that what follows starts on a clean line.
     void finish();
 

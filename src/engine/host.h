@@ -11,6 +11,9 @@ public:
     virtual bool aborted() const { return false; }
     virtual void pump() {}
     virtual void refresh() {}
+    // How far a calculation has come: `done` steps of `total`, or of an unknown number when
+    // `total` is 0 (the outer points of a double or triple integral).
+    virtual void progress(long /*done*/, long /*total*/) {}
 };
 
 } // namespace quorvex::engine

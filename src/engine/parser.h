@@ -6,6 +6,7 @@
 #include "function.h"
 #include "host.h"
 #include "instruction_code.h"
+#include "integral_result.h"
 #include "mathematics.h"
 #include "point.h"
 #include "precform.h"
@@ -14,6 +15,7 @@
 #include "variable.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <random>
@@ -303,6 +305,19 @@ public:
     bool integral_converged() const { return m_integral_converged; }
     // The text that tells a user the integral did not meet its accuracy.
     static const char* integral_not_converged_message();
+    // An integral that converges where Romberg cannot: Romberg first, with fewer stages; when it
+    // misses the accuracy or an end cannot be evaluated, the double-exponential (tanh-sinh) rule,
+    // which never evaluates the ends; then adaptive Gauss-Kronrod, which follows kinks and peaks.
+    // The first that meets the accuracy answers. When none does, the estimate with the smallest
+    // error is returned, not converged, with mapper error 3 (by `quiet`). A stop returns 0, not
+    // converged, with no message; an error of the expression inside the interval stands.
+    IntegralResult integrate(int equation, const char* variable, long double lower, long double upper,
+                             long double accuracy, bool quiet);
+    // A double or triple integral: `levels` from the innermost out. The limits of a level are
+    // mapped equations, run with the variables of the levels outside it set, so that an inner
+    // range may depend on them. Converged only when every inner integral converged as well.
+    IntegralResult integrate_nested(int equation, const std::vector<IntegralLevel>& levels, long double accuracy,
+                                    bool quiet);
     // The extended trapezoid rule at `stage` (from 1), refining the running sum of the stages before.
     long double Trapazoid(int equation, const char* variable, long double lower, long double upper, int stage);
     // Neville's interpolation of the n points xa[1..n], ya[1..n] at x: value and last correction.
@@ -525,6 +540,23 @@ private:
     enum class SlopeSample { taken, stopped, failed };
     SlopeSample slope_sample(int equation, const char* variable, long double at, long double& value);
     bool m_integral_converged = false;
+    // One value of an integrand: false when the expression failed or the user stopped.
+    using Sampler = std::function<bool(long double x, long double& y)>;
+    Sampler equation_sampler(int equation, const char* variable);
+    long double trapezoid_stage(const Sampler& f, long double lower, long double upper, int stage,
+                                long double& running);
+    // Romberg over at most `stages` stages; `error` the larger of the extrapolation's estimate and
+    // the change from the stage before; `exhausted` when it ran out of stages. Sets
+    // m_integral_converged.
+    long double romberg(const Sampler& f, long double lower, long double upper, long double accuracy, int stages,
+                        long double& error, bool& exhausted);
+    IntegralResult integrate_sampled(const Sampler& f, long double lower, long double upper, long double accuracy);
+    // The double-exponential and Gauss-Kronrod rules on [lower, upper], lower < upper.
+    std::optional<IntegralResult> integrate_by_rule(IntegrationMethod method, const Sampler& f, long double lower,
+                                                    long double upper, long double accuracy);
+    // Whether the same rule on the two halves agrees with an answer that met the accuracy.
+    void confirm_by_halves(IntegrationMethod method, const Sampler& f, long double lower, long double upper,
+                           long double accuracy, IntegralResult& found);
     bool m_slope_unresolved = false; // the last Slope's values differed only by rounding
     long double m_trapezoid_sum = 0; // the running sum of the trapezoid stages
     // Calculus helpers: one evaluation of the equation, and the host's moment before one.

@@ -56,15 +56,24 @@ bool Parser::evaluate_at(int equation, const char* variable, long double x, long
     return true;
 }
 
+Parser::Sampler Parser::equation_sampler(int equation, const char* variable) {
+    return [this, equation, variable](long double x, long double& y) { return evaluate_at(equation, variable, x, y); };
+}
+
 long double Parser::Trapazoid(int equation, const char* variable, long double lower, long double upper, int stage) {
+    return trapezoid_stage(equation_sampler(equation, variable), lower, upper, stage, m_trapezoid_sum);
+}
+
+long double Parser::trapezoid_stage(const Sampler& f, long double lower, long double upper, int stage,
+                                    long double& running) {
     Mathematics& m = m_math;
     if (stage == 1) {
         long double low = 0, high = 0;
-        if (!evaluate_at(equation, variable, lower, low)) return 0;
+        if (!f(lower, low)) return 0;
         if (!breathe()) return 0;
-        if (!evaluate_at(equation, variable, upper, high)) return 0;
-        m_trapezoid_sum = m.real_mult(m.real_mult(0.5L, m.real_sub(upper, lower)), m.real_add(low, high));
-        return m_trapezoid_sum;
+        if (!f(upper, high)) return 0;
+        running = m.real_mult(m.real_mult(0.5L, m.real_sub(upper, lower)), m.real_add(low, high));
+        return running;
     }
     const long double points = std::ldexp(1.0L, stage - 2);
     const long double width = m.real_div(m.real_sub(upper, lower), points);
@@ -73,13 +82,12 @@ long double Parser::Trapazoid(int equation, const char* variable, long double lo
     for (long double i = 0; i < points; ++i) {
         if (!breathe()) return 0;
         long double y = 0;
-        if (!evaluate_at(equation, variable, x, y)) return 0;
+        if (!f(x, y)) return 0;
         sum = m.real_add(sum, y);
         x = m.real_add(x, width);
     }
-    m_trapezoid_sum =
-        m.real_mult(0.5L, m.real_add(m_trapezoid_sum, m.real_div(m.real_mult(m.real_sub(upper, lower), sum), points)));
-    return m_trapezoid_sum;
+    running = m.real_mult(0.5L, m.real_add(running, m.real_div(m.real_mult(m.real_sub(upper, lower), sum), points)));
+    return running;
 }
 
 void Parser::PolyInterpolate(const long double* xa, const long double* ya, int n, long double x, long double* y,
@@ -122,7 +130,19 @@ const char* Parser::integral_not_converged_message() { return mapper_messages()[
 long double Parser::RombIntegrate(int equation, const char* variable, long double lower, long double upper,
                                   long double accuracy, bool quiet) {
     ClearLastError();
+    long double error = 0;
+    bool exhausted = false;
+    const long double value =
+        romberg(equation_sampler(equation, variable), lower, upper, accuracy, k_romberg_stages, error, exhausted);
+    if (exhausted) mapper_exception(3, quiet);
+    return value;
+}
+
+long double Parser::romberg(const Sampler& f, long double lower, long double upper, long double accuracy, int stages,
+                            long double& error, bool& exhausted) {
     m_integral_converged = false;
+    exhausted = false;
+    error = 0;
     return guarded(*this, 0.0L, [&]() -> long double {
         Mathematics& m = m_math;
         const long double zero = m_answer_format.zero_precision;
@@ -130,8 +150,12 @@ long double Parser::RombIntegrate(int equation, const char* variable, long doubl
         h[1] = 1;
         long double ss = 0, dss = 0, previous = 0, last_ss = 0;
         bool first = true;
-        for (int j = 1; j <= k_romberg_stages; ++j) {
-            s[static_cast<size_t>(j)] = Trapazoid(equation, variable, lower, upper, j);
+        long double running = 0; // the trapezoid sum, kept here so that integrals may nest
+        const auto estimate = [&](long double change) {
+            return std::max(std::fabs(dss), std::fabs(change));
+        };
+        for (int j = 1; j <= std::min(stages, k_romberg_stages); ++j) {
+            s[static_cast<size_t>(j)] = trapezoid_stage(f, lower, upper, j, running);
             if (IsAnError() || stopped()) return 0;
             if (j >= 5) {
                 // Element 1 of each view is stage j-4: the last five stages.
@@ -145,15 +169,17 @@ long double Parser::RombIntegrate(int equation, const char* variable, long doubl
                 // error series in even powers of the step, which an integrand with a steep end
                 // (1/sqrt(x) near 0) does not have: there the estimate shrinks while the value
                 // still moves. So the estimate of the stage before must agree as well.
-                const bool settled =
-                    j > 5 && is_less_equal(m.real_abs(m.real_sub(ss, last_ss)), m.real_mult(accuracy, m.real_abs(ss)));
+                const long double change = j > 5 ? m.real_sub(ss, last_ss) : ss;
+                const bool settled = j > 5 && is_less_equal(m.real_abs(change), m.real_mult(accuracy, m.real_abs(ss)));
                 last_ss = ss;
+                error = estimate(change);
                 if (settled && is_less_equal(m.real_abs(dss), m.real_mult(accuracy, m.real_abs(ss)))) {
                     m_integral_converged = true;
                     return ss;
                 }
                 if (is_less_equal(m.real_add(m.real_abs(dss), m.real_abs(ss)), zero)) {
                     m_integral_converged = true;
+                    error = std::fabs(dss);
                     return 0;
                 }
                 // The estimate began to grow: the best value so far, which did not reach the
@@ -163,7 +189,8 @@ long double Parser::RombIntegrate(int equation, const char* variable, long doubl
             }
             h[static_cast<size_t>(j + 1)] = m.real_mult(0.25L, h[static_cast<size_t>(j)]);
         }
-        mapper_exception(3, quiet);
+        exhausted = true;
+        error = estimate(ss - last_ss);
         return ss;
     });
 }
