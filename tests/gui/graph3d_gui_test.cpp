@@ -98,6 +98,11 @@ private Q_SLOTS:
         // Redrawn, the graph keeps the turn; Home goes back to the default.
         QVERIFY(bowl.graphs->draw(0));
         QCOMPARE(static_cast<float>(bowl.view->view().ZRotation), bowl.graph().ZRotation);
+        // A larger margin is a smaller picture, kept in the graph like a turn.
+        bowl.graphs->change_margin(true);
+        QCOMPARE(bowl.graph().Scale, 0.9f);
+        bowl.graphs->save_default_margin();
+        QCOMPARE(bowl.graph().DefaultScale, 0.9f);
         QTest::keyClick(bowl.view, Qt::Key_Home);
         QCOMPARE(bowl.view->view().ZRotation, 310.0);
         QCOMPARE(bowl.graph().ZRotation, 310.0f);

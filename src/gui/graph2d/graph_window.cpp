@@ -470,6 +470,34 @@ void GraphWindow::save_default_orientation() {
         QMessageBox::information(this, tr("Graphing Utility"), text);
 }
 
+void GraphWindow::change_margin(bool larger) {
+    if (showing_3d()) m_view3d->change_scale(larger ? 0.1 : -0.1); // the graph keeps it through viewChanged
+}
+
+void GraphWindow::set_default_margin() {
+    auto& graphs = m_document.document().Graphs;
+    if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    graph::View3D view = m_view3d->view();
+    view.Scale = graphs[static_cast<size_t>(m_drawn)].Data.DefaultScale;
+    m_view3d->set_view(view);
+    graph::keep_view_in_graph(graphs[static_cast<size_t>(m_drawn)].Data, view);
+    m_document.parser().set_vars_saved(false);
+}
+
+void GraphWindow::save_default_margin() {
+    auto& graphs = m_document.document().Graphs;
+    if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
+    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
+    shown.DefaultScale = static_cast<float>(m_view3d->view().Scale);
+    m_view3d->set_view(m_view3d->view(), graph::default_view_of_graph(shown)); // Home keeps it too
+    m_document.parser().set_vars_saved(false);
+    const QString text = tr("The present scale is now the default of this graph.");
+    if (QStringList* collected = m_document.services().collected_messages)
+        *collected << tr("Graphing Utility: ") + text;
+    else
+        QMessageBox::information(this, tr("Graphing Utility"), text);
+}
+
 void GraphWindow::smooth_surface() {
     if (!showing_3d() || m_view3d->grid().empty()) return;
     graph::Grid3D smoothed = m_view3d->grid();

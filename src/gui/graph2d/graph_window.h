@@ -62,6 +62,13 @@ public:
     void set_default_orientation();
     void save_default_orientation();
     void smooth_surface();
+    // A surface's margin commands scale it: a larger margin, a smaller picture, by a tenth each;
+    // back to the graph's default scale; the present scale kept as the default.
+    void change_margin(bool larger);
+    void increase_margin() { change_margin(true); }
+    void decrease_margin() { change_margin(false); }
+    void set_default_margin();
+    void save_default_margin();
     // The graph as it is shown, as a picture on the clipboard.
     void copy_to_clipboard();
     // The graph as it is shown, on a printer's page (with a preview when asked).

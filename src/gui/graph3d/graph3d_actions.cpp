@@ -18,6 +18,10 @@ void add_3d_graph_actions(QWidget* owner, QMenu* menu, const std::function<Graph
         {"graph3dDefaultOrientation", QT_TRANSLATE_NOOP("Graph", "Set &Default Orientation"), &GraphWindow::set_default_orientation},
         {"graph3dSaveOrientation", QT_TRANSLATE_NOOP("Graph", "Save As Default &Orientation"), &GraphWindow::save_default_orientation},
         {"graph3dSmooth", QT_TRANSLATE_NOOP("Graph", "S&mooth Graph"), &GraphWindow::smooth_surface},
+        {"graph3dIncreaseMargin", QT_TRANSLATE_NOOP("Graph", "&Increase Margin"), &GraphWindow::increase_margin},
+        {"graph3dDecreaseMargin", QT_TRANSLATE_NOOP("Graph", "D&ecrease Margin"), &GraphWindow::decrease_margin},
+        {"graph3dDefaultMargin", QT_TRANSLATE_NOOP("Graph", "Set Default &Margin"), &GraphWindow::set_default_margin},
+        {"graph3dSaveMargin", QT_TRANSLATE_NOOP("Graph", "Save As Default M&argin"), &GraphWindow::save_default_margin},
     };
     std::vector<QAction*> actions;
     for (const Command& command : commands) {

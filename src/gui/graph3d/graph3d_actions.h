@@ -8,7 +8,8 @@ namespace quorvex::gui {
 
 class GraphWindow;
 
-// The commands on a 3-D graph (default orientation, save it as the default, smooth), which the
+// The commands on a 3-D graph (default orientation, save it as the default, smooth, the
+// margins that scale the picture), which the
 // graph family brings to the frame's Graph menu: each a QAction named graph3d..., acting on the
 // graph window `shown` returns (null when no graph window is shown) and enabled only while it
 // shows a surface.
