@@ -121,6 +121,8 @@ int run_derive(CommandContext& context) {
     refuse_options(context, false, true);
     refuse_variable_in(context, args[2], "X", args[1]);
     const long double x = evaluate_real(context, args[2], "X");
+    // Without --step the step is chosen for the order and the point.
+    const bool automatic = !context.options.step.has_value();
     const std::string step_text = context.options.step.value_or(k_default_step);
     const long double step = evaluate_real(context, step_text, "--step");
     if (step == 0) {
@@ -133,7 +135,8 @@ int run_derive(CommandContext& context) {
 
     long double tolerance = k_derivative_tolerance;
     const long double derivative =
-        context.parser.Derivative(equation.number(), variable.name(), x, step, order, tolerance, true);
+        automatic ? context.parser.DerivativeAuto(equation.number(), variable.name(), x, order, tolerance)
+                  : context.parser.Derivative(equation.number(), variable.name(), x, step, order, tolerance, true);
     if (stop_requested(context, "a part of the differentiation")) return k_stopped_status;
     if (context.parser.IsAnError()) calculation_failure(last_error(context.parser));
     show_tool_digits(context);

@@ -327,6 +327,10 @@ public:
     // and 3 are derivatives of derivatives.
     long double Derivative(int equation, const char* variable, const long double& x, const long double& step,
                            int order, long double& tolerance, bool refine);
+    // The same with a step chosen for the order and the point: large, and smaller where the
+    // function fails within its reach.
+    long double DerivativeAuto(int equation, const char* variable, const long double& x, int order,
+                               long double& tolerance);
     // One central difference; true means stop (an error is set).
     bool Slope(int equation, const char* variable, const long double& x, const long double& offset,
                const long double& step, int order, long double& tolerance, long double& slope, bool refine);
@@ -452,6 +456,7 @@ private:
     bool m_declare_args = false;
     bool m_check_digits = false;
     bool m_root_taken = false;
+    long double m_derivative_error = 0; // the error estimate of the last Derivative's answer
     bool m_neg_sqrt = false;
     bool m_mode_warning = true;
     std::mt19937_64 m_random{std::random_device{}()};

@@ -246,16 +246,20 @@ bool Parser::Slope(int equation, const char* variable, const long double& x, con
         f1 = m.real_div(f1, h2);
         f2 = m.real_div(f2, h2);
     } else {
-        f1 = Derivative(equation, variable, m.real_add(x, offset), step, order - 1, tolerance, refine);
-        if (IsAnError()) {
-            restore();
-            return true;
+        // The second derivative from one central stencil, (f(x+h) - 2 f(x) + f(x-h)) / h^2, written
+        // as f1 - f2 over 2h with f1 and f2 the two one-sided slopes doubled. Differences of
+        // extrapolated first derivatives lose half the digits in their noise.
+        long double values[3] = {};
+        const long double points[3] = {m.real_add(x, offset), x, m.real_sub(x, offset)};
+        for (int k = 0; k < 3; ++k) {
+            const SlopeSample sample = slope_sample(equation, variable, points[k], values[k]);
+            if (sample != SlopeSample::taken) {
+                restore();
+                return sample == SlopeSample::failed;
+            }
         }
-        f2 = Derivative(equation, variable, m.real_sub(x, offset), step, order - 1, tolerance, refine);
-        if (IsAnError()) {
-            restore();
-            return true;
-        }
+        f1 = m.real_div(m.real_mult(2, m.real_sub(values[0], values[1])), offset);
+        f2 = m.real_div(m.real_mult(2, m.real_sub(values[1], values[2])), offset);
     }
     // Values that agree in all but their last two digits no longer tell the slope: what they
     // differ by is rounding. The nested orders meet this first, and exact ties there used to
@@ -295,11 +299,26 @@ long double Parser::Derivative(int equation, const char* variable, const long do
         // published ratio of 1.4 instead, and stops as soon as the extrapolation gets worse by
         // twice its best error estimate.
         const bool third = order >= 3;
-        const long double ratio = third ? 1.4L : 10.0L;
+        // Higher orders divide by higher powers of the step, so a step ten times smaller makes
+        // their rounding a hundred or a thousand times larger: they shrink it by 1.4.
+        const long double ratio = 1.4L;
         const long double ratio_squared = m.real_mult(ratio, ratio);
         long double hh = step;
         if (Slope(equation, variable, x, hh, step, order, tolerance, a[1][1], true)) return 0.0L;
         long double answer = a[1][1];
+        // The values are good to 15 digits, so a stencil over a step too small for its order
+        // compares values that differ by little more than their rounding: that is noise, not a
+        // derivative, and the user is told so rather than shown it.
+        const long double scale = std::max(1.0L, std::fabs(x));
+        const long double size = std::max(std::fabs(a[1][1]), std::fabs(at_point) / std::pow(scale, order));
+        const long double noise = 3e-15L * std::fabs(at_point) / std::pow(std::fabs(step), std::min(order, 3));
+        if (refine && noise > 1e-8L * size) {
+            special_exception("The step is too small for a derivative of this order: the values it compares "
+                              "differ by little more than their rounding. Use a larger step, or none for one "
+                              "chosen automatically.",
+                              nullptr);
+            return 0.0L;
+        }
         if (!refine) return answer; // the single slope, not extrapolated
         for (int i = 2; i <= k_ridders_size; ++i) {
             const size_t col = static_cast<size_t>(i);
@@ -323,12 +342,46 @@ long double Parser::Derivative(int equation, const char* variable, const long do
             }
             const long double d = m.real_abs(m.real_sub(a[col][col], a[col - 1][col - 1]));
             if (is_less_equal(m.real_abs(best), m.real_mult(tolerance, d))) break;
-            if (third && is_less_equal(m.real_mult(2, best), d)) break;
+            if (is_less_equal(m.real_mult(2, best), d)) break;
             if (is_less_equal(m.real_add(m.real_abs(best), d), zero)) break;
             if (stopped()) break;
         }
+        m_derivative_error = best;
         return answer;
     });
+}
+
+long double Parser::DerivativeAuto(int equation, const char* variable, const long double& x, int order,
+                                   long double& tolerance) {
+    // Large steps keep the stencils' rounding small and the extrapolation removes what the step
+    // adds, as long as the function is smooth over the step: where the extrapolation's own error
+    // stays large (EXP(x^2) grows too fast for a step of 1), or the step reaches where the
+    // function fails (LN(x) near 0), the step is shrunk and the best answer kept.
+    // The stencils reach a step on each side, the third's two: half the point's size at most.
+    long double step = std::max(1.0L, std::fabs(x)) * (order >= 3 ? 0.25L : 0.5L);
+    long double best = 0, best_error = -1, best_tolerance = tolerance;
+    bool answered = false;
+    for (int attempt = 0; attempt < 10; ++attempt, step /= 4) {
+        ClearLastError();
+        m_derivative_error = 1e307L;
+        // The table is refined until its error estimate stops falling, not to a caller's tolerance.
+        long double kept = std::min(tolerance, 1e-12L);
+        const long double answer = Derivative(equation, variable, x, step, order, kept, true);
+        if (stopped()) return answer;
+        if (IsAnError()) {
+            if (answered) break; // a smaller step will not reach a better answer than one already had
+            continue;
+        }
+        // Smaller steps help while the extrapolation's error falls; once it grows, rounding rules.
+        const long double error = std::fabs(m_derivative_error);
+        if (answered && error >= best_error) break;
+        best = answer, best_error = error, best_tolerance = kept, answered = true;
+        if (error == 0) break;
+    }
+    if (!answered) return 0.0L; // the last failure's message stands
+    ClearLastError();
+    tolerance = best_tolerance;
+    return best;
 }
 
 long double Parser::GetY(int equation, const char* variable, long double x, long double accuracy, long double& ymax,

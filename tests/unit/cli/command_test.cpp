@@ -328,3 +328,45 @@ TEST(Commands, BadInputIsAUsageErrorAndAFailedLineStopsTheCommand) {
     EXPECT_EQ(failed_line.out, "");
     EXPECT_EQ(failed_line.err, "error: Division By Zero Encountered!\n");
 }
+
+TEST(CalculusCommands, DerivativesWithTheAutomaticStepCarryTheirDigits) {
+    // Reference values computed once with mpmath at 25 digits.
+    const struct {
+        const char* expression;
+        const char* x;
+        bool radians;
+        double orders[3];
+    } cases[] = {
+        {"x^5", "2", false, {80.0, 160.0, 240.0}},
+        {"SIN(x)", "1", true, {0.5403023058681397174, -0.84147098480789650665, -0.5403023058681397174}},
+        {"EXP(x)", "1.5", false, {4.4816890703380648226, 4.4816890703380648226, 4.4816890703380648226}},
+        {"LN(x)", "3", false, {0.33333333333333333333, -0.11111111111111111111, 0.074074074074074074074}},
+        {"LN(x)", "0.5", false, {2.0, -4.0, 16.0}},
+        {"EXP(x^2)", "0.3", false, {0.65650457022312621472, 2.5822513095442964446, 4.1753690666190827256}},
+        {"ATAN(x)", "0.7", true, {0.67114093959731543624, -0.63060222512499436962, 0.28416399406399554528}},
+        {"SQRT(x)", "4", false, {0.25, -0.03125, 0.01171875}},
+        {"1/(1+x^2)", "-1.2", false, {0.40311744154797097554, 0.45708671650931135205, 0.35750807769639995144}},
+        {"COS(x)*x", "2.5", true, {-2.29732397580682495, 0.80591475065942129898, 3.8996112069006923796}},
+    };
+    for (const auto& each : cases) {
+        for (int order = 1; order <= 3; ++order) {
+            const std::string order_text = std::to_string(order);
+            std::vector<const char*> args{"--precision", "14"};
+            if (each.radians) args.insert(args.end(), {"--angle", "rad"});
+            args.insert(args.end(), {"derive", each.expression, "x", each.x, "--order", order_text.c_str()});
+            const Outcome outcome = run(args);
+            ASSERT_EQ(outcome.status, 0) << each.expression << " order " << order << ": " << outcome.err;
+            const double expected = each.orders[order - 1];
+            const double digits = -std::log10(std::abs(std::stod(outcome.out) - expected) / std::abs(expected) + 1e-16);
+            // Most reach 10 digits (8 for the third order); a function whose nearest singularity is
+            // close to the point's own size (SQRT at 4, 1/(1+x^2) at -1.2) half a digit less.
+            EXPECT_GE(digits, order == 1 ? 10.5 : order == 2 ? 9.5 : 7.5) << each.expression << " at " << each.x << ", order " << order
+                                                        << ": " << outcome.out;
+        }
+    }
+    // A step too small for the order is refused with a reason, not answered with noise.
+    const Outcome noisy = run({"derive", "x^5", "x", "2", "--order", "3", "--step", "0.001"});
+    EXPECT_EQ(noisy.status, 1);
+    EXPECT_NE(noisy.err.find("The step is too small for a derivative of this order"), std::string::npos) << noisy.err;
+    EXPECT_EQ(run({"derive", "x^5", "x", "2", "--order", "1", "--step", "0.001"}).status, 0);
+}
