@@ -1,5 +1,6 @@
 // The commands that run a mapped expression: a table of values, an integral, a derivative and
 // the scan for real roots.
+#include "answer_text.h"
 #include "command_support.h"
 
 #include <algorithm>
@@ -67,7 +68,10 @@ int run_map(CommandContext& context) {
     const MappedEquation equation(context, args[0], variable,
                                   {limits.low, midpoint(limits.low, limits.high), limits.high});
 
-    // Each row is written as it is computed.
+    // Each row is written as it is computed, in one write; a number the short path is not
+    // certain of takes the answer stream.
+    AnswerText answer(context);
+    std::string row;
     bool all_ok = true;
     for (long i = 0; i < points.count(); ++i) {
         if (stop_requested(context, std::to_string(i) + " of " + std::to_string(count) + " points"))
@@ -76,13 +80,20 @@ int run_map(CommandContext& context) {
         const long double x = points.at(i);
         variable.set(x);
         const engine::complex value = context.parser.solve_equation(equation.number(), false, true);
-        context.out << format_answer(context, x) << '\t';
+        row.clear();
+        if (!answer.append(row, static_cast<double>(x))) row += format_answer(context, x);
+        row += '\t';
         if (context.parser.IsAnError()) {
-            context.out << "error: " << last_error(context.parser) << '\n';
+            row += "error: " + last_error(context.parser) + '\n';
             all_ok = false;
+        } else if (answer.append(row, value)) {
+            row += '\n';
         } else {
-            context.out << format_answer(context, value) << '\n';
+            // An overflowed value fails the command after the point it was found at.
+            context.out << row;
+            row = format_answer(context, value) + '\n';
         }
+        context.out << row;
     }
     return all_ok ? 0 : 1;
 }

@@ -3,6 +3,8 @@
 #include "command_host.h"
 
 #include "engine/evaluation_aborted.h"
+#include "number/fast_decimal.h"
+#include "point_reading.h"
 
 #include <cmath>
 #include <cstring>
@@ -144,9 +146,33 @@ EvenPoints::EvenPoints(long double low, long double high, long count)
     m_math.set_silent(true);
     m_math.set_solving_map(true);
     if (m_count > 1) m_width = m_math.real_div(m_math.real_sub(high, low), static_cast<long double>(m_count - 1));
+    // The integer path gives the same 15-digit results as the decimal type: a 15-digit result
+    // read back as the nearest double has that text as its shortest, so it enters the next
+    // operation with the same digits whether it is held as that double or as the long double
+    // the decimal path reads. Limits beyond a double's range keep the decimal path.
+    m_fast = static_cast<long double>(static_cast<double>(low)) == low &&
+             static_cast<long double>(static_cast<double>(high)) == high && std::isfinite(static_cast<double>(low)) &&
+             std::isfinite(static_cast<double>(high));
+    if (m_fast && m_count > 1)
+        m_fast_width = number::decimal_div(number::decimal_sub(static_cast<double>(high), static_cast<double>(low)),
+                                           static_cast<double>(m_count - 1));
+    // A subnormal width would not keep its digits as a double.
+    m_fast = m_fast && (m_fast_width == 0 || std::isnormal(m_fast_width)) &&
+             std::isfinite(static_cast<double>(m_width));
 }
 
 long double EvenPoints::at(long i) {
+    if (i <= 0) return m_low;
+    if (i + 1 >= m_count) return m_high;
+    if (m_fast) {
+        const double nearest = number::decimal_add(static_cast<double>(m_low),
+                                                   number::decimal_mul(static_cast<double>(i), m_fast_width));
+        if (const auto point = read_as_engine(nearest)) return *point;
+    }
+    return decimal_at(i);
+}
+
+long double EvenPoints::decimal_at(long i) {
     if (i <= 0) return m_low;
     if (i + 1 >= m_count) return m_high;
     return m_math.real_add(m_low, m_math.real_mult(static_cast<long double>(i), m_width));

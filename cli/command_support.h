@@ -74,11 +74,16 @@ public:
     EvenPoints(long double low, long double high, long count);
     long count() const { return m_count; }
     long double at(long i);
+    // The same point through the decimal type, as `at` computed it before it had a faster path.
+    long double decimal_at(long i);
 
 private:
     engine::Mathematics m_math;
     long double m_low, m_high, m_width = 0;
     long m_count;
+    bool m_fast = false;     // whether the points are stepped on doubles by the integer path
+    double m_fast_width = 0; // the width as that path holds it
+
 };
 
 // The variable of a run: made (as 0) when it does not exist and removed afterwards, else its value
