@@ -201,15 +201,9 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
     size_t series = graph.Functions.size();
     for (const StrDataPnts& set : graph.DataSets) {
         const auto evaluate = [&](const std::string* text, double& out) {
-            if (!text || text->empty()) return false;
-            engine::complex value;
-            parser.eval_exp(text->c_str(), value, true, false, false);
-            if (parser.IsAnError()) {
-                parser.ClearLastError();
-                return false;
-            }
-            if (std::abs(value.imag()) > k_imaginary_zero) return false;
-            out = value.real();
+            const std::optional<engine::complex> value = evaluate_data_text(parser, text);
+            if (!value || std::abs(value->imag()) > k_imaginary_zero) return false;
+            out = value->real();
             return true;
         };
         for (int p = 0; p < static_cast<int>(set_length(set)); ++p) {

@@ -35,15 +35,9 @@ std::vector<double> walk(const engine::Variable& range) {
 }
 
 bool evaluate(engine::Parser& parser, const std::string* text, double& out) {
-    if (!text || text->empty()) return false;
-    engine::complex value;
-    parser.eval_exp(text->c_str(), value, true, false, false);
-    if (parser.IsAnError()) {
-        parser.ClearLastError();
-        return false;
-    }
-    out = value.real();
-    return true;
+    const std::optional<engine::complex> value = evaluate_data_text(parser, text);
+    if (value) out = value->real();
+    return value.has_value();
 }
 
 std::optional<Grid3D> sweep_function(engine::Parser& parser, const GraphData& graph, SweepReport& report,

@@ -27,6 +27,17 @@ SweepVariable::~SweepVariable() {
 
 void SweepVariable::set(const engine::complex& value) { m_parser.set_var_value(value, m_name.c_str()); }
 
+std::optional<engine::complex> evaluate_data_text(engine::Parser& parser, const std::string* text) {
+    if (!text || text->empty()) return std::nullopt;
+    engine::complex value;
+    parser.eval_exp(text->c_str(), value, true, false, false);
+    if (parser.IsAnError()) {
+        parser.ClearLastError();
+        return std::nullopt;
+    }
+    return value;
+}
+
 bool keep_going(engine::Host* host, SweepReport& report) {
     if (!host) return true;
     host->pump();

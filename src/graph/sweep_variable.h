@@ -1,6 +1,7 @@
 #pragma once
 #include "engine/complex.h"
 
+#include <optional>
 #include <string>
 
 namespace quorvex::engine {
@@ -28,6 +29,10 @@ private:
     bool m_existed = false;
     engine::complex m_saved;
 };
+
+// The value of a data set's coordinate text; none for an empty slot or one the engine fails on
+// (its message is cleared: a data point that fails is a hole).
+std::optional<engine::complex> evaluate_data_text(engine::Parser& parser, const std::string* text);
 
 // Lets the host's window breathe and hears its Stop: false (and the report cancelled) once
 // stopped.

@@ -368,6 +368,15 @@ bool GraphWindow::save_graph_file(const QString& path, QString* error) {
     return true;
 }
 
+void GraphWindow::show_graph_file(const QString& path, const std::vector<std::string>& messages) {
+    m_errors->clear();
+    for (const std::string& message : messages) m_errors->addItem(QString::fromStdString(message));
+    m_errors->setVisible(!messages.empty());
+    m_file = QFileInfo(path).absoluteFilePath();
+    m_drawn = -1; // a file is no graph of the document
+    m_status->setText(tr("Graph file %1").arg(m_file));
+}
+
 bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
     std::string why;
     std::optional<graph::GraphFile3D> file = graph::read_graph_file_3d(path.toStdString(), &why);
@@ -377,12 +386,7 @@ bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
     }
     graph::build_3d(file->graph, file->grid, *m_view3d);
     m_pages->setCurrentWidget(m_view3d);
-    m_errors->clear();
-    for (const std::string& message : file->messages) m_errors->addItem(QString::fromStdString(message));
-    m_errors->setVisible(!file->messages.empty());
-    m_file = QFileInfo(path).absoluteFilePath();
-    m_drawn = -1;
-    m_status->setText(tr("Graph file %1").arg(m_file));
+    show_graph_file(path, file->messages);
     return true;
 }
 
@@ -410,12 +414,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     m_chart->set_grid(true);
     m_pages->setCurrentWidget(m_view);
     m_view->reset_zoom();
-    m_errors->clear();
-    for (const std::string& message : file->messages) m_errors->addItem(QString::fromStdString(message));
-    m_errors->setVisible(!file->messages.empty());
-    m_file = QFileInfo(path).absoluteFilePath();
-    m_drawn = -1;
-    m_status->setText(tr("Graph file %1").arg(m_file));
+    show_graph_file(path, file->messages);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QComboBox;
 class QLabel;
@@ -91,6 +92,8 @@ private:
     // A click on a surface's grid point labels it with its coordinates, or takes its label away.
     void toggle_label_3d(size_t i, size_t j, double x, double z);
     bool open_graph_file_3d(const QString& path, QString* error);
+    // The window's state while a graph file is shown: its path, and what reading it reported.
+    void show_graph_file(const QString& path, const std::vector<std::string>& messages);
     QWidget* shown_picture() const;
 
     DocumentWindow& m_document;
