@@ -12,6 +12,7 @@
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
+#include "gui/tools/tool_windows.h"
 
 #include <QComboBox>
 #include "gui/lists/manager_dialog.h"
@@ -181,7 +182,7 @@ bool shoot(const QString& out, const QString& suffix) {
     }
 
     {
-        QuickCalcDialog* calc = window->open_quick_calc();
+        QuickCalcDialog* calc = static_cast<QuickCalcDialog*>(window->tools().open(Tool::QuickCalc));
         calc->expression()->setEditText(QStringLiteral("SQRT(x)"));
         calc->variable()->setEditText(QStringLiteral("x"));
         calc->start()->setText(QStringLiteral("-1"));

@@ -7,6 +7,7 @@
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/tools/quick_calc_dialog.h"
+#include "gui/tools/tool_windows.h"
 
 #include "store/atomic_write.h"
 
@@ -29,10 +30,12 @@ private Q_SLOTS:
             DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
             window.show();
             type_line(window.editor(), QStringLiteral("cube(x) = x^3"));
-            QuickCalcDialog* calc = window.open_quick_calc();
-            QCOMPARE(window.open_quick_calc(), calc); // one per document
+            QuickCalcDialog* calc = static_cast<QuickCalcDialog*>(window.tools().open(Tool::QuickCalc));
+            QCOMPARE(static_cast<QuickCalcDialog*>(window.tools().open(Tool::QuickCalc)), calc); // one per document
             QCOMPARE(calc->expression()->findText(QStringLiteral("cube[x]")), 0);
-            calc->expression()->setEditText(QStringLiteral("cube[x]"));
+            // Opened on a function (the lists' menus), the tool takes it as its expression.
+            QCOMPARE(window.tools().open(Tool::QuickCalc, QStringLiteral("cube[x]")), calc);
+            QCOMPARE(calc->expression()->currentText(), QStringLiteral("cube[x]"));
             calc->variable()->setEditText(QStringLiteral("x"));
             calc->start()->setText(QStringLiteral("0"));
             calc->end()->setText(QStringLiteral("4/2"));
@@ -66,7 +69,7 @@ private Q_SLOTS:
         }
         DocumentWindow again(scratch.services, QStringLiteral("Untitled 2"));
         QVERIFY(again.load(saved));
-        QuickCalcDialog* calc = again.open_quick_calc();
+        QuickCalcDialog* calc = static_cast<QuickCalcDialog*>(again.tools().open(Tool::QuickCalc));
         QCOMPARE(calc->expression()->currentText(), QStringLiteral("cube[x]"));
         QCOMPARE(calc->end()->text(), QStringLiteral("4/2"));
         QCOMPARE(calc->points()->text(), QStringLiteral("5"));

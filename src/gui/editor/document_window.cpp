@@ -12,7 +12,7 @@
 #include "gui/library/library_dialog.h"
 #include "gui/lists/manager_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
-#include "gui/tools/quick_calc_dialog.h"
+#include "gui/tools/tool_windows.h"
 #include "store/ini_file.h"
 
 #include <QCloseEvent>
@@ -66,6 +66,7 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
         if (m_services.sounds) m_services.sounds->play(QString::fromUtf8(sound.data(), static_cast<qsizetype>(sound.size())));
     };
     m_hub = std::make_unique<desktop::DocumentHub>(*m_parser, *m_document, m_reporter, std::move(listener));
+    m_tools = std::make_unique<ToolWindows>(*this);
     connect(m_editor, &MathEditor::variablesChanged, this, [this] {
         update_caption();
         Q_EMIT variablesChanged();
@@ -84,7 +85,7 @@ DocumentWindow::~DocumentWindow() {
     delete m_variable_manager;
     delete m_function_manager;
     delete m_solver;
-    delete m_quick_calc;
+    m_tools.reset();
     delete m_splitter;
 }
 
@@ -355,15 +356,6 @@ FunctionSolverDialog* DocumentWindow::open_solver(const QString& prototype, cons
     return m_solver;
 }
 
-QuickCalcDialog* DocumentWindow::open_quick_calc() {
-    if (!m_quick_calc) m_quick_calc = new QuickCalcDialog(*this, this);
-    m_quick_calc->refresh_functions();
-    m_quick_calc->show();
-    m_quick_calc->raise();
-    m_quick_calc->activateWindow();
-    return m_quick_calc;
-}
-
 bool DocumentWindow::show_graph(int index) {
     update_caption();
     if (!graph_shown()) toggle_graph();
@@ -417,11 +409,7 @@ bool DocumentWindow::is_modified() const {
 
 bool DocumentWindow::may_close(const std::function<QString()>& save_as) {
     // A tool's run works on this document's engine until it ends or is stopped.
-    if (m_quick_calc && m_quick_calc->busy()) {
-        m_reporter.report("A computation is running in the Quick Calc Utility: stop it before closing the document.",
-                          "Quick Calc Utility", engine::MessageKind::Warning);
-        return false;
-    }
+    if (!m_tools->may_close(m_reporter)) return false;
     // The solver's list of data points is the user's work too, kept nowhere else.
     if (m_solver && !m_solver->may_close()) return false;
     if (!is_modified()) return true;

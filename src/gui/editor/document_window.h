@@ -15,7 +15,7 @@ class QSplitter;
 
 namespace quorvex::gui {
 class FunctionSolverDialog;
-class QuickCalcDialog;
+class ToolWindows;
 class GraphWindow;
 class LibraryDialog;
 class ListPane;
@@ -59,8 +59,9 @@ public:
     // The function solver of this document on a function's prototype; null until first opened.
     FunctionSolverDialog* open_solver(const QString& prototype, const QString& description);
     FunctionSolverDialog* solver() const { return m_solver; }
-    // The quick calc of this document, made once and reused, with its inputs kept in the document.
-    QuickCalcDialog* open_quick_calc();
+    // The math tools of this document (quick calc, integration, ...), each made once and reused,
+    // with their inputs kept in the document.
+    ToolWindows& tools() { return *m_tools; }
     // Types `text` at the editor's caret, bringing the editor back in place of a graph first.
     void insert_into_editor(const QString& text);
     // The function library browser (F8) of this document, made once and reused.
@@ -154,7 +155,7 @@ private:
     ManagerDialog* m_variable_manager = nullptr;
     ManagerDialog* m_function_manager = nullptr;
     FunctionSolverDialog* m_solver = nullptr;
-    QuickCalcDialog* m_quick_calc = nullptr;
+    std::unique_ptr<ToolWindows> m_tools;
     LibraryDialog* m_library = nullptr;
     std::unique_ptr<desktop::DocumentHub> m_hub;
     std::string m_autosave_slot;

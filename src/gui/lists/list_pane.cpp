@@ -7,6 +7,7 @@
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/tools/tool_windows.h"
 
 #include <QAction>
 #include <QMenu>
@@ -109,6 +110,18 @@ void ListPane::show_menu(const QPoint& at) {
                                       m_model->index(current.row(), 1).data().toString();
             m_document.open_solver(prototype, tr("A function of this document."));
         })->setEnabled(selected);
+        // The tools open on the selected function, by its call ("f[x]").
+        const auto tool_entry = [this, selected](QMenu* into, const QString& text, Tool tool) {
+            into->addAction(text, this, [this, tool] { m_document.tools().open(tool, selected_name()); })
+                ->setEnabled(selected);
+        };
+        QMenu* calculus = menu.addMenu(tr("&Calculus"));
+        tool_entry(calculus, tr("&Integration..."), Tool::Integration);
+        tool_entry(calculus, tr("&Differentiation..."), Tool::Differentiation);
+        QMenu* math_tools = menu.addMenu(tr("Math &Tools"));
+        tool_entry(math_tools, tr("&Root Finder..."), Tool::RootFinder);
+        tool_entry(math_tools, tr("&Quick Calc..."), Tool::QuickCalc);
+        tool_entry(&menu, tr("Quick &Graph..."), Tool::QuickGraph);
     }
     menu.addSeparator();
     menu.addAction(tr("&Print..."), this, &ListPane::print);

@@ -15,6 +15,7 @@
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
 #include "gui/graph3d/graph3d_actions.h"
+#include "gui/tools/tool_actions.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/sound_player.h"
 #include "store/atomic_write.h"
@@ -77,7 +78,8 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     m_keypad->add_tools({action(QStringLiteral("toolsOptions")), action(QStringLiteral("editFind")),
                          action(QStringLiteral("editReplace")), action(QStringLiteral("fileSave")),
                          action(QStringLiteral("toolsVariableManager")), action(QStringLiteral("toolsFunctionManager")),
-                         action(QStringLiteral("toolsLibrary"))});
+                         action(QStringLiteral("toolsLibrary")), action(QStringLiteral("toolsIntegration")),
+                         action(QStringLiteral("toolsDifferentiation"))});
     m_autosave_warning = new QLabel(this);
     m_autosave_warning->setObjectName(QStringLiteral("autosaveWarning"));
     m_autosave_warning->setForegroundRole(QPalette::HighlightedText);
@@ -220,9 +222,6 @@ void MainFrame::create_actions() {
     make(QStringLiteral("toolsLibrary"), tr("Function &Library..."), QKeySequence(Qt::Key_F8), [this] {
         if (DocumentWindow* window = active_document()) window->open_library();
     });
-    make(QStringLiteral("toolsQuickCalc"), tr("&Quick Calc..."), {}, [this] {
-        if (DocumentWindow* window = active_document()) window->open_quick_calc();
-    });
     QAction* incremental = make(QStringLiteral("viewIncrementalVariables"), tr("&Incremental Variables' Values"), {},
                                 [this](bool on) { set_incremental_display(on); });
     incremental->setCheckable(true);
@@ -319,8 +318,10 @@ void MainFrame::create_menus() {
         graph->addAction(action(QLatin1String(name)));
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary", "toolsQuickCalc"})
+    for (const char* name : {"toolsVariableManager", "toolsFunctionManager", "toolsLibrary"})
         tools->addAction(action(QLatin1String(name)));
+    tools->addSeparator();
+    m_tool_actions = add_tool_actions(this, tools, [this] { return active_document(); });
     tools->addSeparator();
     tools->addAction(action(QStringLiteral("toolsOptions")));
 
@@ -352,11 +353,12 @@ void MainFrame::update_actions() {
          {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview", "fileExportPdf",
           "editUndo", "editRedo", "editCut", "editCopy", "editPaste", "editSelectAll", "editFind", "editReplace",
           "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager",
-          "toolsFunctionManager", "toolsLibrary", "toolsQuickCalc", "graphToggle", "graphNew", "graphSetup", "graphWizard",
+          "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard",
           "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport",
           "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade", "windowNext",
           "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
+    for (QAction* tool : m_tool_actions) tool->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
 }
 

@@ -83,6 +83,7 @@ private:
     QLabel* m_position = nullptr;
     QTimer* m_autosave_timer;
     Keypad* m_keypad = nullptr;
+    QList<QAction*> m_tool_actions; // the math tools' commands, enabled with a document
     FindReplaceDialog* m_find = nullptr;
     QLabel* m_autosave_warning = nullptr; // shown from a failed autosave until one works again
     int m_untitled_count = 0;

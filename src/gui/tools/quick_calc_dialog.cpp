@@ -76,7 +76,7 @@ private:
 };
 
 QuickCalcDialog::QuickCalcDialog(DocumentWindow& document, QWidget* parent)
-    : QDialog(parent),
+    : ToolDialog(document, k_caption, parent),
       m_document(document),
       m_expression(new QComboBox(this)),
       m_variable(new QComboBox(this)),
@@ -92,8 +92,6 @@ QuickCalcDialog::QuickCalcDialog(DocumentWindow& document, QWidget* parent)
           return text_of(out.str());
       })) {
     setObjectName(QStringLiteral("quickCalcDialog"));
-    setWindowTitle(k_caption);
-    setModal(false);
     for (QComboBox* combo : {m_expression, m_variable}) {
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
@@ -200,12 +198,9 @@ void QuickCalcDialog::store_inputs() {
     if (!(kept == before)) m_document.parser().set_vars_saved(false); // the document changed
 }
 
-void QuickCalcDialog::tell(const QString& text) {
-    if (m_document.services().sounds) m_document.services().sounds->play(QStringLiteral("Error.wav"));
-    if (QStringList* collected = m_document.services().collected_messages)
-        *collected << k_caption + QStringLiteral(": ") + text;
-    else
-        QMessageBox::warning(this, k_caption, text);
+void QuickCalcDialog::take_function(const QString& function) {
+    m_expression->setEditText(function);
+    m_variable->setFocus();
 }
 
 bool QuickCalcDialog::compute() {

@@ -1,7 +1,7 @@
 #pragma once
 #include "desktop/quick_calc.h"
 
-#include <QDialog>
+#include "gui/tools/tool_dialog.h"
 
 #include <optional>
 
@@ -20,7 +20,7 @@ class QuickCalcModel;
 // The "Quick Calc Utility": the table of an expression over a range of one variable, complex
 // values as they come, graphed on request, copied or written as CSV. One per document; its inputs
 // are kept with the document.
-class QuickCalcDialog : public QDialog {
+class QuickCalcDialog : public ToolDialog {
     Q_OBJECT
 
 public:
@@ -36,10 +36,11 @@ public:
     QTableView* view() const { return m_view; }
     // The table computed last; none before the first run or after a refused one.
     const std::optional<desktop::QuickCalcTable>& table() const { return m_table; }
-    bool busy() const { return m_busy; }
+    bool busy() const override { return m_busy; }
+    void take_function(const QString& function) override;
 
     // Offers the document's functions again (they change as the user works).
-    void refresh_functions();
+    void refresh_functions() override;
     // Computes the table; false (after the message) when the input can not run.
     bool compute();
     // Graphs the table: a function of the document by its own curve, else the table's points.
@@ -51,7 +52,6 @@ public:
 private:
     void load_inputs();
     void store_inputs();
-    void tell(const QString& text);
     QString value_text(double x) const;
 
     DocumentWindow& m_document;

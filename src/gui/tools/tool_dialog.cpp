@@ -1,0 +1,29 @@
+#include "tool_dialog.h"
+
+#include "gui/common/services.h"
+#include "gui/common/sound_player.h"
+#include "gui/editor/document_window.h"
+
+#include <QMessageBox>
+
+namespace quorvex::gui {
+
+ToolDialog::ToolDialog(DocumentWindow& document, QString caption, QWidget* parent)
+    : QDialog(parent), m_document(document), m_caption(std::move(caption)) {
+    setWindowTitle(m_caption);
+    setModal(false);
+}
+
+QString ToolDialog::busy_message() const {
+    return tr("A computation is running in the %1: stop it before closing the document.").arg(m_caption);
+}
+
+void ToolDialog::tell(const QString& text) {
+    if (m_document.services().sounds) m_document.services().sounds->play(QStringLiteral("Error.wav"));
+    if (QStringList* collected = m_document.services().collected_messages)
+        *collected << m_caption + QStringLiteral(": ") + text;
+    else
+        QMessageBox::warning(this, m_caption, text);
+}
+
+} // namespace quorvex::gui

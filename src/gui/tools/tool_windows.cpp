@@ -1,0 +1,58 @@
+#include "tool_windows.h"
+
+#include "tool_dialog.h"
+
+#include "gui/common/message_reporter.h"
+#include "gui/editor/document_window.h"
+#include "gui/tools/quick_calc_dialog.h"
+
+namespace quorvex::gui {
+
+ToolWindows::ToolWindows(DocumentWindow& document) : m_document(document) {}
+
+ToolWindows::~ToolWindows() {
+    for (QPointer<ToolDialog>& window : m_windows) delete window.data();
+}
+
+ToolDialog* ToolWindows::make(Tool tool) {
+    switch (tool) {
+    case Tool::QuickCalc: return new QuickCalcDialog(m_document, &m_document);
+    case Tool::Integration:
+    case Tool::Differentiation:
+    case Tool::RootFinder:
+    case Tool::QuickGraph:
+    case Tool::Count: break;
+    }
+    return nullptr;
+}
+
+ToolDialog* ToolWindows::find(Tool tool) const { return m_windows[static_cast<size_t>(tool)].data(); }
+
+ToolDialog* ToolWindows::open(Tool tool, const QString& function) {
+    QPointer<ToolDialog>& window = m_windows[static_cast<size_t>(tool)];
+    if (!window) window = make(tool);
+    if (!window) return nullptr;
+    window->refresh_functions();
+    if (!function.isEmpty() && !window->busy()) window->take_function(function);
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
+}
+
+bool ToolWindows::may_close(MessageReporter& reporter) const {
+    for (const QPointer<ToolDialog>& window : m_windows)
+        if (window && window->busy()) {
+            reporter.report(window->busy_message().toStdString(), window->caption().toStdString(),
+                            engine::MessageKind::Warning);
+            return false;
+        }
+    return true;
+}
+
+void ToolWindows::refresh_functions() {
+    for (const QPointer<ToolDialog>& window : m_windows)
+        if (window) window->refresh_functions();
+}
+
+} // namespace quorvex::gui
