@@ -12,6 +12,8 @@
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
+#include "gui/tools/quick_graph_dialog.h"
+#include "gui/graph2d/simulation_player.h"
 #include "gui/tools/tool_windows.h"
 
 #include <QComboBox>
@@ -193,6 +195,36 @@ bool shoot(const QString& out, const QString& suffix) {
         scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
         ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
         calc->hide();
+    }
+
+    {
+        // A family of curves, its dialog and one frame of its simulation in the graph window.
+        auto* quick = static_cast<QuickGraphDialog*>(window->tools().open(Tool::QuickGraph));
+        const QuickGraphFields& in = quick->fields_2d();
+        in.function->setEditText(QStringLiteral("k*SIN(x)"));
+        in.variable->setEditText(QStringLiteral("x"));
+        in.start->setText(QStringLiteral("0"));
+        in.end->setText(QStringLiteral("360"));
+        in.points->setText(QStringLiteral("181"));
+        in.variable2->setEditText(QStringLiteral("k"));
+        in.start2->setText(QStringLiteral("1"));
+        in.end2->setText(QStringLiteral("5"));
+        in.points2->setText(QStringLiteral("5"));
+        quick->graph_2d();
+        ok = save(quick, out + QStringLiteral("/quick-graph") + suffix + QStringLiteral(".png")) && ok;
+        quick->toggle_simulation();
+        window->graph_window()->simulation().step();
+        window->graph_window()->simulation().step();
+        ok = save(window, out + QStringLiteral("/quick-graph-simulation") + suffix + QStringLiteral(".png")) && ok;
+        quick->toggle_simulation();
+        quick->pages()->setCurrentIndex(1);
+        const QuickGraphFields& surface = quick->fields_3d();
+        surface.function->setEditText(QStringLiteral("x^2-y^2"));
+        quick->graph_3d();
+        ok = save(quick, out + QStringLiteral("/quick-graph-3d") + suffix + QStringLiteral(".png")) && ok;
+        ok = save(window, out + QStringLiteral("/quick-graph-surface") + suffix + QStringLiteral(".png")) && ok;
+        quick->hide();
+        if (window->graph_shown()) window->toggle_graph();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -53,4 +53,10 @@ void ProgressHost::set_progress(std::string_view text, int percent) {
     pump();
 }
 
+void ProgressHost::progress(long done, long total) {
+    if (total <= 0) return;
+    m_percent = static_cast<int>(std::clamp(done * 100 / total, 0L, 100L));
+    if (m_dialog) m_dialog->setValue(m_percent);
+}
+
 } // namespace quorvex::gui

@@ -26,6 +26,8 @@ public:
     void pump() override;
     // The step now being done and the share of the whole that is done.
     void set_progress(std::string_view text, int percent);
+    // The share done, as the engine counts it (`done` of `total` steps; a total of 0 is unknown).
+    void progress(long done, long total) override;
     // Asks to stop as the Stop button does (for tests and for closing windows).
     void stop() { m_stopped = true; }
     bool dialog_shown() const { return m_dialog != nullptr; }

@@ -3,6 +3,7 @@
 #include "batch_export.h"
 #include "graph_view.h"
 #include "qt_chart_2d.h"
+#include "simulation_player.h"
 
 #include "graph/build_2d.h"
 #include "graph/graph_file_3d.h"
@@ -38,6 +39,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -56,8 +58,13 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
       m_view3d(new Graph3DView(this)),
       m_chart(std::make_unique<QtChart2D>(m_view)),
       m_errors(new QListWidget(this)),
-      m_status(new QLabel(this)) {
+      m_status(new QLabel(this)),
+      m_player(new SimulationPlayer(*m_chart, this)) {
     setObjectName(QStringLiteral("graphWindow"));
+    connect(m_player, &SimulationPlayer::frameShown, this,
+            [this](const QString& label) { m_status->setText(tr("Simulating: %1  (Esc stops)").arg(label)); });
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { stop_simulation(); });
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
     m_graphs->setObjectName(QStringLiteral("graphList"));
     m_graphs->setMinimumContentsLength(16);
     auto* draw_button = new QPushButton(tr("&Draw"), this);
@@ -226,6 +233,7 @@ QStringList GraphWindow::errors() const {
 bool GraphWindow::draw(int index) {
     auto& graphs = m_document.document().Graphs;
     if (index < 0 || index >= static_cast<int>(graphs.size())) return false;
+    m_player->stop();
     m_file.clear();
     m_drawn = -1;
     document::DocumentGraph& graph = graphs[static_cast<size_t>(index)];
@@ -262,6 +270,20 @@ bool GraphWindow::draw(int index) {
                                "Errors\" list for details.")
                                 .arg(QString::fromStdString(graph.Data.Name)));
     return true;
+}
+
+bool GraphWindow::start_simulation(QString* why) {
+    if (m_drawn < 0 || showing_3d() || !m_file.isEmpty()) {
+        if (why) *why = tr("To run a graphic simulation, you must first build a graph with a family of curves.");
+        return false;
+    }
+    return m_player->start(why);
+}
+
+void GraphWindow::stop_simulation() {
+    if (!m_player->running()) return;
+    m_player->stop();
+    draw(m_drawn);
 }
 
 bool GraphWindow::draw_3d(int index) {
@@ -391,6 +413,7 @@ bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
 }
 
 bool GraphWindow::open_graph_file(const QString& path, QString* error) {
+    m_player->stop();
     if (QFileInfo(path).suffix().compare(QStringLiteral("g3d"), Qt::CaseInsensitive) == 0)
         return open_graph_file_3d(path, error);
     std::string why;

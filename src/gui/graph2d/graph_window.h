@@ -17,6 +17,7 @@ class DocumentWindow;
 class Graph3DView;
 class GraphView;
 class QtChart2D;
+class SimulationPlayer;
 
 // A document's graph window: the list of the document's graphs, the drawn graph (zoom, pan,
 // coordinates under the pointer), the errors met while computing it, and export to a picture.
@@ -39,6 +40,12 @@ public:
     bool showing_3d() const;
     QtChart2D& chart() { return *m_chart; }
     QStringList errors() const;
+    // The family of curves drawn last played as a simulation: its curves in turn in the first
+    // one's place until stopped; false with `why` set when the graph drawn is no family of curves.
+    bool start_simulation(QString* why = nullptr);
+    // Stops a simulation and draws the whole family again.
+    void stop_simulation();
+    SimulationPlayer& simulation() const { return *m_player; }
     // Asks for a file and writes the drawn graph to it.
     void export_with_dialog();
     // Writes the graph drawn last as a graph file (.g2d); false with the reason in `error`.
@@ -105,6 +112,7 @@ private:
     QListWidget* m_errors;
     QLabel* m_status;
     QString m_file;
+    SimulationPlayer* m_player;
     QString m_pending_note; // placed by the next click
     int m_drawn = -1; // the document's graph drawn last
 };

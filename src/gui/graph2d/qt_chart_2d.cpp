@@ -319,6 +319,44 @@ void QtChart2D::decimate_again(size_t series) {
     replace_points(m_items[series], lines);
 }
 
+void QtChart2D::show_frame(const std::vector<double>& x, const std::vector<double>& y, const std::string& label) {
+    if (m_type == type::Pie || is_bar_type() || m_items.empty() || m_data.series() == 0) return;
+    QChart* view_chart = chart();
+    for (size_t s = 1; s < m_items.size(); ++s) {
+        std::vector<QObject*> items = m_items[s];
+        if (s < m_fills.size()) items.insert(items.end(), m_fills[s].begin(), m_fills[s].end());
+        for (QObject* item : items)
+            if (auto* series = qobject_cast<QAbstractSeries*>(item); series && series->isVisible()) {
+                series->hide();
+                for (QLegendMarker* marker : view_chart->legend()->markers(series)) marker->setVisible(false);
+            }
+    }
+    // An area's fill stays with the curve it was made for: the frames play as lines.
+    if (!m_fills.empty())
+        for (QObject* item : m_fills[0])
+            if (auto* series = qobject_cast<QAbstractSeries*>(item)) series->hide();
+    const size_t points = std::min({x.size(), y.size(), m_data.points(0)});
+    for (size_t p = 0; p < points; ++p) {
+        m_data.set_x(0, p, x[p]);
+        m_data.set_y(0, p, y[p]);
+    }
+    m_data.set_label(0, label);
+    std::vector<QList<QPointF>> lines = pieces_of(drawn_points(0), polar_turn());
+    // A frame may have more pieces than the first curve had (its holes fall elsewhere): more lines,
+    // on the same axes and in the same style; fewer, and the extra lines stay empty.
+    while (m_items[0].size() < lines.size()) {
+        auto* line = new QLineSeries;
+        view_chart->addSeries(line);
+        for (QAbstractAxis* axis : view_chart->axes()) line->attachAxis(axis);
+        for (QLegendMarker* marker : view_chart->legend()->markers(line)) marker->setVisible(false);
+        m_items[0].push_back(line);
+        apply_style(0);
+    }
+    lines.resize(m_items[0].size());
+    replace_points(m_items[0], lines);
+    if (auto* first = qobject_cast<QAbstractSeries*>(m_items[0].front())) first->setName(text_of(label));
+}
+
 void QtChart2D::apply_style(size_t series) {
     const graph::SeriesStyle& style = m_styles[series];
     const QColor color = to_qcolor(style.color);

@@ -45,6 +45,10 @@ public:
     int add_point_label(size_t series, size_t point, const std::string& text) override;
     int add_note(const std::string& text, int x, int y) override;
 
+    // One frame of a simulation: the first series shows these points under this label and every
+    // other series is hidden, the axes staying as they are. Nothing on a bar or pie chart.
+    void show_frame(const std::vector<double>& x, const std::vector<double>& y, const std::string& label);
+
     QChart* chart() const;
     // The numbers drawn last.
     const graph::ChartData& data() const { return m_data; }
