@@ -65,6 +65,9 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
             [this](const QString& label) { m_status->setText(tr("Simulating: %1  (Esc stops)").arg(label)); });
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { stop_simulation(); });
     escape->setContext(Qt::WidgetWithChildrenShortcut);
+    // Only while playing: otherwise Escape belongs to the build's progress dialog, a child here.
+    escape->setEnabled(false);
+    connect(m_player, &SimulationPlayer::runningChanged, escape, &QShortcut::setEnabled);
     m_graphs->setObjectName(QStringLiteral("graphList"));
     m_graphs->setMinimumContentsLength(16);
     auto* draw_button = new QPushButton(tr("&Draw"), this);
