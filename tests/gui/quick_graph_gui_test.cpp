@@ -67,6 +67,11 @@ private Q_SLOTS:
             QVERIFY(!shown->simulation().running());
             QCOMPARE(shown->chart().data().series(), size_t(3));
             QCOMPARE(shown->chart().data().y(0, 2), 2.0);
+            QVERIFY(graph->toggle_simulation()); // Esc in the graph window stops it too
+            window.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&window));
+            QTest::keyClick(shown, Qt::Key_Escape);
+            QVERIFY(!shown->simulation().running());
 
             // A run of the same function replaces its curves in the same graph.
             in.points2->setText(QStringLiteral("2"));
