@@ -11,6 +11,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
+#include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/tool_windows.h"
 
@@ -193,6 +194,21 @@ bool shoot(const QString& out, const QString& suffix) {
         scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
         ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
         calc->hide();
+    }
+
+    {
+        auto* diff = static_cast<DifferentiationDialog*>(window->tools().open(Tool::Differentiation));
+        const int angle = window->parser().angle_type();
+        window->parser().set_angle_type(1); // radians: trigonometric functions can be differentiated
+        diff->expression()->setEditText(QStringLiteral("x*SIN(x)"));
+        diff->variable()->setEditText(QStringLiteral("x"));
+        diff->start()->setText(QStringLiteral("0"));
+        diff->end()->setText(QStringLiteral("2"));
+        diff->steps()->setText(QStringLiteral("11"));
+        diff->differentiate();
+        window->parser().set_angle_type(angle);
+        ok = save(diff, out + QStringLiteral("/differentiation") + suffix + QStringLiteral(".png")) && ok;
+        diff->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

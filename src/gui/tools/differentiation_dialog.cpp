@@ -146,8 +146,15 @@ DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* 
     form->addRow(tr("Xo  &Start Value:"), m_start);
     form->addRow(tr("Xn  &End Value:"), m_end);
     form->addRow(tr("n  S&teps:"), m_steps);
-    form->addRow(tr("Columns:"), columns);
-    form->addRow(tr("P&recision:"), m_precision);
+    auto* columns_label = new QLabel(tr("Co&lumns:"), this);
+    columns_label->setBuddy(m_boxes[0]);
+    form->addRow(columns_label, columns);
+    auto* digits = new QHBoxLayout;
+    digits->addWidget(m_precision);
+    digits->addStretch(1);
+    auto* precision_label = new QLabel(tr("P&recision:"), this);
+    precision_label->setBuddy(m_precision);
+    form->addRow(precision_label, digits);
 
     auto* run_button = new QPushButton(tr("&Differentiate"), this);
     run_button->setDefault(true);
