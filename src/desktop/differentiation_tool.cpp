@@ -24,7 +24,8 @@ constexpr long double k_derivative_tolerance = 1e-4L;
 const char* const k_trigonometric[] = {"SIN", "COS", "TAN", "ASIN", "ACOS", "ATAN", "COT", "CSC", "SEC"};
 const char* const k_order_words[] = {"", "first", "second", "third"};
 const char* const k_progress[] = {"Computing the function values", "Computing the first derivative values",
-                                  "Computing the second derivative values", "Computing the third derivative values"};
+                                  "Computing the second derivative values",
+                                  "Computing the third derivative values"};
 
 std::string trimmed(const std::string& text) {
     const size_t first = text.find_first_not_of(" \t");
@@ -33,7 +34,8 @@ std::string trimmed(const std::string& text) {
 }
 
 std::string upper(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    for (char& c : text)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     return text;
 }
 
@@ -67,7 +69,8 @@ std::string trigonometric_in(engine::Parser& parser, const std::string& text, st
 // evaluation refuses a locked variable, so the mapping must come first).
 class RunVariable {
 public:
-    RunVariable(engine::Parser& parser, const std::string& name) : m_parser(parser), m_name(name), m_held(parser, name) {}
+    RunVariable(engine::Parser& parser, const std::string& name)
+        : m_parser(parser), m_name(name), m_held(parser, name) {}
     ~RunVariable() { m_parser.set_var_lock(m_name.c_str(), false); }
     void lock() { m_parser.set_var_lock(m_name.c_str(), true); }
     RunVariable(const RunVariable&) = delete;
@@ -148,7 +151,8 @@ std::string differentiation_heading(const DifferentiationTable& table, int colum
     return table.name + " " + primes + "(" + table.variable + ")";
 }
 
-std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser, const std::string& expression,
+std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser,
+                                                          const std::string& expression,
                                                           const ToolRange& range, std::string& error) {
     DifferentiationTable table;
     table.expression = runnable_expression(parser, expression);
@@ -163,13 +167,17 @@ std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser
     if (!check_tool_variable(parser, table.expression, table.variable, error,
                              " and can not be differentiated with respect to it"))
         return std::nullopt;
-    const LimitWording wording{"A differentiation limit is missing.",
-                               "The differentiation limits CAN NOT be imaginary numbers, they must be real numbers."};
-    const std::optional<double> high = tool_limit(parser, range.end, table.variable, "end value", error, wording);
+    const LimitWording wording{
+        "A differentiation limit is missing.",
+        "The differentiation limits CAN NOT be imaginary numbers, they must be real numbers."};
+    const std::optional<double> high =
+        tool_limit(parser, range.end, table.variable, "end value", error, wording);
     if (!high) return std::nullopt;
-    const std::optional<double> low = tool_limit(parser, range.start, table.variable, "start value", error, wording);
+    const std::optional<double> low =
+        tool_limit(parser, range.start, table.variable, "start value", error, wording);
     if (!low) return std::nullopt;
-    const std::optional<double> steps = tool_limit(parser, range.points, table.variable, "number of steps", error);
+    const std::optional<double> steps =
+        tool_limit(parser, range.points, table.variable, "number of steps", error);
     if (!steps) return std::nullopt;
     if (*steps < 1 || *steps >= static_cast<double>(k_most_differentiation_points) + 1) {
         error = *steps < 1 ? "The number of steps n can not be 0: the table needs at least one point."
@@ -183,15 +191,17 @@ std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser
         return table;
     }
     if (*low == *high) {
-        error = "The start and end values are equal: give the variable a range, or one step for a single point.";
+        error =
+            "The start and end values are equal: give the variable a range, or one step for a single point.";
         return std::nullopt;
     }
     table.x = walk_points(table.variable, std::min(*low, *high), std::max(*low, *high), count);
     return table;
 }
 
-bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, const DifferentiationColumns& wanted,
-                          engine::Host* host, const ToolProgress& progress, std::string& error) {
+bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table,
+                          const DifferentiationColumns& wanted, engine::Host* host,
+                          const ToolProgress& progress, std::string& error) {
     table.stopped = false;
     bool missing = false;
     for (int column = 0; column < k_differentiation_columns; ++column)
@@ -200,7 +210,8 @@ bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, c
     // The angle mode may have changed since the table was laid out.
     if (refused_in_degrees(parser, table.expression, error)) return false;
     if (parser.is_variable(table.variable.c_str()) && parser.is_var_locked(table.variable.c_str())) {
-        error = "The variable ' " + table.variable + " ' is in use by another computation: wait until it ends.";
+        error =
+            "The variable ' " + table.variable + " ' is in use by another computation: wait until it ends.";
         return false;
     }
 
@@ -214,7 +225,8 @@ bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, c
         if (error.empty()) error = "The expression can not be computed.";
         if (error.find("can not be identified as a variable or a constant!") != std::string::npos &&
             parser.find_function(table.expression.c_str()) < 0)
-            error += " You may either differentiate with respect to this variable, or you must assign this variable a "
+            error += " You may either differentiate with respect to this variable, or you must assign this "
+                     "variable a "
                      "value.";
         return false;
     }
@@ -229,7 +241,8 @@ bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, c
             variable.set(x);
             const engine::complex result = parser.solve_equation(equation, false, true);
             if (parser.IsAnError()) {
-                error = "An error occured while computing the function at " + where + " : " + last_error(parser);
+                error =
+                    "An error occured while computing the function at " + where + " : " + last_error(parser);
                 return false;
             }
             if (std::abs(result.imag()) > k_imaginary) {
@@ -241,7 +254,8 @@ bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, c
             return true;
         }
         long double tolerance = k_derivative_tolerance;
-        value = static_cast<double>(parser.DerivativeAuto(equation, table.variable.c_str(), x, column, tolerance));
+        value = static_cast<double>(
+            parser.DerivativeAuto(equation, table.variable.c_str(), x, column, tolerance));
         if (host && host->aborted()) return true; // the caller sees the stop
         if (parser.IsAnError()) {
             error = std::string("An error occured while computing the ") + k_order_words[column] +

@@ -46,7 +46,8 @@ inline constexpr long k_most_differentiation_points = 1'000'000;
 // One point is the derivatives at the start value alone, whatever the end value says; equal start
 // and end values with more points are refused. None, with `error` set to what the user is told,
 // when the input can not run; nothing is computed yet.
-std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser, const std::string& expression,
+std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser,
+                                                          const std::string& expression,
                                                           const ToolRange& range, std::string& error);
 
 // Computes the wanted columns the table does not hold yet, the function's values first and then
@@ -54,8 +55,9 @@ std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser
 // mapped once for the run and the document's variable of that name is as it was afterwards,
 // however the run ends. False, with `error` set, when a point fails: the run ends there. Stop
 // ends it too, with `table.stopped` set and true returned.
-bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table, const DifferentiationColumns& wanted,
-                          engine::Host* host, const ToolProgress& progress, std::string& error);
+bool fill_differentiation(engine::Parser& parser, DifferentiationTable& table,
+                          const DifferentiationColumns& wanted, engine::Host* host,
+                          const ToolProgress& progress, std::string& error);
 
 // The heading of a value column: "f (x)", "f '(x)", "f ''(x)" or "f '''(x)".
 std::string differentiation_heading(const DifferentiationTable& table, int column);

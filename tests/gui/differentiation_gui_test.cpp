@@ -46,7 +46,8 @@ private Q_SLOTS:
             DocumentWindow window(scratch.services, QStringLiteral("Untitled 1"));
             window.show();
             type_line(window.editor(), QStringLiteral("cube(x) = x^3"));
-            auto* tool = static_cast<DifferentiationDialog*>(window.tools().open(Tool::Differentiation, "cube[x]"));
+            auto* tool =
+                static_cast<DifferentiationDialog*>(window.tools().open(Tool::Differentiation, "cube[x]"));
             QVERIFY(tool);
             QCOMPARE(tool->windowTitle(), QStringLiteral("Differentiation Utility"));
             QCOMPARE(tool->expression()->currentText(), QStringLiteral("cube[x]"));
@@ -101,7 +102,8 @@ private Q_SLOTS:
             QCOMPARE(window.document().Graphs.size(), graphs);
 
             QVERIFY(tool->insert_answer());
-            QVERIFY(window.editor()->toPlainText().contains(QStringLiteral("x\tcube (x)\tcube ''(x)\tcube '''(x)\n")));
+            QVERIFY(window.editor()->toPlainText().contains(
+                QStringLiteral("x\tcube (x)\tcube ''(x)\tcube '''(x)\n")));
 
             // One step: the derivatives at the start value.
             tool->steps()->setText(QStringLiteral("1"));
@@ -114,8 +116,8 @@ private Q_SLOTS:
             window.parser().set_angle_type(0);
             tool->expression()->setEditText(QStringLiteral("SIN(x)"));
             QVERIFY(!tool->differentiate());
-            QVERIFY(scratch.messages.last().startsWith(
-                QStringLiteral("Differentiation Utility: You can not differentiate the trigonometric function SIN")));
+            QVERIFY(scratch.messages.last().startsWith(QStringLiteral(
+                "Differentiation Utility: You can not differentiate the trigonometric function SIN")));
             QVERIFY(!tool->table());
             tool->expression()->setEditText(QStringLiteral("cube[x]"));
             saved = scratch.file_path(QStringLiteral("diff.qvx"));

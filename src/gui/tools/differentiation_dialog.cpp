@@ -39,7 +39,9 @@ namespace {
 const QString k_caption = QStringLiteral("Differentiation Utility");
 constexpr int k_column_width = 100;
 
-QString text_of(const std::string& text) { return QString::fromStdString(text); }
+QString text_of(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 QString number_text(double value, int digits) {
     std::ostringstream out;
@@ -70,8 +72,9 @@ public:
     }
     // The table's column behind a view column after the first; -1 for the variable's.
     int table_column(int section) const {
-        return section >= 1 && section <= static_cast<int>(m_shown.size()) ? m_shown[static_cast<size_t>(section - 1)]
-                                                                           : -1;
+        return section >= 1 && section <= static_cast<int>(m_shown.size())
+                   ? m_shown[static_cast<size_t>(section - 1)]
+                   : -1;
     }
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() || !m_table ? 0 : static_cast<int>(m_table->x.size());
@@ -85,7 +88,8 @@ public:
         if (role != Qt::DisplayRole) return {};
         const auto row = static_cast<size_t>(index.row());
         const int column = table_column(index.column());
-        const double value = column < 0 ? m_table->x[row] : m_table->columns[static_cast<size_t>(column)][row];
+        const double value =
+            column < 0 ? m_table->x[row] : m_table->columns[static_cast<size_t>(column)][row];
         return number_text(value, m_digits());
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
@@ -101,15 +105,9 @@ private:
 };
 
 DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* parent)
-    : ToolDialog(document, k_caption, parent),
-      m_document(document),
-      m_expression(new QComboBox(this)),
-      m_variable(new QComboBox(this)),
-      m_start(new QLineEdit(this)),
-      m_end(new QLineEdit(this)),
-      m_steps(new QLineEdit(this)),
-      m_precision(new QSpinBox(this)),
-      m_summary(new QLabel(this)),
+    : ToolDialog(document, k_caption, parent), m_document(document), m_expression(new QComboBox(this)),
+      m_variable(new QComboBox(this)), m_start(new QLineEdit(this)), m_end(new QLineEdit(this)),
+      m_steps(new QLineEdit(this)), m_precision(new QSpinBox(this)), m_summary(new QLabel(this)),
       m_view(new QTableView(this)),
       m_model(new DifferentiationModel(this, [this] { return m_precision->value(); })) {
     setObjectName(QStringLiteral("differentiationDialog"));
@@ -124,9 +122,9 @@ DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* 
     m_end->setPlaceholderText(tr("End Value"));
     m_steps->setPlaceholderText(tr("1 for the derivatives at the start value"));
     m_precision->setRange(1, 14);
-    m_precision->setValue(m_document.services().settings
-                              ? m_document.services().settings->GetInt("OPTIONS", "DifferentiationPrecision", 6)
-                              : 6);
+    m_precision->setValue(m_document.services().settings ? m_document.services().settings->GetInt(
+                                                               "OPTIONS", "DifferentiationPrecision", 6)
+                                                         : 6);
 
     // The check boxes' own texts; the three derivatives share one mnemonic, which moves between them.
     const char* const boxes[] = {"&f (x)", "f &'(x)", "f '&'(x)", "f ''&'(x)"};
@@ -184,11 +182,11 @@ DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* 
 
     connect(run_button, &QPushButton::clicked, this, [this] { differentiate(); });
     connect(graph_button, &QPushButton::clicked, this, [this] { graph_answer(); });
-    connect(copy_button, &QPushButton::clicked, this, [this] {
-        QApplication::clipboard()->setText(table_text(QLatin1Char('\t')));
-    });
+    connect(copy_button, &QPushButton::clicked, this,
+            [this] { QApplication::clipboard()->setText(table_text(QLatin1Char('\t'))); });
     connect(export_button, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, tr("Export CSV"), QString(), tr("CSV files (*.csv)"));
+        const QString path =
+            QFileDialog::getSaveFileName(this, tr("Export CSV"), QString(), tr("CSV files (*.csv)"));
         QString error;
         if (!path.isEmpty() && !export_csv(path, &error)) tell(error);
     });
@@ -208,7 +206,8 @@ DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* 
         if (index < 0) return;
         const engine::Function* function = m_document.parser().function_at(index);
         m_variable->clear();
-        for (int n = 1; n <= function->num_variables(); ++n) m_variable->addItem(text_of(function->GetFuncVariable(n)));
+        for (int n = 1; n <= function->num_variables(); ++n)
+            m_variable->addItem(text_of(function->GetFuncVariable(n)));
     });
     refresh_functions();
     load_inputs();
@@ -240,7 +239,8 @@ void DifferentiationDialog::load_inputs() {
     m_start->setText(text_of(kept.DiffXo));
     m_end->setText(text_of(kept.DiffXn));
     m_steps->setText(text_of(kept.DiffIn));
-    const int shown[] = {kept.DiffDispFunc, kept.DiffDispFirstDir, kept.DiffDispSecondDir, kept.DiffDispThirdDir};
+    const int shown[] = {kept.DiffDispFunc, kept.DiffDispFirstDir, kept.DiffDispSecondDir,
+                         kept.DiffDispThirdDir};
     for (int column = 0; column < desktop::k_differentiation_columns; ++column) {
         QCheckBox* box = m_boxes[static_cast<size_t>(column)];
         box->blockSignals(true);
@@ -268,7 +268,8 @@ void DifferentiationDialog::store_inputs() {
 
 desktop::DifferentiationColumns DifferentiationDialog::checked() const {
     desktop::DifferentiationColumns shown{};
-    for (size_t column = 0; column < shown.size(); ++column) shown[column] = m_boxes[column]->isChecked();
+    for (size_t column = 0; column < shown.size(); ++column)
+        shown[column] = m_boxes[column]->isChecked();
     return shown;
 }
 
@@ -315,7 +316,8 @@ bool DifferentiationDialog::fill(const desktop::DifferentiationColumns& wanted) 
         return false;
     }
     if (m_document.services().sounds)
-        m_document.services().sounds->play(m_table->stopped ? QStringLiteral("Delete.wav") : QStringLiteral("QClick.wav"));
+        m_document.services().sounds->play(m_table->stopped ? QStringLiteral("Delete.wav")
+                                                            : QStringLiteral("QClick.wav"));
     // A graph of this table that is showing follows it.
     if (m_document.graph_shown()) {
         const int shown = m_document.graph_window()->current_graph();
@@ -334,7 +336,8 @@ void DifferentiationDialog::show_table() {
         return;
     }
     const int points = static_cast<int>(m_table->x.size());
-    m_summary->setText(m_table->stopped ? tr("Stopped: %1 points, the columns finished before the stop.").arg(points)
+    m_summary->setText(m_table->stopped
+                           ? tr("Stopped: %1 points, the columns finished before the stop.").arg(points)
                        : points == 1 ? tr("The derivatives at %1 = %2.")
                                            .arg(text_of(m_table->variable), number_text(m_table->x[0], 14))
                                      : tr("%1 points.").arg(points));
@@ -387,7 +390,8 @@ bool DifferentiationDialog::graph_answer() {
     data.SetYAxisTitle(titles.join(QStringLiteral(" , ")).toStdString().c_str(), true);
     // One graph per expression: a second graph of the same table replaces the first.
     auto& graphs = m_document.document().Graphs;
-    const auto same = std::find_if(graphs.begin(), graphs.end(), [&](const auto& g) { return g.Data.Name == name; });
+    const auto same =
+        std::find_if(graphs.begin(), graphs.end(), [&](const auto& g) { return g.Data.Name == name; });
     int index = static_cast<int>(same - graphs.begin());
     if (same == graphs.end())
         graphs.push_back(std::move(graph));
@@ -406,7 +410,8 @@ QString DifferentiationDialog::table_text(QChar separator) const {
     text += QLatin1Char('\n');
     for (int r = 0; r < m_model->rowCount(); ++r) {
         for (int c = 0; c < m_model->columnCount(); ++c)
-            text += (c ? QString(separator) : QString()) + m_model->data(m_model->index(r, c), Qt::DisplayRole).toString();
+            text += (c ? QString(separator) : QString()) +
+                    m_model->data(m_model->index(r, c), Qt::DisplayRole).toString();
         text += QLatin1Char('\n');
     }
     return text;

@@ -12,7 +12,8 @@ bool write_table_csv(const QString& path, const QString& tab_separated, QString*
         QStringList cells = line.split(QLatin1Char('\t'));
         for (QString& cell : cells)
             if (cell.contains(QLatin1Char(',')) || cell.contains(QLatin1Char('"')))
-                cell = QLatin1Char('"') + cell.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
+                cell = QLatin1Char('"') + cell.replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+                       QLatin1Char('"');
         csv += cells.join(QLatin1Char(',')) + QStringLiteral("\r\n");
     }
     std::string why;

@@ -32,7 +32,8 @@ struct Differentiation : ::testing::Test {
         error.clear();
         return differentiation_table(parser, expression, range, error);
     }
-    bool fill(DifferentiationTable& table, const DifferentiationColumns& wanted = k_all, engine::Host* host = nullptr) {
+    bool fill(DifferentiationTable& table, const DifferentiationColumns& wanted = k_all,
+              engine::Host* host = nullptr) {
         error.clear();
         const ToolProgress progress = [this](const std::string& text, int) {
             if (steps.empty() || steps.back() != text) steps.push_back(text);
@@ -74,9 +75,9 @@ TEST_F(Differentiation, TheFunctionAndItsDerivativesAgreeWithTheirClosedForms) {
     expect_close(point.columns[FirstDerivative][0], 12, "3x^2");
     expect_close(point.columns[SecondDerivative][0], 12, "6x");
     expect_close(point.columns[ThirdDerivative][0], 6, "6", 1e-7);
-    EXPECT_EQ(steps, (std::vector<std::string>{"Computing the function values", "Computing the first derivative values",
-                                               "Computing the second derivative values",
-                                               "Computing the third derivative values"}));
+    EXPECT_EQ(steps, (std::vector<std::string>{
+                         "Computing the function values", "Computing the first derivative values",
+                         "Computing the second derivative values", "Computing the third derivative values"}));
     EXPECT_EQ(parser.get_var_value("x").real(), 7);
     EXPECT_FALSE(parser.is_var_locked("x"));
     EXPECT_EQ(parser.equation_count(), 0);
@@ -112,9 +113,10 @@ TEST_F(Differentiation, TrigonometricFunctionsAreRefusedInDegreesModeWhereverThe
     } refused[] = {{"SIN(x)", "SIN"}, {"x*Tan(x)", "Tan"}, {"h[x]", "sin"}, {"ASEC(x)", "ACOS"}};
     for (const auto& each : refused) {
         EXPECT_FALSE(lay_out(each.expression, {"x", "0", "1", "3"})) << each.expression;
-        EXPECT_EQ(error, std::string("You can not differentiate the trigonometric function ") + each.named +
-                             " while in degrees mode, you must change to radians to differentiate this function.  "
-                             "Use the Mathematical Options dialog to change this setting.")
+        EXPECT_EQ(error,
+                  std::string("You can not differentiate the trigonometric function ") + each.named +
+                      " while in degrees mode, you must change to radians to differentiate this function.  "
+                      "Use the Mathematical Options dialog to change this setting.")
             << each.expression;
     }
     // Hyperbolic functions do not depend on the angle unit.
@@ -140,7 +142,9 @@ TEST_F(Differentiation, TheInputIsCheckedBeforeARun) {
     } refused[] = {
         {"", {"x", "0", "1", "3"}, "You have not yet defined a function or expression."},
         {"x+1", {"", "0", "1", "3"}, "missing or have not selected a variable"},
-        {"f[x]", {"y", "0", "1", "3"}, "f[x] is not a function of y and can not be differentiated with respect to it."},
+        {"f[x]",
+         {"y", "0", "1", "3"},
+         "f[x] is not a function of y and can not be differentiated with respect to it."},
         {"busy*2", {"busy", "0", "1", "3"}, "' busy ' is in use by another computation"},
         {"x+1", {"x", "0", "", "3"}, "A differentiation limit is missing."},
         {"x+1", {"x", "", "1", "3"}, "A differentiation limit is missing."},
@@ -166,20 +170,23 @@ TEST_F(Differentiation, AFailedPointEndsTheRunAndNamesThePoint) {
     ASSERT_TRUE(root) << error;
     EXPECT_FALSE(fill(*root));
     EXPECT_NE(error.find("x = -2"), std::string::npos) << error;
-    for (int column = 0; column < k_differentiation_columns; ++column) EXPECT_FALSE(root->filled(column));
+    for (int column = 0; column < k_differentiation_columns; ++column)
+        EXPECT_FALSE(root->filled(column));
     EXPECT_FALSE(parser.is_variable("x"));
 
     // A derivative at a pole: the function's column is not asked for, so the first derivative fails there.
     std::optional<DifferentiationTable> pole = lay_out("1/x", {"x", "-1", "1", "3"});
     ASSERT_TRUE(pole) << error;
     EXPECT_FALSE(fill(*pole, {false, true, true, true}));
-    EXPECT_EQ(error.rfind("An error occured while computing the first differential at x = 0 : ", 0), 0u) << error;
+    EXPECT_EQ(error.rfind("An error occured while computing the first differential at x = 0 : ", 0), 0u)
+        << error;
 
     // A name the document does not have is explained.
     std::optional<DifferentiationTable> unknown = lay_out("x*k", {"x", "0", "1", "3"});
     ASSERT_TRUE(unknown) << error;
     EXPECT_FALSE(fill(*unknown));
-    EXPECT_NE(error.find("You may either differentiate with respect to this variable"), std::string::npos) << error;
+    EXPECT_NE(error.find("You may either differentiate with respect to this variable"), std::string::npos)
+        << error;
 }
 
 TEST_F(Differentiation, AColumnAskedForLaterIsComputedAloneAndTheOthersAreKept) {
@@ -195,7 +202,8 @@ TEST_F(Differentiation, AColumnAskedForLaterIsComputedAloneAndTheOthersAreKept) 
     ASSERT_TRUE(fill(*table)) << error;
     EXPECT_EQ(steps, std::vector<std::string>{"Computing the function values"});
     EXPECT_EQ(table->columns[FirstDerivative][0], -1);
-    for (size_t n = 0; n < 3; ++n) expect_close(table->columns[FunctionColumn][n], std::exp(table->x[n]), "e^x");
+    for (size_t n = 0; n < 3; ++n)
+        expect_close(table->columns[FunctionColumn][n], std::exp(table->x[n]), "e^x");
 }
 
 TEST_F(Differentiation, StopKeepsTheFinishedColumnsAndGivesTheVariableBack) {
