@@ -11,6 +11,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
+#include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 #include "gui/graph2d/simulation_player.h"
@@ -225,6 +226,18 @@ bool shoot(const QString& out, const QString& suffix) {
         ok = save(window, out + QStringLiteral("/quick-graph-surface") + suffix + QStringLiteral(".png")) && ok;
         quick->hide();
         if (window->graph_shown()) window->toggle_graph();
+        auto* diff = static_cast<DifferentiationDialog*>(window->tools().open(Tool::Differentiation));
+        const int angle = window->parser().angle_type();
+        window->parser().set_angle_type(1); // radians: trigonometric functions can be differentiated
+        diff->expression()->setEditText(QStringLiteral("x*SIN(x)"));
+        diff->variable()->setEditText(QStringLiteral("x"));
+        diff->start()->setText(QStringLiteral("0"));
+        diff->end()->setText(QStringLiteral("2"));
+        diff->steps()->setText(QStringLiteral("11"));
+        diff->differentiate();
+        window->parser().set_angle_type(angle);
+        ok = save(diff, out + QStringLiteral("/differentiation") + suffix + QStringLiteral(".png")) && ok;
+        diff->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -24,12 +24,6 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-std::string number_text(double value) {
-    std::ostringstream out;
-    engine::Variable::StreamVariable({value, 0}, out, 14);
-    return out.str();
-}
-
 bool stopped(engine::Host* host) {
     if (!host) return false;
     host->pump();
@@ -37,6 +31,12 @@ bool stopped(engine::Host* host) {
 }
 
 } // namespace
+
+std::string tool_number_text(double value) {
+    std::ostringstream out;
+    engine::Variable::StreamVariable({value, 0}, out, 14);
+    return out.str();
+}
 
 std::string runnable_expression(engine::Parser& parser, const std::string& typed) {
     const std::string text = trimmed(typed);
@@ -51,7 +51,7 @@ std::string runnable_expression(engine::Parser& parser, const std::string& typed
 }
 
 bool check_tool_variable(engine::Parser& parser, const std::string& expression, const std::string& name,
-                         std::string& error) {
+                         std::string& error, const std::string& not_used) {
     if (name.empty()) {
         error = "You are missing or have not selected a variable.";
         return false;
@@ -73,22 +73,22 @@ bool check_tool_variable(engine::Parser& parser, const std::string& expression, 
         const engine::Function* function = parser.function_at(index);
         for (int n = 1; n <= function->num_variables(); ++n)
             if (function->GetFuncVariable(n) == name) return true;
-        error = expression + " is not a function of " + name + ".";
+        error = expression + " is not a function of " + name + not_used + ".";
         return false;
     }
     if (!parser.find_token(expression.c_str(), name.c_str())) {
         parser.ClearLastError();
-        error = expression + " is not a function of " + name + ".";
+        error = expression + " is not a function of " + name + not_used + ".";
         return false;
     }
     return true;
 }
 
 std::optional<double> tool_limit(engine::Parser& parser, const std::string& text, const std::string& variable,
-                                 const char* which, std::string& error) {
+                                 const char* which, std::string& error, const LimitWording& wording) {
     const std::string limit = trimmed(text);
     if (limit.empty()) {
-        error = std::string("The ") + which + " is missing.";
+        error = wording.missing.empty() ? std::string("The ") + which + " is missing." : wording.missing;
         return std::nullopt;
     }
     if (parser.find_token(limit.c_str(), variable.c_str())) {
@@ -106,7 +106,7 @@ std::optional<double> tool_limit(engine::Parser& parser, const std::string& text
         return std::nullopt;
     }
     if (std::abs(value.imag()) > k_imaginary || !std::isfinite(value.real())) {
-        error = std::string("The ") + which + " must be a real number.";
+        error = wording.imaginary.empty() ? std::string("The ") + which + " must be a real number." : wording.imaginary;
         return std::nullopt;
     }
     return value.real();
@@ -163,7 +163,7 @@ std::optional<QuickCalcTable> quick_calc(engine::Parser& parser, const std::stri
         if (parser.IsAnError()) {
             const char* why = parser.GetLastError();
             const std::string text = "An error occured while computing the function at " + table.variable + " = " +
-                                     number_text(x) + " : " + (why ? why : "");
+                                     tool_number_text(x) + " : " + (why ? why : "");
             parser.ClearLastError();
             if (questions.go_on_after_error && !questions.go_on_after_error(text)) return false;
             table.rows.push_back({x, {}, true});

@@ -55,11 +55,20 @@ std::optional<QuickCalcTable> quick_calc(engine::Parser& parser, const std::stri
 // The checks every calculus tool makes of its input before a run. The expression as the tool
 // runs it: a function of the list cut to its call, or what follows the last "=" of a typed line.
 std::string runnable_expression(engine::Parser& parser, const std::string& typed);
-// Whether `name` can be the tool's variable for `expression`; false with `error` set.
+// Whether `name` can be the tool's variable for `expression`; false with `error` set. A tool
+// that says more when the expression does not use the variable gives the end of that sentence
+// in `not_used` (" and can not be differentiated with respect to it").
 bool check_tool_variable(engine::Parser& parser, const std::string& expression, const std::string& name,
-                         std::string& error);
+                         std::string& error, const std::string& not_used = {});
+// What a limit's refusals say where a tool words them its own way; empty texts keep the usual.
+struct LimitWording {
+    std::string missing;   // the limit's field is empty
+    std::string imaginary; // the limit has an imaginary part
+};
 // A limit's value: a real number that does not use the variable; none with `error` set.
 std::optional<double> tool_limit(engine::Parser& parser, const std::string& text, const std::string& variable,
-                                 const char* which, std::string& error);
+                                 const char* which, std::string& error, const LimitWording& wording = {});
+// A number as the tools write it into their messages: the variable's value at a failed point.
+std::string tool_number_text(double value);
 
 } // namespace quorvex::desktop
