@@ -184,11 +184,16 @@ long double Parser::romberg(const Sampler& f, long double lower, long double upp
                 }
                 // The estimate began to grow: the best value so far, which did not reach the
                 // accuracy (integral_converged() stays false for the caller to say so).
-                if (is_less(m.real_abs(previous), m.real_abs(dss))) return ss;
+                // An integral nested inside this one has set the flag since: it is this one's.
+                if (is_less(m.real_abs(previous), m.real_abs(dss))) {
+                    m_integral_converged = false;
+                    return ss;
+                }
                 previous = dss;
             }
             h[static_cast<size_t>(j + 1)] = m.real_mult(0.25L, h[static_cast<size_t>(j)]);
         }
+        m_integral_converged = false;
         exhausted = true;
         error = estimate(ss - last_ss);
         return ss;
