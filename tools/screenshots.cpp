@@ -11,6 +11,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
+#include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/tool_windows.h"
 
@@ -18,6 +19,8 @@
 #include "gui/lists/manager_dialog.h"
 
 #include <QLineEdit>
+#include <QRadioButton>
+#include <QSlider>
 
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
@@ -193,6 +196,22 @@ bool shoot(const QString& out, const QString& suffix) {
         scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
         ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
         calc->hide();
+    }
+
+    {
+        auto* integral = static_cast<IntegrationDialog*>(window->tools().open(Tool::Integration));
+        integral->expression()->setEditText(QStringLiteral("x^2 + y^2"));
+        integral->order_button(2)->click();
+        integral->parameter(0)->setEditText(QStringLiteral("x"));
+        integral->lower(0)->setText(QStringLiteral("0"));
+        integral->upper(0)->setText(QStringLiteral("SQRT(1 - y^2)"));
+        integral->parameter(1)->setEditText(QStringLiteral("y"));
+        integral->lower(1)->setText(QStringLiteral("0"));
+        integral->upper(1)->setText(QStringLiteral("1"));
+        integral->accuracy()->setValue(60);
+        integral->integrate();
+        ok = save(integral, out + QStringLiteral("/integration") + suffix + QStringLiteral(".png")) && ok;
+        integral->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -4,6 +4,7 @@
 
 #include "gui/common/message_reporter.h"
 #include "gui/editor/document_window.h"
+#include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 
 namespace quorvex::gui {
@@ -17,7 +18,7 @@ ToolWindows::~ToolWindows() {
 ToolDialog* ToolWindows::make(Tool tool) {
     switch (tool) {
     case Tool::QuickCalc: return new QuickCalcDialog(m_document, &m_document);
-    case Tool::Integration:
+    case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
     case Tool::Differentiation:
     case Tool::RootFinder:
     case Tool::QuickGraph:
