@@ -15,7 +15,8 @@ namespace {
 constexpr int k_six_digits = 40;
 
 std::unique_ptr<quorvex::engine::Parser> make_parser() {
-    auto parser = std::make_unique<quorvex::engine::Parser>(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+    auto parser =
+        std::make_unique<quorvex::engine::Parser>(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
     parser->set_angle_type(1); // radians
     return parser;
 }
@@ -55,6 +56,9 @@ void BM_SingleBaseline(benchmark::State& state) {
 BENCHMARK(BM_SingleBaseline)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
 BENCHMARK(BM_DoubleExpOfProduct)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
 BENCHMARK(BM_DoubleSinCos)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
-BENCHMARK(BM_DoubleInnerLimitFollowsOuter)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
+BENCHMARK(BM_DoubleInnerLimitFollowsOuter)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(9)
+    ->ReportAggregatesOnly(true);
 
 BENCHMARK_MAIN();

@@ -17,16 +17,19 @@ namespace quorvex::desktop {
 namespace {
 
 const char* const k_missing_parameter = "You are missing or have not selected an integration parameter.";
-const char* const k_bad_parameter = "' %1 ' can not be an integration parameter: it must be the name of a variable.";
+const char* const k_bad_parameter =
+    "' %1 ' can not be an integration parameter: it must be the name of a variable.";
 const char* const k_locked_parameter =
     "The variable ' %1 ' is locked by another process that is running: wait until it ends.";
-const char* const k_not_a_function_of = "%2 is not a function of %1 and can not be integrated with respect to it.";
+const char* const k_not_a_function_of =
+    "%2 is not a function of %1 and can not be integrated with respect to it.";
 const char* const k_same_parameter = "Each integral needs a parameter of its own: ' %1 ' is used twice.";
 const char* const k_missing_limit = "An Integration limit is missing.";
 const char* const k_limit_uses_variable = "The integration limit can not be a function of %1.";
 const char* const k_imaginary_limit =
     "The integration limits CAN NOT be imaginary number, they must be real numbers.";
-const char* const k_equal_limits = "The lower and upper integration limits are equal: the integral has no range.";
+const char* const k_equal_limits =
+    "The lower and upper integration limits are equal: the integral has no range.";
 // The engine's words for a name it does not know, in each of their forms.
 const char* const k_unknown_name = "be identified as a variable or";
 const char* const k_assign_or_integrate =
@@ -41,7 +44,9 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-ToolLimitTexts limit_texts() { return {k_missing_limit, k_limit_uses_variable, "%2", k_imaginary_limit}; }
+ToolLimitTexts limit_texts() {
+    return {k_missing_limit, k_limit_uses_variable, "%2", k_imaginary_limit};
+}
 
 // The run's equations, deleted however the run ends.
 class Equations {
@@ -49,7 +54,8 @@ public:
     explicit Equations(engine::Parser& parser) : m_parser(parser) {}
     ~Equations() {
         // Deleting renumbers the later ones: the last first.
-        for (auto n = m_numbers.rbegin(); n != m_numbers.rend(); ++n) m_parser.delete_equation(*n);
+        for (auto n = m_numbers.rbegin(); n != m_numbers.rend(); ++n)
+            m_parser.delete_equation(*n);
     }
     Equations(const Equations&) = delete;
     Equations& operator=(const Equations&) = delete;
@@ -68,11 +74,14 @@ private:
 // reads or sets one is refused with the engine's message instead of seeing a value of the run.
 class Locks {
 public:
-    Locks(engine::Parser& parser, std::vector<std::string> names) : m_parser(parser), m_names(std::move(names)) {
-        for (const std::string& name : m_names) m_parser.set_var_lock(name.c_str(), true);
+    Locks(engine::Parser& parser, std::vector<std::string> names)
+        : m_parser(parser), m_names(std::move(names)) {
+        for (const std::string& name : m_names)
+            m_parser.set_var_lock(name.c_str(), true);
     }
     ~Locks() {
-        for (const std::string& name : m_names) m_parser.set_var_lock(name.c_str(), false);
+        for (const std::string& name : m_names)
+            m_parser.set_var_lock(name.c_str(), false);
     }
     Locks(const Locks&) = delete;
     Locks& operator=(const Locks&) = delete;
@@ -115,7 +124,8 @@ std::nullopt_t fail(IntegrationFailure& failure, std::string message, Integratio
 
 long double integration_tolerance(int position) {
     long double tolerance = 0.01L;
-    for (int n = 0; n < std::clamp(position, 0, 100) / 10; ++n) tolerance /= 10;
+    for (int n = 0; n < std::clamp(position, 0, 100) / 10; ++n)
+        tolerance /= 10;
     return tolerance;
 }
 
@@ -125,7 +135,9 @@ int integration_percent(long points) {
     return std::clamp(static_cast<int>(100 * share), 0, 99);
 }
 
-std::string integration_not_converged_text() { return engine::Parser::integral_not_converged_message(); }
+std::string integration_not_converged_text() {
+    return engine::Parser::integral_not_converged_message();
+}
 
 std::optional<IntegrationAnswer> integrate_expression(engine::Parser& parser, const IntegrationInput& input,
                                                       engine::Host* host, IntegrationFailure& failure) {
@@ -134,8 +146,8 @@ std::optional<IntegrationAnswer> integrate_expression(engine::Parser& parser, co
     const std::string expression = runnable_expression(parser, typed.empty() ? "1" : typed);
 
     // The parameters, X first.
-    ToolVariableTexts parameter_texts{k_missing_parameter, k_bad_parameter, k_locked_parameter, k_not_a_function_of,
-                                      true};
+    ToolVariableTexts parameter_texts{k_missing_parameter, k_bad_parameter, k_locked_parameter,
+                                      k_not_a_function_of, true};
     std::vector<std::string> names;
     for (int k = 0; k < order; ++k) {
         const std::string name = trimmed(input.axes[static_cast<size_t>(k)].parameter);
@@ -148,7 +160,9 @@ std::optional<IntegrationAnswer> integrate_expression(engine::Parser& parser, co
     }
 
     // A limit may use the variables of the integrals outside its own, never its own or an inner one.
-    const auto uses_inner = [&](int axis) { return std::vector<std::string>(names.begin(), names.begin() + axis + 1); };
+    const auto uses_inner = [&](int axis) {
+        return std::vector<std::string>(names.begin(), names.begin() + axis + 1);
+    };
     const int outermost = order - 1;
     const IntegrationAxis& outer = input.axes[static_cast<size_t>(outermost)];
     std::string error;
@@ -175,7 +189,8 @@ std::optional<IntegrationAnswer> integrate_expression(engine::Parser& parser, co
 
     // From here the variables are the run's, and as they were again when it ends.
     std::vector<std::unique_ptr<graph::SweepVariable>> held;
-    for (int k = outermost; k >= 0; --k) held.push_back(std::make_unique<graph::SweepVariable>(parser, names[static_cast<size_t>(k)]));
+    for (int k = outermost; k >= 0; --k)
+        held.push_back(std::make_unique<graph::SweepVariable>(parser, names[static_cast<size_t>(k)]));
     // Places every variable at the share `t` of its range, outside in, an inner range read where
     // the outer variables now are. False (with `failure` set) when an inner limit fails there.
     const auto place = [&](double t) {
@@ -220,7 +235,8 @@ std::optional<IntegrationAnswer> integrate_expression(engine::Parser& parser, co
     }
     parser.ClearLastError();
     if (equation == 0) {
-        if (function < 0 && map_error.find(k_unknown_name) != std::string::npos) map_error += k_assign_or_integrate;
+        if (function < 0 && map_error.find(k_unknown_name) != std::string::npos)
+            map_error += k_assign_or_integrate;
         return fail(failure, map_error, IntegrationField::expression, 0);
     }
     if (!place(0.5)) return std::nullopt;

@@ -18,7 +18,7 @@ struct IntegrationAxis {
 // What the integration tool is asked: the axes from the innermost (X) out; the limits of an inner
 // axis may use the variables of the axes outside it.
 struct IntegrationInput {
-    int order = 1; // 1, 2 or 3 nested integrals
+    int order = 1;          // 1, 2 or 3 nested integrals
     std::string expression; // empty integrates 1: a length, an area or a volume
     std::array<IntegrationAxis, 3> axes;
     int accuracy_position = 20; // the Speed/Accuracy slider, 0 to 100

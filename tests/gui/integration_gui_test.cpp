@@ -36,7 +36,8 @@ private Q_SLOTS:
             window.show();
             type_line(window.editor(), QStringLiteral("y = 3"));
             type_line(window.editor(), QStringLiteral("sq(x) = x^2"));
-            auto* tool = static_cast<IntegrationDialog*>(window.tools().open(Tool::Integration, QStringLiteral("sq[x]")));
+            auto* tool = static_cast<IntegrationDialog*>(
+                window.tools().open(Tool::Integration, QStringLiteral("sq[x]")));
             QVERIFY(tool);
             QCOMPARE(tool->windowTitle(), QStringLiteral("Integration Utility"));
             QCOMPARE(tool->expression()->currentText(), QStringLiteral("sq[x]"));
@@ -82,8 +83,9 @@ private Q_SLOTS:
             // A refused limit says why under the tool's caption and takes the focus.
             tool->upper(0)->setText(QStringLiteral("x+1"));
             QVERIFY(!tool->integrate());
-            QCOMPARE(scratch.messages.last(),
-                     QStringLiteral("Integration Utility: The integration limit can not be a function of x."));
+            QCOMPARE(
+                scratch.messages.last(),
+                QStringLiteral("Integration Utility: The integration limit can not be a function of x."));
             QCOMPARE(tool->focusWidget(), tool->upper(0));
             QVERIFY(tool->answer()->text().isEmpty());
 

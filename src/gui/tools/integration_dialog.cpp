@@ -36,7 +36,9 @@ namespace {
 const QString k_caption = QStringLiteral("Integration Utility");
 const char* const k_precision_key = "IntegrationPrecision";
 
-QString text_of(const std::string& text) { return QString::fromStdString(text); }
+QString text_of(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 // The gauge of a run: the share done as the outer integral's points come in, redrawn only when
 // the percent changes (each redraw of a modal progress dialog handles the events once more).
@@ -57,28 +59,26 @@ private:
 } // namespace
 
 IntegrationDialog::IntegrationDialog(DocumentWindow& document, QWidget* parent)
-    : ToolDialog(document, k_caption, parent),
-      m_document(document),
-      m_expression(new QComboBox(this)),
-      m_orders{new QRadioButton(tr("&Single"), this), new QRadioButton(tr("&Double"), this),
-               new QRadioButton(tr("&Triple"), this)},
-      m_order_group(new QButtonGroup(this)),
-      m_parameters{new QComboBox(this), new QComboBox(this), new QComboBox(this)},
-      m_lowers{new QLineEdit(this), new QLineEdit(this), new QLineEdit(this)},
-      m_uppers{new QLineEdit(this), new QLineEdit(this), new QLineEdit(this)},
+    : ToolDialog(document, k_caption, parent), m_document(document),
+      m_expression(new QComboBox(this)), m_orders{new QRadioButton(tr("&Single"), this),
+                                                  new QRadioButton(tr("&Double"), this),
+                                                  new QRadioButton(tr("&Triple"), this)},
+      m_order_group(new QButtonGroup(this)), m_parameters{new QComboBox(this), new QComboBox(this),
+                                                          new QComboBox(this)},
+      m_lowers{new QLineEdit(this), new QLineEdit(this), new QLineEdit(this)}, m_uppers{new QLineEdit(this),
+                                                                                        new QLineEdit(this),
+                                                                                        new QLineEdit(this)},
       m_parameter_labels{new QLabel(tr("&X Parameter"), this), new QLabel(tr("&Y Parameter"), this),
                          new QLabel(tr("&Z Parameter"), this)},
-      m_accuracy(new QSlider(Qt::Horizontal, this)),
-      m_precision(new QSpinBox(this)),
-      m_answer(new QLineEdit(this)),
-      m_warning(new QLabel(this)),
-      m_inputs(new QWidget(this)) {
+      m_accuracy(new QSlider(Qt::Horizontal, this)), m_precision(new QSpinBox(this)),
+      m_answer(new QLineEdit(this)), m_warning(new QLabel(this)), m_inputs(new QWidget(this)) {
     setObjectName(QStringLiteral("integrationDialog"));
     m_expression->setEditable(true);
     m_expression->setInsertPolicy(QComboBox::NoInsert);
     m_expression->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_expression->setMinimumContentsLength(24);
-    m_expression->lineEdit()->setPlaceholderText(tr("a function of the document or an expression (empty: 1)"));
+    m_expression->lineEdit()->setPlaceholderText(
+        tr("a function of the document or an expression (empty: 1)"));
 
     // What is integrated, and how many times.
     auto* what = new QFormLayout;
@@ -120,7 +120,8 @@ IntegrationDialog::IntegrationDialog(DocumentWindow& document, QWidget* parent)
         grid->addWidget(m_lowers[a], axis + 1, 2);
         grid->addWidget(m_uppers[a], axis + 1, 3);
     }
-    auto* note = new QLabel(tr("The limits of an inner integral may use the variables of the outer ones."), this);
+    auto* note =
+        new QLabel(tr("The limits of an inner integral may use the variables of the outer ones."), this);
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(note, 4, 0, 1, 4);
@@ -150,9 +151,10 @@ IntegrationDialog::IntegrationDialog(DocumentWindow& document, QWidget* parent)
 
     // The answer.
     m_precision->setRange(1, 14);
-    m_precision->setValue(m_document.services().settings
-                              ? std::clamp(m_document.services().settings->GetInt("OPTIONS", k_precision_key, 6), 1, 14)
-                              : 6);
+    m_precision->setValue(
+        m_document.services().settings
+            ? std::clamp(m_document.services().settings->GetInt("OPTIONS", k_precision_key, 6), 1, 14)
+            : 6);
     m_answer->setReadOnly(true);
     m_answer->setObjectName(QStringLiteral("answer"));
     m_warning->setWordWrap(true);
@@ -213,7 +215,9 @@ IntegrationDialog::IntegrationDialog(DocumentWindow& document, QWidget* parent)
 
 IntegrationDialog::~IntegrationDialog() = default;
 
-int IntegrationDialog::order() const { return std::max(1, m_order_group->checkedId()); }
+int IntegrationDialog::order() const {
+    return std::max(1, m_order_group->checkedId());
+}
 
 void IntegrationDialog::refresh_functions() {
     const QString typed = m_expression->currentText();
@@ -235,8 +239,10 @@ void IntegrationDialog::load_inputs() {
     const std::string* lowers[] = {&kept.IntXLoLimit, &kept.IntYLoLimit, &kept.IntZLoLimit};
     const std::string* uppers[] = {&kept.IntXHiLimit, &kept.IntYHiLimit, &kept.IntZHiLimit};
     for (size_t a = 0; a < 3; ++a) {
-        if (!parameters[a]->empty()) m_parameters[a]->setEditText(text_of(*parameters[a]));
-        else m_parameters[a]->setCurrentIndex(static_cast<int>(a)); // x, y and z
+        if (!parameters[a]->empty())
+            m_parameters[a]->setEditText(text_of(*parameters[a]));
+        else
+            m_parameters[a]->setCurrentIndex(static_cast<int>(a)); // x, y and z
         m_lowers[a]->setText(text_of(*lowers[a]));
         m_uppers[a]->setText(text_of(*uppers[a]));
     }
@@ -276,8 +282,9 @@ void IntegrationDialog::show_order() {
     for (int axis = 0; axis < 3; ++axis) {
         const bool used = axis < levels;
         const auto a = static_cast<size_t>(axis);
-        for (QWidget* widget : {static_cast<QWidget*>(m_parameter_labels[a]), static_cast<QWidget*>(m_parameters[a]),
-                                static_cast<QWidget*>(m_lowers[a]), static_cast<QWidget*>(m_uppers[a])})
+        for (QWidget* widget :
+             {static_cast<QWidget*>(m_parameter_labels[a]), static_cast<QWidget*>(m_parameters[a]),
+              static_cast<QWidget*>(m_lowers[a]), static_cast<QWidget*>(m_uppers[a])})
             widget->setEnabled(used);
     }
 }
@@ -308,10 +315,14 @@ void IntegrationDialog::take_function(const QString& function) {
 QWidget* IntegrationDialog::field_of(const desktop::IntegrationFailure& failure) const {
     const auto a = static_cast<size_t>(std::clamp(failure.axis, 0, 2));
     switch (failure.field) {
-    case desktop::IntegrationField::parameter: return m_parameters[a];
-    case desktop::IntegrationField::lower: return m_lowers[a];
-    case desktop::IntegrationField::upper: return m_uppers[a];
-    case desktop::IntegrationField::expression: break;
+    case desktop::IntegrationField::parameter:
+        return m_parameters[a];
+    case desktop::IntegrationField::lower:
+        return m_lowers[a];
+    case desktop::IntegrationField::upper:
+        return m_uppers[a];
+    case desktop::IntegrationField::expression:
+        break;
     }
     return m_expression;
 }

@@ -31,7 +31,8 @@ struct Integration : ::testing::Test {
         return integrate_expression(parser, {order, expression, std::move(axes), position}, host, failure);
     }
     // The value, or NaN after saying why the run was refused.
-    double value(const std::string& expression, std::array<IntegrationAxis, 3> axes, int order = 1, int position = 20) {
+    double value(const std::string& expression, std::array<IntegrationAxis, 3> axes, int order = 1,
+                 int position = 20) {
         const auto answer = run(expression, std::move(axes), order, position);
         if (!answer) ADD_FAILURE() << expression << ": " << failure.message;
         return answer ? answer->value : std::nan("");
@@ -68,7 +69,8 @@ TEST_F(Integration, LimitsMayUseOuterVariablesAndAreTurnedRoundSilently) {
     // The quarter disc: its inner range depends on the outer variable, and is 0 at the end.
     EXPECT_NEAR(value("", {{{"x", "0", "SQRT(1-y^2)"}, {"y", "0", "1"}}}, 2, 80), std::numbers::pi / 4, 1e-9);
     // The tetrahedron x + y + z <= 1 has volume 1/6.
-    EXPECT_NEAR(value("1", {{{"x", "0", "1-y-z"}, {"y", "0", "1-z"}, {"z", "0", "1"}}}, 3, 60), 1.0 / 6, k_close);
+    EXPECT_NEAR(value("1", {{{"x", "0", "1-y-z"}, {"y", "0", "1-z"}, {"z", "0", "1"}}}, 3, 60), 1.0 / 6,
+                k_close);
     EXPECT_NEAR(value("", {{{"x", "0", "2"}}}), 2, k_close);
     EXPECT_NEAR(value("x^2", {{{"x", "2", "0"}}}, 1, 60), 8.0 / 3, k_close);
     // An inner range upside down is turned round at every outer point too, not negated.
@@ -85,36 +87,83 @@ TEST_F(Integration, TheInputIsCheckedWithTheToolsOwnMessages) {
         IntegrationField field;
         int axis;
     } refused[] = {
-        {"x", {{{"", "0", "1"}}}, 1, "You are missing or have not selected an integration parameter.",
-         IntegrationField::parameter, 0},
-        {"x*y", {{{"x", "0", "1"}, {" ", "0", "1"}}}, 2,
-         "You are missing or have not selected an integration parameter.", IntegrationField::parameter, 1},
+        {"x",
+         {{{"", "0", "1"}}},
+         1,
+         "You are missing or have not selected an integration parameter.",
+         IntegrationField::parameter,
+         0},
+        {"x*y",
+         {{{"x", "0", "1"}, {" ", "0", "1"}}},
+         2,
+         "You are missing or have not selected an integration parameter.",
+         IntegrationField::parameter,
+         1},
         {"a+1", {{{"a b", "0", "1"}}}, 1, "' a b '", IntegrationField::parameter, 0},
-        {"q+1", {{{"t", "0", "1"}}}, 1, "q+1 is not a function of t and can not be integrated with respect to it.",
-         IntegrationField::parameter, 0},
-        {"f[t]", {{{"w", "0", "1"}}}, 1, "f[t] is not a function of w and can not be integrated with respect to it.",
-         IntegrationField::parameter, 0},
+        {"q+1",
+         {{{"t", "0", "1"}}},
+         1,
+         "q+1 is not a function of t and can not be integrated with respect to it.",
+         IntegrationField::parameter,
+         0},
+        {"f[t]",
+         {{{"w", "0", "1"}}},
+         1,
+         "f[t] is not a function of w and can not be integrated with respect to it.",
+         IntegrationField::parameter,
+         0},
         {"x", {{{"x", "0", " "}}}, 1, "An Integration limit is missing.", IntegrationField::upper, 0},
-        {"x", {{{"x", "x", "1"}}}, 1, "The integration limit can not be a function of x.", IntegrationField::lower, 0},
-        {"x*y", {{{"x", "0", "1"}, {"y", "0", "x+1"}}}, 2, "The integration limit can not be a function of x.",
-         IntegrationField::upper, 1},
-        {"x*y", {{{"x", "0", "2*x"}, {"y", "0", "1"}}}, 2, "The integration limit can not be a function of x.",
-         IntegrationField::upper, 0},
-        {"x*y", {{{"x", "", "y"}, {"y", "0", "1"}}}, 2, "An Integration limit is missing.", IntegrationField::lower, 0},
-        {"x", {{{"x", "0", "SQRT(-4)"}}}, 1,
-         "The integration limits CAN NOT be imaginary number, they must be real numbers.", IntegrationField::upper, 0},
-        {"x*y", {{{"x", "0", "SQRT(-y)"}, {"y", "0", "1"}}}, 2,
-         "The integration limits CAN NOT be imaginary number, they must be real numbers.", IntegrationField::upper, 0},
+        {"x",
+         {{{"x", "x", "1"}}},
+         1,
+         "The integration limit can not be a function of x.",
+         IntegrationField::lower,
+         0},
+        {"x*y",
+         {{{"x", "0", "1"}, {"y", "0", "x+1"}}},
+         2,
+         "The integration limit can not be a function of x.",
+         IntegrationField::upper,
+         1},
+        {"x*y",
+         {{{"x", "0", "2*x"}, {"y", "0", "1"}}},
+         2,
+         "The integration limit can not be a function of x.",
+         IntegrationField::upper,
+         0},
+        {"x*y",
+         {{{"x", "", "y"}, {"y", "0", "1"}}},
+         2,
+         "An Integration limit is missing.",
+         IntegrationField::lower,
+         0},
+        {"x",
+         {{{"x", "0", "SQRT(-4)"}}},
+         1,
+         "The integration limits CAN NOT be imaginary number, they must be real numbers.",
+         IntegrationField::upper,
+         0},
+        {"x*y",
+         {{{"x", "0", "SQRT(-y)"}, {"y", "0", "1"}}},
+         2,
+         "The integration limits CAN NOT be imaginary number, they must be real numbers.",
+         IntegrationField::upper,
+         0},
         {"x", {{{"x", "1", "2/2"}}}, 1, "equal", IntegrationField::lower, 0},
         {"x*x", {{{"x", "0", "1"}, {"x", "0", "1"}}}, 2, "' x '", IntegrationField::parameter, 1},
-        {"c*x", {{{"x", "0", "1"}}}, 1,
-         "' c ' could not be identified as a variable or a constant! You may either integrate with repsect to this "
+        {"c*x",
+         {{{"x", "0", "1"}}},
+         1,
+         "' c ' could not be identified as a variable or a constant! You may either integrate with repsect "
+         "to this "
          "variable, or you must assign this variable a value.",
-         IntegrationField::expression, 0},
+         IntegrationField::expression,
+         0},
     };
     for (const auto& each : refused) {
         EXPECT_FALSE(run(each.expression, each.axes, each.order)) << each.expression;
-        EXPECT_NE(failure.message.find(each.said), std::string::npos) << each.expression << ": " << failure.message;
+        EXPECT_NE(failure.message.find(each.said), std::string::npos)
+            << each.expression << ": " << failure.message;
         EXPECT_EQ(failure.field, each.field) << each.expression << ": " << failure.message;
         EXPECT_EQ(failure.axis, each.axis) << each.expression << ": " << failure.message;
     }
@@ -142,7 +191,8 @@ TEST_F(Integration, TheVariablesAreAsTheyWereAfterARunAFailureAndAStop) {
     EXPECT_EQ(failure.field, IntegrationField::expression);
 
     StopAfter stop(50);
-    const auto stopped = run("SIN(x*y)*t", {{{"x", "0", "y"}, {"y", "0", "1"}, {"t", "0", "1"}}}, 3, 100, &stop);
+    const auto stopped =
+        run("SIN(x*y)*t", {{{"x", "0", "y"}, {"y", "0", "1"}, {"t", "0", "1"}}}, 3, 100, &stop);
     ASSERT_TRUE(stopped) << failure.message;
     EXPECT_TRUE(stopped->stopped);
     EXPECT_LE(stop.left, 0);
