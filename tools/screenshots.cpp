@@ -12,6 +12,7 @@
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
 #include "gui/tools/differentiation_dialog.h"
+#include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 #include "gui/graph2d/simulation_player.h"
@@ -21,6 +22,8 @@
 #include "gui/lists/manager_dialog.h"
 
 #include <QLineEdit>
+#include <QRadioButton>
+#include <QSlider>
 
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
@@ -238,6 +241,19 @@ bool shoot(const QString& out, const QString& suffix) {
         window->parser().set_angle_type(angle);
         ok = save(diff, out + QStringLiteral("/differentiation") + suffix + QStringLiteral(".png")) && ok;
         diff->hide();
+        auto* integral = static_cast<IntegrationDialog*>(window->tools().open(Tool::Integration));
+        integral->expression()->setEditText(QStringLiteral("x^2 + y^2"));
+        integral->order_button(2)->click();
+        integral->parameter(0)->setEditText(QStringLiteral("x"));
+        integral->lower(0)->setText(QStringLiteral("0"));
+        integral->upper(0)->setText(QStringLiteral("SQRT(1 - y^2)"));
+        integral->parameter(1)->setEditText(QStringLiteral("y"));
+        integral->lower(1)->setText(QStringLiteral("0"));
+        integral->upper(1)->setText(QStringLiteral("1"));
+        integral->accuracy()->setValue(60);
+        integral->integrate();
+        ok = save(integral, out + QStringLiteral("/integration") + suffix + QStringLiteral(".png")) && ok;
+        integral->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -164,17 +164,18 @@ std::optional<DifferentiationTable> differentiation_table(engine::Parser& parser
     const int function = parser.find_function(table.expression.c_str());
     table.name = function >= 0 ? parser.get_func_short_name(function) : table.expression;
     if (refused_in_degrees(parser, table.expression, error)) return std::nullopt;
-    if (!check_tool_variable(parser, table.expression, table.variable, error,
-                             " and can not be differentiated with respect to it"))
-        return std::nullopt;
-    const LimitWording wording{
-        "A differentiation limit is missing.",
-        "The differentiation limits CAN NOT be imaginary numbers, they must be real numbers."};
-    const std::optional<double> high =
-        tool_limit(parser, range.end, table.variable, "end value", error, wording);
+    ToolVariableTexts variable_texts;
+    variable_texts.not_a_function_of = "%2 is not a function of %1 and can not be differentiated with respect to it.";
+    if (!check_tool_variable(parser, table.expression, table.variable, error, variable_texts)) return std::nullopt;
+    const auto limit_texts = [](const char* which) {
+        const std::string the = std::string("The ") + which;
+        return ToolLimitTexts{"A differentiation limit is missing.", the + " can not be a function of %1.",
+                              the + " can not be computed: %2",
+                              "The differentiation limits CAN NOT be imaginary numbers, they must be real numbers."};
+    };
+    const std::optional<double> high = tool_limit(parser, range.end, {table.variable}, limit_texts("end value"), error);
     if (!high) return std::nullopt;
-    const std::optional<double> low =
-        tool_limit(parser, range.start, table.variable, "start value", error, wording);
+    const std::optional<double> low = tool_limit(parser, range.start, {table.variable}, limit_texts("start value"), error);
     if (!low) return std::nullopt;
     const std::optional<double> steps =
         tool_limit(parser, range.points, table.variable, "number of steps", error);

@@ -24,6 +24,7 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+
 bool stopped(engine::Host* host) {
     if (!host) return false;
     host->pump();
@@ -31,12 +32,6 @@ bool stopped(engine::Host* host) {
 }
 
 } // namespace
-
-std::string tool_number_text(double value) {
-    std::ostringstream out;
-    engine::Variable::StreamVariable({value, 0}, out, 14);
-    return out.str();
-}
 
 std::string runnable_expression(engine::Parser& parser, const std::string& typed) {
     const std::string text = trimmed(typed);
@@ -50,10 +45,23 @@ std::string runnable_expression(engine::Parser& parser, const std::string& typed
     return rest;
 }
 
+std::string tool_number_text(double value) {
+    std::ostringstream out;
+    engine::Variable::StreamVariable({value, 0}, out, 14);
+    return out.str();
+}
+
+std::string fill_text(std::string text, const std::string& first, const std::string& second) {
+    for (const auto& [mark, with] : {std::pair{std::string("%1"), &first}, std::pair{std::string("%2"), &second}})
+        for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + with->size()))
+            text.replace(at, mark.size(), *with);
+    return text;
+}
+
 bool check_tool_variable(engine::Parser& parser, const std::string& expression, const std::string& name,
-                         std::string& error, const std::string& not_used) {
+                         std::string& error, const ToolVariableTexts& texts) {
     if (name.empty()) {
-        error = "You are missing or have not selected a variable.";
+        error = texts.missing;
         return false;
     }
     std::string token;
@@ -61,55 +69,68 @@ bool check_tool_variable(engine::Parser& parser, const std::string& expression, 
     const long behind = parser.get_token(name.c_str(), token, kind);
     if (behind != static_cast<long>(name.size()) || kind != engine::VARIABLE || token != name ||
         parser.is_constant(name.c_str()) || parser.is_internal_function(name.c_str()) || parser.is_function(name.c_str())) {
-        error = "' " + name + " ' is not a variable name.";
+        error = fill_text(texts.not_a_name, name);
         return false;
     }
     if (parser.is_variable(name.c_str()) && parser.is_var_locked(name.c_str())) {
-        error = "The variable ' " + name + " ' is in use by another computation: wait until it ends.";
+        error = fill_text(texts.locked, name);
         return false;
     }
+    if (texts.xyz_always && name.size() == 1 && std::string("xyzXYZ").find(name[0]) != std::string::npos) return true;
     // The expression must depend on the variable: a function by its parameters, else by its text.
     if (const int index = parser.find_function(expression.c_str()); index >= 0) {
         const engine::Function* function = parser.function_at(index);
         for (int n = 1; n <= function->num_variables(); ++n)
             if (function->GetFuncVariable(n) == name) return true;
-        error = expression + " is not a function of " + name + not_used + ".";
+        error = fill_text(texts.not_a_function_of, name, expression);
         return false;
     }
     if (!parser.find_token(expression.c_str(), name.c_str())) {
         parser.ClearLastError();
-        error = expression + " is not a function of " + name + not_used + ".";
+        error = fill_text(texts.not_a_function_of, name, expression);
         return false;
     }
     return true;
 }
 
-std::optional<double> tool_limit(engine::Parser& parser, const std::string& text, const std::string& variable,
-                                 const char* which, std::string& error, const LimitWording& wording) {
+std::optional<double> tool_limit(engine::Parser& parser, const std::string& text,
+                                 const std::vector<std::string>& variables, const ToolLimitTexts& texts,
+                                 std::string& error) {
     const std::string limit = trimmed(text);
     if (limit.empty()) {
-        error = wording.missing.empty() ? std::string("The ") + which + " is missing." : wording.missing;
+        error = texts.missing;
         return std::nullopt;
     }
-    if (parser.find_token(limit.c_str(), variable.c_str())) {
-        parser.ClearLastError();
-        error = std::string("The ") + which + " can not be a function of " + variable + ".";
-        return std::nullopt;
+    for (const std::string& variable : variables) {
+        if (parser.find_token(limit.c_str(), variable.c_str())) {
+            parser.ClearLastError();
+            error = fill_text(texts.uses_variable, variable);
+            return std::nullopt;
+        }
     }
     parser.ClearLastError();
     engine::complex value;
     parser.eval_exp(limit.c_str(), value, true, false, false);
     if (parser.IsAnError()) {
         const char* why = parser.GetLastError();
-        error = std::string("The ") + which + " can not be computed: " + (why ? why : "");
+        error = fill_text(texts.failed, {}, why ? why : "");
         parser.ClearLastError();
         return std::nullopt;
     }
     if (std::abs(value.imag()) > k_imaginary || !std::isfinite(value.real())) {
-        error = wording.imaginary.empty() ? std::string("The ") + which + " must be a real number." : wording.imaginary;
+        error = texts.not_real;
         return std::nullopt;
     }
     return value.real();
+}
+
+std::optional<double> tool_limit(engine::Parser& parser, const std::string& text, const std::string& variable,
+                                 const char* which, std::string& error) {
+    const std::string the = std::string("The ") + which;
+    return tool_limit(parser, text, {variable},
+                      {the + " is missing.", the + " can not be a function of %1.", the + " can not be computed: %2",
+                       the + " must be a real number."},
+                      error);
 }
 
 std::optional<QuickCalcTable> quick_calc(engine::Parser& parser, const std::string& expression, const ToolRange& range,

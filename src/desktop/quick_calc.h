@@ -55,20 +55,37 @@ std::optional<QuickCalcTable> quick_calc(engine::Parser& parser, const std::stri
 // The checks every calculus tool makes of its input before a run. The expression as the tool
 // runs it: a function of the list cut to its call, or what follows the last "=" of a typed line.
 std::string runnable_expression(engine::Parser& parser, const std::string& typed);
-// Whether `name` can be the tool's variable for `expression`; false with `error` set. A tool
-// that says more when the expression does not use the variable gives the end of that sentence
-// in `not_used` (" and can not be differentiated with respect to it").
-bool check_tool_variable(engine::Parser& parser, const std::string& expression, const std::string& name,
-                         std::string& error, const std::string& not_used = {});
-// What a limit's refusals say where a tool words them its own way; empty texts keep the usual.
-struct LimitWording {
-    std::string missing;   // the limit's field is empty
-    std::string imaginary; // the limit has an imaginary part
+
+// What the checks of a tool's variable tell the user; each tool has its own words. "%1" stands
+// for the variable, "%2" for the expression.
+struct ToolVariableTexts {
+    std::string missing = "You are missing or have not selected a variable.";
+    std::string not_a_name = "' %1 ' is not a variable name.";
+    std::string locked = "The variable ' %1 ' is in use by another computation: wait until it ends.";
+    std::string not_a_function_of = "%2 is not a function of %1.";
+    // x, y and z (in any case) pass without the expression using them: integrating a constant
+    // over them gives a length, an area or a volume.
+    bool xyz_always = false;
 };
-// A limit's value: a real number that does not use the variable; none with `error` set.
+// Whether `name` can be the tool's variable for `expression`; false with `error` set.
+bool check_tool_variable(engine::Parser& parser, const std::string& expression, const std::string& name,
+                         std::string& error, const ToolVariableTexts& texts = {});
+
+// What the checks of a limit tell the user. "%1" stands for the variable the limit may not use,
+// "%2" for the engine's reason when the limit can not be computed.
+struct ToolLimitTexts {
+    std::string missing, uses_variable, failed, not_real;
+};
+// A limit's value: a real number that uses none of `variables`; none with `error` set.
+std::optional<double> tool_limit(engine::Parser& parser, const std::string& text,
+                                 const std::vector<std::string>& variables, const ToolLimitTexts& texts,
+                                 std::string& error);
+// The same in the words of a tool whose limit is called `which` ("start value").
 std::optional<double> tool_limit(engine::Parser& parser, const std::string& text, const std::string& variable,
-                                 const char* which, std::string& error, const LimitWording& wording = {});
+                                 const char* which, std::string& error);
 // A number as the tools write it into their messages: the variable's value at a failed point.
 std::string tool_number_text(double value);
+// `text` with "%1" and "%2" replaced.
+std::string fill_text(std::string text, const std::string& first, const std::string& second = {});
 
 } // namespace quorvex::desktop

@@ -184,11 +184,16 @@ long double Parser::romberg(const Sampler& f, long double lower, long double upp
                 }
                 // The estimate began to grow: the best value so far, which did not reach the
                 // accuracy (integral_converged() stays false for the caller to say so).
-                if (is_less(m.real_abs(previous), m.real_abs(dss))) return ss;
+                // An integral nested inside this one has set the flag since: it is this one's.
+                if (is_less(m.real_abs(previous), m.real_abs(dss))) {
+                    m_integral_converged = false;
+                    return ss;
+                }
                 previous = dss;
             }
             h[static_cast<size_t>(j + 1)] = m.real_mult(0.25L, h[static_cast<size_t>(j)]);
         }
+        m_integral_converged = false;
         exhausted = true;
         error = estimate(ss - last_ss);
         return ss;
@@ -210,7 +215,8 @@ Parser::SlopeSample Parser::slope_sample(int equation, const char* variable, lon
 }
 
 bool Parser::Slope(int equation, const char* variable, const long double& x, const long double& offset,
-                   const long double& step, int order, long double& tolerance, long double& slope, bool refine) {
+                   const long double& /*step*/, int order, long double& /*tolerance*/, long double& slope,
+                   bool /*refine*/) {
     Mathematics& m = m_math;
     const complex saved = get_var_value(variable);
     long double f1 = 0, f2 = 0;
@@ -294,11 +300,6 @@ long double Parser::Derivative(int equation, const char* variable, const long do
         set_var_value(saved, variable);
         if (!defined) return 0.0L;
         std::array<std::array<long double, k_ridders_size + 1>, k_ridders_size + 1> a{};
-        // The third derivative's stencil divides by the cube of the step, so a step ten times
-        // smaller makes its rounding a thousand times larger: it shrinks the step by the
-        // published ratio of 1.4 instead, and stops as soon as the extrapolation gets worse by
-        // twice its best error estimate.
-        const bool third = order >= 3;
         // Higher orders divide by higher powers of the step, so a step ten times smaller makes
         // their rounding a hundred or a thousand times larger: they shrink it by 1.4.
         const long double ratio = 1.4L;

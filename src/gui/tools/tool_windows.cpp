@@ -5,6 +5,7 @@
 #include "gui/common/message_reporter.h"
 #include "gui/editor/document_window.h"
 #include "gui/tools/differentiation_dialog.h"
+#include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 
@@ -21,7 +22,7 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::QuickCalc: return new QuickCalcDialog(m_document, &m_document);
     case Tool::QuickGraph: return new QuickGraphDialog(m_document, &m_document);
     case Tool::Differentiation: return new DifferentiationDialog(m_document, &m_document);
-    case Tool::Integration:
+    case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
     case Tool::RootFinder:
     case Tool::Count: break;
     }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <string>
 
 using namespace quorvex::engine;
@@ -89,6 +90,12 @@ TEST(NestedIntegrals, InnerLimitsFollowTheOuterVariablesAndStopWorks) {
                                     true);
     EXPECT_TRUE(found.converged);
     EXPECT_NEAR(static_cast<double>(found.value), 1.0 / 40, 1e-10);
+    // The quarter disc: the outer integrand SQRT(1-y^2) has a steep end that Romberg cannot
+    // settle, so the outer integral must not take the inner integrals' success as its own.
+    const int disc = parser.map_expression("SQRT(1-y^2)"), unit = map(parser, "1");
+    found = parser.integrate_nested(unit, {{"x", zero, disc}, {"y", zero, one}}, 1e-10L, true);
+    EXPECT_TRUE(found.converged);
+    EXPECT_NEAR(static_cast<double>(found.value), std::numbers::pi / 4, 1e-9);
 
     // A stop between outer points ends the run: no answer, no message.
     StoppingHost host;
