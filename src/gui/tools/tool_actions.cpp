@@ -21,6 +21,9 @@ QList<QAction*> add_tool_actions(QWidget* owner, QMenu* menu, const std::functio
         {"toolsRootFinder", QT_TRANSLATE_NOOP("Tools", "&Root Finder..."), Tool::RootFinder},
         {"toolsQuickCalc", QT_TRANSLATE_NOOP("Tools", "&Quick Calc..."), Tool::QuickCalc},
         {"toolsQuickGraph", QT_TRANSLATE_NOOP("Tools", "Quick &Graph..."), Tool::QuickGraph},
+        {"toolsCurveFitter", QT_TRANSLATE_NOOP("Tools", "&Curve Fitter..."), Tool::CurveFitter},
+        {"toolsStatPlot", QT_TRANSLATE_NOOP("Tools", "&Stat Plot..."), Tool::StatPlot},
+        {"toolsMatrix", QT_TRANSLATE_NOOP("Tools", "&Matrix Tool..."), Tool::Matrix},
     };
     QList<QAction*> actions;
     for (const Entry& entry : k_entries) {

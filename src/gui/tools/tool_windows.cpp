@@ -24,6 +24,9 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::Differentiation: return new DifferentiationDialog(m_document, &m_document);
     case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
     case Tool::RootFinder:
+    case Tool::CurveFitter:
+    case Tool::StatPlot:
+    case Tool::Matrix:
     case Tool::Count: break;
     }
     return nullptr;

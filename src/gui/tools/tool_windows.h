@@ -11,7 +11,7 @@ class MessageReporter;
 class ToolDialog;
 
 // The math tools a document can open; each is one window per document.
-enum class Tool { Integration, Differentiation, RootFinder, QuickCalc, QuickGraph, Count };
+enum class Tool { Integration, Differentiation, RootFinder, QuickCalc, QuickGraph, CurveFitter, StatPlot, Matrix, Count };
 
 // The tool windows of one document, made on first use and kept until the document closes.
 class ToolWindows {
