@@ -5,9 +5,9 @@
 #include "gui/common/services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
+#include "gui/tools/table_csv.h"
 
 #include "engine/parser.h"
-#include "store/atomic_write.h"
 #include "store/ini_file.h"
 
 #include <QAbstractTableModel>
@@ -308,21 +308,7 @@ bool QuickCalcDialog::export_csv(const QString& path, QString* error) {
         if (error) *error = tr("Compute the table first.");
         return false;
     }
-    // A comma inside a value (none is written) or a heading is quoted.
-    QString csv;
-    for (const QString& line : table_text(QLatin1Char('\t')).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        QStringList cells = line.split(QLatin1Char('\t'));
-        for (QString& cell : cells)
-            if (cell.contains(QLatin1Char(',')) || cell.contains(QLatin1Char('"')))
-                cell = QLatin1Char('"') + cell.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
-        csv += cells.join(QLatin1Char(',')) + QStringLiteral("\r\n");
-    }
-    std::string why;
-    if (!store::write_file_atomically(path.toStdString(), csv.toStdString(), &why)) {
-        if (error) *error = text_of(why);
-        return false;
-    }
-    return true;
+    return export_table_csv(table_text(QLatin1Char('\t')), path, error);
 }
 
 } // namespace quorvex::gui

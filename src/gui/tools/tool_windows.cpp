@@ -5,6 +5,7 @@
 #include "gui/common/message_reporter.h"
 #include "gui/editor/document_window.h"
 #include "gui/tools/quick_calc_dialog.h"
+#include "gui/tools/root_finder_dialog.h"
 
 namespace quorvex::gui {
 
@@ -17,9 +18,9 @@ ToolWindows::~ToolWindows() {
 ToolDialog* ToolWindows::make(Tool tool) {
     switch (tool) {
     case Tool::QuickCalc: return new QuickCalcDialog(m_document, &m_document);
+    case Tool::RootFinder: return new RootFinderDialog(m_document, &m_document);
     case Tool::Integration:
     case Tool::Differentiation:
-    case Tool::RootFinder:
     case Tool::QuickGraph:
     case Tool::Count: break;
     }
