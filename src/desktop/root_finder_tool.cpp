@@ -276,6 +276,12 @@ bool root_plot(engine::Parser& parser, const RootTable& table, engine::Host* hos
     plot.SetXAxisTitle((" " + table.variable + " ").c_str(), true);
     plot.SetYAxisTitle(table.expression.c_str(), true);
     const engine::complex low{table.low, 0}, high{table.high, 0};
+    struct PlotPoint {
+        double x;
+        std::string x_text, y_text;
+        bool labelled;
+    };
+    std::vector<PlotPoint> curve;
     const int function = parser.find_function(table.expression.c_str());
     if (function >= 0 && parser.function_at(function)->num_variables() == 1) {
         const engine::Function* declared = parser.function_at(function);
@@ -294,32 +300,44 @@ bool root_plot(engine::Parser& parser, const RootTable& table, engine::Host* hos
             error = "The plot was stopped.";
             return false;
         }
-        graph::StrDataPnts curve;
-        curve.SetName(table.expression.c_str());
-        for (size_t r = 0; r < values->rows.size(); ++r) {
-            const QuickCalcRow& row = values->rows[r];
-            const int index = static_cast<int>(r);
-            curve.PutXDataPoint(root_text({row.x, 0}, 15).c_str(), index);
-            curve.PutYDataPoint(row.failed ? "1.0E308" : root_text({row.value.real(), 0}, 15).c_str(), index);
-        }
-        plot.DataSets.push_back(std::move(curve));
+        for (const QuickCalcRow& row : values->rows)
+            curve.push_back({row.x, root_text({row.x, 0}, 15),
+                             row.failed ? std::string("1.0E308") : root_text({row.value.real(), 0}, 15),
+                             false});
     }
-    // The roots, a series of their own after the curve, labelled where the value is 0.
-    const int series = static_cast<int>(plot.Functions.size() + plot.DataSets.size());
-    graph::StrDataPnts roots;
-    roots.SetName(("Roots for: " + table.expression).c_str());
-    for (size_t r = 0; r < table.rows.size(); ++r) {
-        const RootRow& row = table.rows[r];
-        const int index = static_cast<int>(r);
-        const std::string x = root_text({row.root.real(), 0}, table.precision);
-        const std::string y = root_text({row.value.real(), 0}, table.precision);
+    std::vector<PlotPoint> roots;
+    for (const RootRow& row : table.rows) {
         // The point where its label says, so that the label stays on it.
-        roots.PutXDataPoint(x.c_str(), index);
-        roots.PutYDataPoint(y.c_str(), index);
-        if (std::abs(row.value) < k_labelled_value)
-            plot.SetNote((" (" + x + " , " + y + ") ").c_str(), series, index, -1, false);
+        const std::string x = root_text({row.root.real(), 0}, table.precision);
+        roots.push_back({row.root.real(), x, root_text({row.value.real(), 0}, table.precision),
+                         std::abs(row.value) < k_labelled_value});
     }
-    if (!table.rows.empty()) plot.DataSets.push_back(std::move(roots));
+    if (!curve.empty() && !table.two_solutions) {
+        // One branch: the roots take their places along the curve, labelled there.
+        for (const PlotPoint& root : roots)
+            curve.insert(std::upper_bound(curve.begin(), curve.end(), root.x,
+                                          [](double x, const PlotPoint& point) { return x < point.x; }),
+                         root);
+        roots.clear();
+    }
+    // A function's curve, or the curve on both branches, keeps the roots as a series of their own.
+    const auto add_set = [&plot](const std::string& name, const std::vector<PlotPoint>& points) {
+        const int series = static_cast<int>(plot.Functions.size() + plot.DataSets.size());
+        graph::StrDataPnts set;
+        set.SetName(name.c_str());
+        for (size_t n = 0; n < points.size(); ++n) {
+            const PlotPoint& point = points[n];
+            const int index = static_cast<int>(n);
+            set.PutXDataPoint(point.x_text.c_str(), index);
+            set.PutYDataPoint(point.y_text.c_str(), index);
+            if (point.labelled)
+                plot.SetNote((" (" + point.x_text + " , " + point.y_text + ") ").c_str(), series, index, -1,
+                             false);
+        }
+        plot.DataSets.push_back(std::move(set));
+    };
+    if (!curve.empty()) add_set(table.expression, curve);
+    if (!roots.empty()) add_set("Roots for: " + table.expression, roots);
     return true;
 }
 

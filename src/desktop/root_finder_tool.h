@@ -78,10 +78,11 @@ std::optional<RootTable> find_complex_roots(engine::Parser& parser, std::span<co
                                             RootFinderRefusal& refusal);
 
 // The plot of a real-root scan, named "Root Plot for: " and the expression: a function of the
-// document by its own curve over the scanned range, any other expression by its values at the
-// scan's grid points (failures are holes), and the roots as one more set of points, each root
-// whose value is below 1e-10 labelled " (x , value) ". False with `error` set when there is
-// nothing to plot or the values can not be computed.
+// document by its own curve over the scanned range with the roots as a set of points of their
+// own; any other expression by its values at the scan's grid points (failures are holes) with the
+// roots in their places along them (or, on two branches, as a set of their own). Each root whose
+// value is below 1e-10 is labelled " (x , value) ". False with `error` set when there is nothing
+// to plot or the values can not be computed.
 bool root_plot(engine::Parser& parser, const RootTable& table, engine::Host* host, graph::GraphData& plot,
                std::string& error);
 

@@ -228,14 +228,20 @@ TEST_F(RootFinder, ThePlotShowsTheCurveAndLabelsEachRoot) {
     ASSERT_TRUE(root_plot(parser, *table, nullptr, plot, error)) << error;
     EXPECT_EQ(plot.Header, "Root Plot for: x^2-2");
     EXPECT_EQ(plot.Footer, "Roots for: x^2-2");
-    // A typed expression: its values at the 101 grid points, then the two roots (+-1.41421).
-    ASSERT_EQ(plot.DataSets.size(), 2u);
+    // A typed expression: its values at the 101 grid points with the two roots (+-1.41421) in
+    // their places, 0.04 apart: after -1.44 and after 1.4.
+    ASSERT_EQ(plot.DataSets.size(), 1u);
+    EXPECT_EQ(plot.DataSets.front().GetNumXYZPoints(), 103);
     ASSERT_EQ(plot.Notes.size(), 2u);
+    std::vector<int> at;
     for (const graph::GraphNote& label : plot.Notes) {
         EXPECT_FALSE(label.IsNote);
-        EXPECT_EQ(label.PosX, 1);
+        EXPECT_EQ(label.PosX, 0);
         EXPECT_NE(label.Text.find("1.41421 , "), std::string::npos) << label.Text;
+        at.push_back(label.PosY);
     }
+    std::sort(at.begin(), at.end());
+    EXPECT_EQ(at, (std::vector<int>{15, 87}));
 
     parser.eval_exp("g[t] = t^2-2", true, false, false);
     const auto named = scan("g[t]", {"t", "-2", "2", "101"});
