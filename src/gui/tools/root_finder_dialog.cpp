@@ -223,6 +223,10 @@ RootFinderDialog::RootFinderDialog(DocumentWindow& document, QWidget* parent)
     layout->addWidget(m_view, 1);
     layout->addWidget(close);
 
+    // The remembered mode and form, set before the changes are written back.
+    m_advanced->setChecked(option("MathToolsAdvanced", 0) != 0);
+    (option("RootFinderRealRoots", 1) != 0 ? m_real_mode : m_complex_mode)->setChecked(true);
+
     connect(compute_button, &QPushButton::clicked, this, [this] { compute(); });
     connect(graph_button, &QPushButton::clicked, this, [this] { graph_answer(); });
     connect(copy_button, &QPushButton::clicked, this,
@@ -260,8 +264,6 @@ RootFinderDialog::RootFinderDialog(DocumentWindow& document, QWidget* parent)
 
     refresh_functions();
     load_inputs();
-    m_advanced->setChecked(option("MathToolsAdvanced", 0) != 0);
-    (option("RootFinderRealRoots", 1) != 0 ? m_real_mode : m_complex_mode)->setChecked(true);
     show_mode();
     resize(560, 600);
 }
