@@ -3,6 +3,8 @@
 #include "answer_text.h"
 #include "command_support.h"
 
+#include "engine/root_scan.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,10 +16,7 @@ constexpr long k_most_points = 10'000'000;
 constexpr const char* k_default_accuracy = "1e-4";
 constexpr const char* k_default_step = "0.1";
 constexpr long double k_derivative_tolerance = 1e-4L;
-constexpr long double k_root_accuracy = 1e-14L;
-constexpr int k_root_iterations = 500;
 constexpr long k_recommended_steps = 101;
-constexpr double k_root_imaginary_tolerance = 1e-10;
 // Integrals and derivatives are found to a tolerance near 1e-4, so their last digits are noise:
 // like the integration and differentiation tools, they show 6 digits unless asked for more.
 constexpr int k_tool_digits = 6;
@@ -43,18 +42,6 @@ Limits read_limits(CommandContext& context, size_t first) {
 long double midpoint(long double low, long double high) {
     return EvenPoints(low, high, 3).at(1);
 }
-
-// Negative square roots for the second pass of the root scan, and back to positive afterwards.
-class NegativeRoots {
-public:
-    explicit NegativeRoots(engine::Parser& parser) : m_parser(parser) { m_parser.set_neg_sqrt(true); }
-    ~NegativeRoots() { m_parser.set_neg_sqrt(false); }
-    NegativeRoots(const NegativeRoots&) = delete;
-    NegativeRoots& operator=(const NegativeRoots&) = delete;
-
-private:
-    engine::Parser& m_parser;
-};
 
 } // namespace
 
@@ -171,47 +158,33 @@ int run_roots(CommandContext& context) {
                                   {limits.low, midpoint(limits.low, limits.high), limits.high});
     engine::Parser& parser = context.parser;
 
-    // A root on a grid point is found from both of its intervals; it is kept once because
-    // roots are told apart by their text, as printed.
-    std::vector<std::string> found;
-    const auto fail_at = [&](const std::string& where) {
-        calculation_failure("An error occured while computing the function at " +
-                            std::string(variable.name()) + " = " + where + " : " + last_error(parser));
-    };
-    // One pass over the grid; false when the user stopped it.
-    const auto scan = [&](const char* pass) {
-        long double left = grid.at(0);
-        for (long i = 0; i + 1 < grid.count(); ++i) {
-            if (stop_requested(context, std::to_string(i) + " of " + std::to_string(grid.count() - 1) +
-                                            " intervals" + pass))
-                return false;
-            show_progress(context, i, grid.count() - 1);
-            const long double right = grid.at(i + 1);
-            long double root = 0;
-            const bool has_root = parser.Root(equation.number(), variable.name(), left, right, k_root_accuracy,
-                                              k_root_iterations, root, true);
-            if (parser.IsAnError()) fail_at(format_answer(context, left));
-            left = right;
-            if (!has_root) continue;
-            const std::string text = format_answer(context, root);
-            if (std::find(found.begin(), found.end(), text) != found.end()) continue;
-            variable.set(root);
-            const engine::complex value = parser.solve_equation(equation.number(), false, true);
-            if (parser.IsAnError()) fail_at(text);
-            // A root of the real part alone is no root.
-            if (std::fabs(value.imag()) >= k_root_imaginary_tolerance) continue;
-            found.push_back(text);
-            context.out << text << '\t' << format_answer(context, value) << '\n';
-            context.out.flush();
-        }
+    // Each root is written as it is found; roots that print alike are one.
+    engine::RootScanCalls calls;
+    calls.point = [&grid](long i) { return grid.at(i); };
+    calls.set_variable = [&variable](long double x) { variable.set(x); };
+    calls.text = [&context](long double x) { return format_answer(context, x); };
+    calls.going_on = [&context](long i, long intervals, bool negative) {
+        if (stop_requested(context, std::to_string(i) + " of " + std::to_string(intervals) + " intervals" +
+                                        (negative ? " of the negative branch" : "")))
+            return false;
+        show_progress(context, i, intervals);
         return true;
     };
-    if (!scan("")) return k_stopped_status;
-    if (equation.took_even_root()) {
-        const NegativeRoots negative(parser);
-        if (!scan(" of the negative branch")) return k_stopped_status;
+    calls.found = [&context](const engine::ScannedRoot& root) {
+        context.out << root.text << '\t' << format_answer(context, root.value) << '\n';
+        context.out.flush();
+    };
+    const engine::RootScanResult scan =
+        engine::scan_roots(parser, equation.number(), variable.name(), grid.count(), equation.took_even_root(), calls);
+    if (scan.end == engine::RootScanEnd::stopped) return k_stopped_status;
+    if (scan.end == engine::RootScanEnd::failed) {
+        std::string why = scan.error;
+        std::replace(why.begin(), why.end(), '\n', ' ');
+        std::replace(why.begin(), why.end(), '\r', ' ');
+        calculation_failure("An error occured while computing the function at " + std::string(variable.name()) +
+                            " = " + format_answer(context, scan.failed_at) + " : " + why);
     }
-    if (found.empty()) context.err << "Solution - 0 roots found\n";
+    if (scan.roots.empty()) context.err << "Solution - 0 roots found\n";
     return 0;
 }
 

@@ -16,9 +16,11 @@
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 #include "gui/graph2d/simulation_player.h"
+#include "gui/tools/root_finder_dialog.h"
 #include "gui/tools/tool_windows.h"
 
 #include <QComboBox>
+#include <QRadioButton>
 #include "gui/lists/manager_dialog.h"
 
 #include <QLineEdit>
@@ -254,6 +256,23 @@ bool shoot(const QString& out, const QString& suffix) {
         integral->integrate();
         ok = save(integral, out + QStringLiteral("/integration") + suffix + QStringLiteral(".png")) && ok;
         integral->hide();
+        RootFinderDialog* roots = static_cast<RootFinderDialog*>(window->tools().open(Tool::RootFinder));
+        roots->real_mode()->setChecked(true);
+        roots->expression()->setEditText(QStringLiteral("x^3-6x^2+11x-6"));
+        roots->variable()->setEditText(QStringLiteral("x"));
+        roots->start()->setText(QStringLiteral("0"));
+        roots->end()->setText(QStringLiteral("4"));
+        roots->steps()->setText(QStringLiteral("401"));
+        roots->compute();
+        ok = save(roots, out + QStringLiteral("/root-finder") + suffix + QStringLiteral(".png")) && ok;
+        roots->complex_mode()->setChecked(true);
+        roots->set_coefficient(3, QStringLiteral("1"));
+        roots->set_coefficient(1, QStringLiteral("-2"));
+        roots->set_coefficient(0, QStringLiteral("5"));
+        roots->compute();
+        ok = save(roots, out + QStringLiteral("/root-finder-complex") + suffix + QStringLiteral(".png")) && ok;
+        roots->real_mode()->setChecked(true); // the mode the settings keep
+        roots->hide();
     }
 
     OptionsDialog options(services, &window->parser(), &frame);

@@ -18,12 +18,13 @@ QString ToolDialog::busy_message() const {
     return tr("A computation is running in the %1: stop it before closing the document.").arg(m_caption);
 }
 
-void ToolDialog::tell(const QString& text) {
+void ToolDialog::tell(const QString& text, const QString& caption) {
+    const QString& title = caption.isEmpty() ? m_caption : caption;
     if (m_document.services().sounds) m_document.services().sounds->play(QStringLiteral("Error.wav"));
     if (QStringList* collected = m_document.services().collected_messages)
-        *collected << m_caption + QStringLiteral(": ") + text;
+        *collected << title + QStringLiteral(": ") + text;
     else
-        QMessageBox::warning(this, m_caption, text);
+        QMessageBox::warning(this, title, text);
 }
 
 } // namespace quorvex::gui

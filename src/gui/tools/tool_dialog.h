@@ -27,8 +27,9 @@ public:
 
 protected:
     DocumentWindow& document() const { return m_document; }
-    // An input error: the error sound and a box under the tool's caption (collected in tests).
-    void tell(const QString& text);
+    // An input error: the error sound and a box under the tool's caption, or under `caption`
+    // when one is given (collected in tests).
+    void tell(const QString& text, const QString& caption = {});
 
 private:
     DocumentWindow& m_document;

@@ -8,6 +8,7 @@
 #include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
+#include "gui/tools/root_finder_dialog.h"
 
 namespace quorvex::gui {
 
@@ -23,7 +24,7 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::QuickGraph: return new QuickGraphDialog(m_document, &m_document);
     case Tool::Differentiation: return new DifferentiationDialog(m_document, &m_document);
     case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
-    case Tool::RootFinder:
+    case Tool::RootFinder: return new RootFinderDialog(m_document, &m_document);
     case Tool::CurveFitter:
     case Tool::StatPlot:
     case Tool::Matrix:
