@@ -9,6 +9,7 @@
 
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSpinBox>
 #include <QTextBlock>
 #include <QtTest>
 
@@ -38,6 +39,12 @@ private Q_SLOTS:
         QCOMPARE(solver->call(), QStringLiteral("NTHROOT[27,3]"));
         QCOMPARE(solver->solution(), QStringLiteral("3"));
         QCOMPARE(scratch.messages, QStringList());
+        // Six digits until the user asks for others, at most fourteen.
+        QCOMPARE(solver->precision()->value(), 6);
+        QCOMPARE(solver->precision()->maximum(), 14);
+        solver->parameter_field(0)->setText(QStringLiteral("2"));
+        QVERIFY(solver->solve());
+        QCOMPARE(solver->solution(), QStringLiteral("1.25992"));
 
         // A missing value is refused; a bad one is refused with the engine's reason.
         solver->parameter_field(1)->clear();

@@ -96,10 +96,10 @@ FunctionSolverDialog::FunctionSolverDialog(DocumentWindow& document, QWidget* pa
     // The fields never take the height the list could use.
     m_fixed_box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
 
-    m_precision->setRange(1, 15);
-    const engine::PrecformType& format = document.parser().answer_format();
+    // Digits of the solution, 1 to 14, six until the user picks others.
+    m_precision->setRange(1, 14);
     store::IniFile* settings = document.services().settings;
-    m_precision->setValue(settings ? settings->GetInt("OPTIONS", "SolverPrecision", format.precision) : format.precision);
+    m_precision->setValue(settings ? settings->GetInt("OPTIONS", "SolverPrecision", 6) : 6);
     m_call->setReadOnly(true);
     m_solution->setReadOnly(true);
     m_solution->setObjectName(QStringLiteral("solution"));

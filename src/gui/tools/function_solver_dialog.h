@@ -43,6 +43,7 @@ public:
 
     // The field of fixed parameter `index` as the form shows it now (the list form's parameters
     // after the list in list form).
+    QSpinBox* precision() const { return m_precision; }
     QLineEdit* parameter_field(int index) const { return m_fields[static_cast<size_t>(index)]; }
     QLineEdit* list_entry() const { return m_entry; }
     QStringList list_values() const;
