@@ -5,6 +5,8 @@
 #include "gui/common/scratch_services.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_printer.h"
+#include "gui/editor/find_replace_dialog.h"
+#include "gui/lists/list_pane.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/keypad.h"
 #include "gui/graph2d/graph_window.h"
@@ -17,6 +19,10 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QSplitter>
+#include <QTextBlock>
 #include <QComboBox>
 #include <QLabel>
 #include <QMdiArea>
@@ -206,6 +212,59 @@ private Q_SLOTS:
         QCOMPARE(frame.active_document(), second);
         QTest::keyClick(second->editor(), Qt::Key_W, Qt::ControlModifier);
         QCOMPARE(frame.documents(), QList<DocumentWindow*>{first});
+    }
+
+    void theEditorsCommandsFindNextClearTheFontAndTheListsPlaces() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        MainFrame frame(scratch.services);
+        frame.show();
+        frame.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&frame));
+        DocumentWindow* window = frame.new_document();
+        MathEditor* editor = window->editor();
+        editor->setPlainText(QStringLiteral("ab = 1\nab*2\nab+3"));
+
+        // F3 with nothing sought opens Find; afterwards it finds the next match each time.
+        frame.action(QStringLiteral("editFindNext"))->trigger();
+        auto* find = frame.findChild<FindReplaceDialog*>();
+        QVERIFY(find && find->isVisible());
+        find->find_field()->setText(QStringLiteral("ab"));
+        editor->moveCursor(QTextCursor::Start);
+        frame.action(QStringLiteral("editFindNext"))->trigger();
+        frame.action(QStringLiteral("editFindNext"))->trigger();
+        QCOMPARE(editor->textCursor().blockNumber(), 1);
+        QCOMPARE(editor->textCursor().selectedText(), QStringLiteral("ab"));
+
+        // Ctrl+Delete clears the selection, leaving the clipboard alone.
+        QApplication::clipboard()->setText(QStringLiteral("kept"));
+        QTest::keyClick(editor, Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(editor->document()->findBlockByNumber(1).text(), QStringLiteral("*2"));
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("kept"));
+
+        // The font goes to the editor and both lists, and into the document.
+        window->toggle_list(true);
+        window->toggle_list(false);
+        QFont font(QStringLiteral("DejaVu Sans Mono"));
+        font.setPixelSize(20);
+        font.setItalic(true);
+        window->set_editor_font(font);
+        QCOMPARE(editor->font().pixelSize(), 20);
+        QCOMPARE(window->variable_list()->font().pixelSize(), 20);
+        QVERIFY(window->function_list()->font().italic());
+        QCOMPARE(window->document().Font.Italic, 1);
+        QVERIFY(window->is_modified());
+
+        // The lists above the editor, and back at its right; a graph hides them, the editor brings them back.
+        frame.action(QStringLiteral("viewListsTop"))->trigger();
+        QVERIFY(window->lists_at_top());
+        QVERIFY(window->splitter()->indexOf(window->variable_list()) < window->splitter()->indexOf(editor));
+        frame.action(QStringLiteral("viewListsRight"))->trigger();
+        QVERIFY(window->splitter()->indexOf(window->variable_list()) > window->splitter()->indexOf(editor));
+        window->toggle_graph();
+        QVERIFY(!window->variable_list()->isVisible() && !window->function_list()->isVisible());
+        window->toggle_graph();
+        QVERIFY(window->variable_list()->isVisible() && window->function_list()->isVisible());
+        scratch.save_answers = {QMessageBox::No};
     }
 
     void theStatusLineTheWindowMenuAndTheIconFollowTheDocuments() {

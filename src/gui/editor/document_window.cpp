@@ -17,6 +17,7 @@
 
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QFontInfo>
 #include <QFileSystemWatcher>
 #include <QTimer>
 #include <QMessageBox>
@@ -111,6 +112,8 @@ void DocumentWindow::apply_font() {
     font.setBold(record.Weight >= 600);
     font.setItalic(record.Italic != 0);
     m_editor->setFont(font);
+    for (ListPane* pane : {m_variable_list, m_function_list})
+        if (pane) pane->setFont(font);
 }
 
 void DocumentWindow::show_text() {
@@ -275,13 +278,23 @@ bool DocumentWindow::graph_shown() const { return m_graph_window && m_graph_wind
 
 void DocumentWindow::toggle_graph() {
     GraphWindow* graphs = graph_window();
+    const auto shown = [](ListPane* pane) { return pane && pane->isVisible(); };
     if (graph_shown()) {
         graphs->hide();
         m_editor->show();
+        // The lists come back as they were beside the editor.
+        if (m_variables_before_graph && m_variable_list) m_variable_list->show();
+        if (m_functions_before_graph && m_function_list) m_function_list->show();
+        share_space();
         m_editor->setFocus();
         Q_EMIT statusText(QString()); // the coordinates under the pointer were the graph's
         return;
     }
+    // The lists belong to the editor: a graph takes the whole place.
+    m_variables_before_graph = shown(m_variable_list);
+    m_functions_before_graph = shown(m_function_list);
+    for (ListPane* pane : {m_variable_list, m_function_list})
+        if (pane) pane->hide();
     graphs->refresh_list();
     m_editor->hide();
     graphs->show();
@@ -295,23 +308,61 @@ void DocumentWindow::toggle_list(bool variables) {
     ListPane*& pane = variables ? m_variable_list : m_function_list;
     if (!pane) {
         pane = new ListPane(*this, variables ? ListPane::Kind::Variables : ListPane::Kind::Functions, m_splitter);
-        m_splitter->addWidget(pane);
+        if (lists_at_top())
+            m_splitter->insertWidget(0, pane);
+        else
+            m_splitter->addWidget(pane);
+        pane->setFont(m_editor->font());
         connect(this, variables ? &DocumentWindow::variablesChanged : &DocumentWindow::functionsChanged, pane,
                 &ListPane::refresh);
         pane->hide();
     }
     pane->setVisible(!pane->isVisible());
     if (pane->isVisible()) pane->refresh();
-    // The editor keeps a little more than half; the lists shown share the rest.
+    share_space();
+}
+
+void DocumentWindow::share_space() {
     const int lists = (m_variable_list && m_variable_list->isVisible()) + (m_function_list && m_function_list->isVisible());
+    const int whole = m_splitter->orientation() == Qt::Horizontal ? width() : height();
     QList<int> sizes;
     for (int i = 0; i < m_splitter->count(); ++i) {
         QWidget* each = m_splitter->widget(i);
-        if (each == m_editor) sizes << (lists ? width() * 55 / 100 : width());
-        else if (each->isVisible() && (each == m_variable_list || each == m_function_list)) sizes << width() * 45 / 100 / lists;
+        if (each == m_editor) sizes << (lists ? whole * 55 / 100 : whole);
+        else if (each->isVisible() && (each == m_variable_list || each == m_function_list)) sizes << whole * 45 / 100 / lists;
+        else if (each == m_graph_window && each->isVisible()) sizes << whole;
         else sizes << 0;
     }
     m_splitter->setSizes(sizes);
+}
+
+bool DocumentWindow::lists_at_top() const { return m_splitter->orientation() == Qt::Vertical; }
+
+void DocumentWindow::set_lists_at_top(bool top) {
+    if (top == lists_at_top()) return;
+    m_splitter->setOrientation(top ? Qt::Vertical : Qt::Horizontal);
+    // Above the editor the lists come first; at its right, last.
+    for (ListPane* pane : {m_function_list, m_variable_list})
+        if (pane) {
+            if (top)
+                m_splitter->insertWidget(0, pane);
+            else
+                m_splitter->addWidget(pane);
+        }
+    share_space();
+}
+
+void DocumentWindow::set_editor_font(const QFont& font) {
+    document::FontRecord& record = m_document->Font;
+    record.FaceName = font.family().left(static_cast<int>(document::FontRecord::MaxFaceName)).toStdString();
+    // Kept as the platform's character height, as the document has always kept it.
+    const int pixels = QFontInfo(font).pixelSize();
+    record.Height = -std::max(1, pixels - 3);
+    record.Weight = font.bold() ? 700 : 400;
+    record.Italic = font.italic() ? 1 : 0;
+    apply_font();
+    m_parser->set_vars_saved(false); // the document changed
+    update_caption();
 }
 
 ManagerDialog* DocumentWindow::open_manager(bool variables, const QString& name) {

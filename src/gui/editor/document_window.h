@@ -5,6 +5,7 @@
 #include "engine/parser.h"
 #include "gui/common/message_reporter.h"
 
+#include <QFont>
 #include <QString>
 #include <QWidget>
 
@@ -51,6 +52,11 @@ public:
     void toggle_graph();
     // The list of variables (F11) or functions (F12) beside the editor, shown or hidden.
     void toggle_list(bool variables);
+    // The lists stand at the right of the editor, or above it.
+    void set_lists_at_top(bool top);
+    bool lists_at_top() const;
+    // The editor's font, also that of both lists, kept with the document.
+    void set_editor_font(const QFont& font);
     ListPane* variable_list() const { return m_variable_list; }
     ListPane* function_list() const { return m_function_list; }
     // The variables manager (F6) or function manager (F7) of this document, made once and
@@ -139,6 +145,8 @@ private:
     // it was read or written here. True when the save may go on.
     bool may_overwrite(const QString& target);
     void apply_font();
+    // The editor keeps a little more than half of the splitter; the lists shown share the rest.
+    void share_space();
     void update_caption();
 
     Services& m_services;
@@ -152,6 +160,8 @@ private:
     GraphWindow* m_graph_window = nullptr;
     ListPane* m_variable_list = nullptr;
     ListPane* m_function_list = nullptr;
+    // The lists that were shown when a graph took the editor's place, to show again after it.
+    bool m_variables_before_graph = false, m_functions_before_graph = false;
     ManagerDialog* m_variable_manager = nullptr;
     ManagerDialog* m_function_manager = nullptr;
     FunctionSolverDialog* m_solver = nullptr;

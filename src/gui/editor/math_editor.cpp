@@ -165,6 +165,10 @@ void MathEditor::keyPressEvent(QKeyEvent* event) {
             return;
         }
     }
+    if (key == Qt::Key_Delete && event->modifiers() == Qt::ControlModifier) {
+        clear_selection(); // Clear, not the deletion of the next word
+        return;
+    }
     const bool shift = event->modifiers() & Qt::ShiftModifier;
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     std::optional<desktop::EditorKey> editor_key;
@@ -189,6 +193,13 @@ void MathEditor::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+void MathEditor::clear_selection() {
+    QTextCursor cursor = textCursor();
+    if (!cursor.hasSelection()) return;
+    cursor.removeSelectedText();
+    setTextCursor(cursor);
 }
 
 void MathEditor::move_on_after_compute(bool computed, bool succeeded) {

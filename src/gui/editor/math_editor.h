@@ -24,6 +24,8 @@ public:
     // Evaluates the caret's line as the key `key` asks; false when the engine refused it.
     bool compute_current_line(desktop::EditorKey key = desktop::EditorKey::F4);
     void set_as_fraction(bool on);
+    // Clear (Ctrl+Delete): the selected text goes, not to the clipboard; nothing without one.
+    void clear_selection();
     bool as_fraction() const { return m_processor.settings().as_fraction; }
     // Takes the calculation method of the program's options (after the options dialog).
     void apply_options();

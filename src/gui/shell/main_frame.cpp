@@ -8,6 +8,7 @@
 #include "gui/common/services.h"
 #include "gui/editor/document_printer.h"
 #include "gui/editor/document_window.h"
+#include "gui/editor/editor_actions.h"
 #include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
@@ -302,6 +303,7 @@ void MainFrame::create_menus() {
     QMenu* view = menuBar()->addMenu(tr("&View"));
     for (const char* name : {"viewKeypad", "viewVariables", "viewFunctions", "viewIncrementalVariables"})
         view->addAction(action(QLatin1String(name)));
+    add_editor_actions(this, edit, view, [this] { return active_document(); }, [this] { return m_find; });
 
     QMenu* graph = menuBar()->addMenu(tr("&Graph"));
     for (const char* name : {"graphToggle", "graphWizard", "graphSetup", "graphNew"})
@@ -352,6 +354,7 @@ void MainFrame::update_actions() {
     for (const char* name :
          {"fileSave", "fileSaveAs", "fileClose", "fileCloseAll", "filePrint", "filePrintPreview", "fileExportPdf",
           "editUndo", "editRedo", "editCut", "editCopy", "editPaste", "editSelectAll", "editFind", "editReplace",
+          "editFindNext", "editClear", "viewFont", "viewListsRight", "viewListsTop",
           "computeLine", "computeAsFraction", "viewVariables", "viewFunctions", "toolsVariableManager",
           "toolsFunctionManager", "toolsLibrary", "graphToggle", "graphNew", "graphSetup", "graphWizard",
           "graphOpenFile", "graphSaveFile", "graphNote", "graphGrid", "graphLogX", "graphLogY", "graphExport",
