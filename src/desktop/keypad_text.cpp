@@ -1,6 +1,7 @@
 #include "keypad_text.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace quorvex::desktop {
 
@@ -100,7 +101,12 @@ KeypadLine toggle_sign(KeypadLine line) {
     normalise(line);
     if (line.text.empty()) return line;
     const bool selection = line.start != line.end;
-    const auto [from, to] = operand_of(line);
+    auto [from, to] = operand_of(line);
+    // The sign the key put just before the caret belongs to the operand, so that a second press
+    // takes it away again; a minus after a value ("5-3") is a subtraction and is left alone.
+    if (!selection && from > 0 && line.text[from - 1] == '-' &&
+        (from == 1 || std::string_view("(=,+-*/^<>!").find(line.text[from - 2]) != std::string_view::npos))
+        --from;
     std::string operand = line.text.substr(from, to - from);
     if (!operand.empty() && operand[0] == '-') {
         operand.erase(0, 1);
@@ -110,10 +116,12 @@ KeypadLine toggle_sign(KeypadLine line) {
     } else {
         operand = holds_operator(operand) ? "-(" + operand + ")" : "-" + operand;
     }
-    const bool empty = to == from;
+    const bool adding = operand.size() > static_cast<size_t>(to - from);
     line.text.replace(from, to - from, operand);
-    // Before nothing ("5*" at its end) the caret goes behind the new sign, to type the operand.
-    if (empty) line.start = from + operand.size();
+    // A new sign takes the caret one place on, so it stays before the operand it was before (and
+    // behind the sign when there is no operand yet, to type one); a sign taken away leaves it
+    // where it was.
+    if (!selection) line.start = adding ? from + 1 : from;
     line.end = selection ? from + operand.size() : line.start;
     return line;
 }

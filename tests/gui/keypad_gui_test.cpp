@@ -50,6 +50,37 @@ private Q_SLOTS:
         QCOMPARE(scratch.messages.last(), QStringLiteral("Calculator: There is no expression to compute!"));
         QVERIFY(keypad.press(QStringLiteral("RAD")));
         QCOMPARE(window.parser().angle_type(), 1);
+
+        // M+ on an empty line says what it needs; Del there leaves the line ends alone.
+        const int lines = editor->document()->blockCount();
+        QVERIFY(keypad.press(QStringLiteral("M+")));
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("You must select the text or place the cursor")));
+        QTest::keyClick(editor, Qt::Key_Up);
+        QTest::keyClick(editor, Qt::Key_End);
+        QTest::keyClick(editor, Qt::Key_Return); // an empty line between two
+        QVERIFY(keypad.press(QStringLiteral("Del")));
+        QCOMPARE(editor->document()->blockCount(), lines + 1);
+
+        // A failing line keeps the caret, at its end; only at the end of the text is a line added.
+        editor->insertPlainText(QStringLiteral("1/"));
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(editor->document()->blockCount(), lines + 1);
+        QCOMPARE(editor->textCursor().block().text(), QStringLiteral("1/"));
+        QTextCursor end = editor->textCursor();
+        end.movePosition(QTextCursor::End);
+        editor->setTextCursor(end);
+        editor->insertPlainText(QStringLiteral("2*"));
+        QVERIFY(keypad.press(QStringLiteral("Enter")));
+        QCOMPARE(editor->document()->blockCount(), lines + 2);
+        QCOMPARE(editor->textCursor().block().text(), QStringLiteral("2*"));
+        QVERIFY(editor->textCursor().atBlockEnd());
+
+        // MS from the middle of a line leaves the caret at its end.
+        QTextCursor middle = editor->textCursor();
+        middle.movePosition(QTextCursor::StartOfBlock);
+        editor->setTextCursor(middle);
+        QVERIFY(keypad.press(QStringLiteral("MS")));
+        QVERIFY(editor->textCursor().atBlockEnd());
         QVERIFY(!keypad.press(QStringLiteral("no such button")));
     }
 

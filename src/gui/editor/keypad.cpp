@@ -123,7 +123,10 @@ Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWid
         if (MathEditor* e = editor()) e->textCursor().deletePreviousChar();
     }, tr("delete backwards"));
     add(grid, 5, digits + 1, QStringLiteral("Del"), [editor] {
-        if (MathEditor* e = editor()) e->textCursor().deleteChar();
+        MathEditor* e = editor();
+        // On an empty line there is nothing to delete: the line end stays.
+        if (!e || (e->textCursor().block().text().isEmpty() && !e->textCursor().hasSelection())) return;
+        e->textCursor().deleteChar();
     }, tr("delete forwards"));
     add(grid, 5, digits + 2, QStringLiteral("Del line"), [editor] {
         MathEditor* e = editor();
@@ -145,10 +148,16 @@ Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWid
             tell("There is no expression to compute!");
             return;
         }
-        e->compute_current_line(desktop::EditorKey::Enter);
+        const bool computed = e->compute_current_line(desktop::EditorKey::Enter);
         QTextCursor cursor = e->textCursor();
         cursor.movePosition(QTextCursor::EndOfBlock);
-        cursor.insertBlock();
+        const bool last = !cursor.block().next().isValid();
+        // A computed line gets a new one after it. A failed one keeps the caret to be corrected; at
+        // the end of the text a line is still added below it.
+        if (computed || last) {
+            cursor.insertBlock();
+            if (!computed) cursor.movePosition(QTextCursor::PreviousBlock), cursor.movePosition(QTextCursor::EndOfBlock);
+        }
         e->setTextCursor(cursor);
     }, tr("compute the line"));
     const auto span = [grid](int row, int column, int rows, int columns) {
@@ -161,22 +170,28 @@ Keypad::Keypad(Services& services, std::function<DocumentWindow*()> active, QWid
     span(6, digits, 2, 5)->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 
     // Memory, angle unit and the caret: two columns.
-    add(grid, 0, memory + 0, QStringLiteral("MS"), [this, editor] {
-        MathEditor* e = editor();
-        if (!e) return;
-        const QString text = e->textCursor().hasSelection() ? e->textCursor().selectedText() : e->textCursor().block().text();
-        if (text.isEmpty()) {
-            tell("You must select the text or place the cursor on the line that you would like to save in the Math Editor.");
-            return;
-        }
-        tell(e->memory().save(text.toStdString(), false));
-    }, tr("keep the line or selection in memory"));
-    add(grid, 0, memory + 1, QStringLiteral("M+"), [this, editor] {
-        MathEditor* e = editor();
-        if (!e) return;
-        const QString text = e->textCursor().hasSelection() ? e->textCursor().selectedText() : e->textCursor().block().text();
-        if (!text.isEmpty()) tell(e->memory().save(text.toStdString(), true));
-    }, tr("add the line or selection to memory"));
+    // MS keeps the selection or the caret's line as text; M+ adds it to what is kept. Without a
+    // selection the caret goes to the line's end, as after reading the whole line.
+    const auto save = [this, editor](bool add) {
+        return [this, editor, add] {
+            MathEditor* e = editor();
+            if (!e) return;
+            QTextCursor cursor = e->textCursor();
+            const QString text = cursor.hasSelection() ? cursor.selectedText() : cursor.block().text();
+            if (text.isEmpty()) {
+                tell("You must select the text or place the cursor on the line that you would like to save in the "
+                     "Math Editor.");
+                return;
+            }
+            if (!cursor.hasSelection()) {
+                cursor.movePosition(QTextCursor::EndOfBlock);
+                e->setTextCursor(cursor);
+            }
+            tell(e->memory().save(text.toStdString(), add));
+        };
+    };
+    add(grid, 0, memory + 0, QStringLiteral("MS"), save(false), tr("keep the line or selection in memory"));
+    add(grid, 0, memory + 1, QStringLiteral("M+"), save(true), tr("add the line or selection to memory"));
     add(grid, 1, memory + 0, QStringLiteral("M-"), [this, editor] {
         if (MathEditor* e = editor()) tell(e->memory().remove_last());
     }, tr("take the last addition out of memory"));

@@ -48,6 +48,14 @@ TEST(KeypadText, SignTogglesBackAndBracketsWrapTheOperand) {
     EXPECT_EQ(toggle_sign({"2*y+1", 2, 3}).text, "2*-y+1"); // the selection alone
     EXPECT_EQ(toggle_sign({"-(a)", 0, 0}).text, "(a)");     // a bracket the user typed stays
     EXPECT_EQ(toggle_sign({"", 0, 0}).text, "");
+    // The caret goes one place on with a new sign, and back with the sign taken away.
+    KeypadLine signed_once = toggle_sign({"x=4", 2, 2});
+    EXPECT_EQ(signed_once.text, "x=-4");
+    EXPECT_EQ(signed_once.start, 3u);
+    const KeypadLine signed_twice = toggle_sign(signed_once);
+    EXPECT_EQ(signed_twice.text, "x=4");
+    EXPECT_EQ(signed_twice.start, 2u);
+    EXPECT_EQ(toggle_sign({"5-3", 2, 2}).text, "5--3"); // a subtraction's minus is no sign
     KeypadLine sign = toggle_sign({"5*", 2, 2}); // at the line's end: the operand is typed after it
     EXPECT_EQ(sign.text, "5*-");
     EXPECT_EQ(sign.start, 3u);
