@@ -8,6 +8,7 @@
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/find_replace_dialog.h"
+#include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
 #include "gui/editor/name_completer.h"
 #include "gui/shell/main_frame.h"
@@ -248,6 +249,7 @@ private Q_SLOTS:
 
     void theErrorWindowStaysInsideTheMainWindow() {
         Program program(1);
+        program.frame->keypad()->hide(); // shown at a first start; the editor takes the window here
         program.frame->setGeometry(40, 40, 600, 420);
         MathEditor* editor = program.frame->new_document()->editor();
         // Enough lines that the caret stands at the bottom of the window.

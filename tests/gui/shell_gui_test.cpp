@@ -267,6 +267,45 @@ private Q_SLOTS:
         scratch.save_answers = {QMessageBox::No};
     }
 
+    void theFirstStartShowsTheKeypadAndAWorksheetWhoseLinesAllCompute() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        {
+            MainFrame frame(scratch.services);
+            QVERIFY(frame.first_start());
+            QCOMPARE(scratch.services.settings->GetString("OPTIONS", "ShowCalcBar"), std::string("1"));
+            frame.show();
+            QVERIFY(frame.keypad()->isVisible());
+            DocumentWindow* sheet = frame.open_getting_started();
+            QVERIFY(sheet);
+            QVERIFY(sheet->file_path().startsWith(scratch.services.data_dir)); // the user's own copy
+            // Enter on every line that is not a note computes; the graph it points to draws.
+            MathEditor* editor = sheet->editor();
+            int computed = 0;
+            for (QTextBlock line = editor->document()->firstBlock(); line.isValid(); line = line.next()) {
+                if (line.text().trimmed().isEmpty() || line.text().startsWith(QStringLiteral("//"))) continue;
+                editor->setTextCursor(QTextCursor(line));
+                QVERIFY2(editor->compute_current_line(), qPrintable(line.text() + QStringLiteral(": ") + editor->last_error()));
+                ++computed;
+            }
+            QVERIFY(computed >= 10);
+            QVERIFY(sheet->show_graph(0));
+            QVERIFY(sheet->graph_window()->errors().isEmpty());
+            frame.mdi_area()->closeAllSubWindows();
+            scratch.save_answers = {QMessageBox::No, QMessageBox::No};
+
+            // The first start shows it at the left of an empty document, which takes the typing.
+            frame.open_first_start_documents();
+            QTRY_VERIFY(frame.active_document() && frame.active_document()->file_path().isEmpty());
+            const QList<QMdiSubWindow*> shown = frame.mdi_area()->subWindowList();
+            QCOMPARE(shown.size(), 2);
+            QTRY_VERIFY(shown[0]->geometry().right() < shown[1]->geometry().left());
+            QCOMPARE(frame.active_document(), qobject_cast<DocumentWindow*>(shown[1]->widget()));
+            scratch.save_answers = {QMessageBox::No, QMessageBox::No};
+        }
+        MainFrame again(scratch.services);
+        QVERIFY(!again.first_start());
+    }
+
     void theStatusLineTheWindowMenuAndTheIconFollowTheDocuments() {
         ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
         MainFrame frame(scratch.services);

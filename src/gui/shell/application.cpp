@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QScreen>
 #include <QStandardPaths>
 
 namespace quorvex::gui {
@@ -70,9 +71,17 @@ bool Application::start() {
             m_frame->raise();
             m_frame->activateWindow();
         });
-    m_frame->show();
+    // The first start fills the screen and opens the worksheet that teaches the program.
+    if (m_frame->first_start()) {
+        // Without a window manager to do it, the screen's size is taken by hand.
+        if (const QScreen* screen = m_frame->screen()) m_frame->setGeometry(screen->availableGeometry());
+        m_frame->showMaximized();
+    }
+    else
+        m_frame->show();
     if (m_sounds) m_sounds->play(QStringLiteral("Quorvex.wav"));
-    // Work a crash left behind first; a new empty document only when there is nothing else.
+    // Work a crash left behind first; at the first start the worksheet that teaches the program; a
+    // new empty document only when there is nothing else.
     m_frame->offer_recovery();
     if (!file.isEmpty()) {
         if (!QFileInfo::exists(file))
@@ -80,7 +89,10 @@ bool Application::start() {
         else if (!m_frame->open_document(file))
             m_frame->new_document();
     } else if (m_frame->documents().isEmpty()) {
-        m_frame->new_document();
+        if (m_frame->first_start())
+            m_frame->open_first_start_documents();
+        else
+            m_frame->new_document();
     }
     return true;
 }

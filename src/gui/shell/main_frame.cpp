@@ -28,6 +28,7 @@
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -35,6 +36,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
@@ -67,8 +69,14 @@ MainFrame::MainFrame(Services& services, QWidget* parent)
     setCentralWidget(m_area);
     m_keypad = new Keypad(m_services, [this] { return active_document(); }, this);
     addDockWidget(Qt::BottomDockWidgetArea, m_keypad);
-    // Shown as it was left (ShowCalcBar); the choice is written when it changes.
-    m_keypad->setVisible(m_services.settings && m_services.settings->GetInt("OPTIONS", "ShowCalcBar", 0) != 0);
+    // Shown as it was left (ShowCalcBar), and at the first start, when the choice is written at
+    // once; afterwards it is written when it changes.
+    m_first_start = m_services.settings && m_services.settings->GetString("OPTIONS", "ShowCalcBar").empty();
+    if (m_first_start) {
+        m_services.settings->WriteString("OPTIONS", "ShowCalcBar", "1");
+        m_services.settings->Save();
+    }
+    m_keypad->setVisible(m_services.settings && m_services.settings->GetInt("OPTIONS", "ShowCalcBar", 1) != 0);
     connect(m_keypad, &QDockWidget::visibilityChanged, this, [this](bool shown) {
         if (!m_services.settings || isHidden()) return;
         m_services.settings->WriteString("OPTIONS", "ShowCalcBar", shown ? "1" : "0");
@@ -450,6 +458,38 @@ QMdiSubWindow* MainFrame::add_window(DocumentWindow* window) {
     if (m_area->subWindowList().size() == 1) sub->showMaximized();
     update_actions();
     return sub;
+}
+
+DocumentWindow* MainFrame::open_getting_started() {
+    // The user's own copy, to change and save as they like; the program's stays as shipped.
+    const QString copy = QDir(m_services.data_dir).filePath(QStringLiteral("Getting Started.qvx"));
+    if (!QFileInfo::exists(copy) &&
+        !QFile::copy(QDir(m_services.library_dir).filePath(QStringLiteral("Getting Started.qvx")), copy))
+        return nullptr;
+    QFile::setPermissions(copy, QFile::permissions(copy) | QFileDevice::WriteOwner);
+    return open_document(copy);
+}
+
+void MainFrame::open_first_start_documents() {
+    DocumentWindow* sheet = open_getting_started();
+    DocumentWindow* blank = new_document();
+    if (!sheet || !blank) return;
+    // Side by side once the window has its size: the worksheet to read and press Enter on at the
+    // left, an empty document to work in at the right, where the typing goes.
+    QTimer::singleShot(0, this, [this, sheet = QPointer<DocumentWindow>(sheet), blank = QPointer<DocumentWindow>(blank)] {
+        if (!sheet || !blank) return;
+        auto* left = qobject_cast<QMdiSubWindow*>(sheet->parentWidget());
+        auto* right = qobject_cast<QMdiSubWindow*>(blank->parentWidget());
+        if (!left || !right) return;
+        const QRect area = m_area->viewport()->rect();
+        const int split = area.width() * 2 / 5;
+        left->showNormal();
+        right->showNormal();
+        left->setGeometry(0, 0, split, area.height());
+        right->setGeometry(split, 0, area.width() - split, area.height());
+        m_area->setActiveSubWindow(right);
+        blank->editor()->setFocus();
+    });
 }
 
 DocumentWindow* MainFrame::new_document() {

@@ -30,6 +30,13 @@ public:
     ~MainFrame() override;
 
     DocumentWindow* new_document();
+    // The worksheet that teaches the program, from the user's copy (made from the program's on
+    // first use); null when it can not be had.
+    DocumentWindow* open_getting_started();
+    // The first start's documents: the worksheet at the left, an empty document at the right.
+    void open_first_start_documents();
+    // No settings were there when the program started: the first start on this account.
+    bool first_start() const { return m_first_start; }
     // Opens `path`, or raises its window when it is open already; null (after the message) when it
     // can not be read.
     DocumentWindow* open_document(const QString& path);
@@ -83,6 +90,7 @@ private:
     QLabel* m_position = nullptr;
     QTimer* m_autosave_timer;
     Keypad* m_keypad = nullptr;
+    bool m_first_start = false;
     QList<QAction*> m_tool_actions; // the math tools' commands, enabled with a document
     FindReplaceDialog* m_find = nullptr;
     QLabel* m_autosave_warning = nullptr; // shown from a failed autosave until one works again
