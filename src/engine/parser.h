@@ -8,6 +8,7 @@
 #include "instruction_code.h"
 #include "integral_result.h"
 #include "mathematics.h"
+#include "name_use.h"
 #include "point.h"
 #include "precform.h"
 #include "reporter.h"
@@ -90,6 +91,8 @@ public:
     bool show_equal() const { return m_show_equal; }
     bool var_changed() const { return m_var_changed; }
     bool func_declared() const { return m_func_declared; }
+    // While set, every evaluation adds the names it reads and writes to `use` (null: none kept).
+    void track_names(NameUse* use) { m_name_use = use; }
     bool root_taken() const { return m_root_taken; }
     bool vars_saved() const { return m_vars_saved; }
     void set_vars_saved(bool saved) { m_vars_saved = saved; }
@@ -533,6 +536,7 @@ private:
     int m_function_variable_cursor = 0;
     bool m_var_changed = false;
     bool m_func_declared = false;
+    NameUse* m_name_use = nullptr; // see track_names
     bool m_mapping = false;
     std::vector<std::unique_ptr<Equation>> m_equations;
     std::vector<complex> m_machine_stack; // the storage of solve_equation's stack between runs

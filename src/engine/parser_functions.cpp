@@ -184,6 +184,7 @@ void Parser::declare_function() {
         previous_kind = m_token_kind;
     }
 
+    if (m_name_use) m_name_use->written.insert(NameUse::function_key(short_name));
     const int existing = find_function(full_name.c_str());
     if (existing < 0) {
         add_function(std::make_unique<Function>(full_name, body));
@@ -284,6 +285,7 @@ void Parser::check_argument_count(const Function& function, int count) {
 
 void Parser::eval_function(int index) {
     Function& function = *m_functions[static_cast<size_t>(index)];
+    if (m_name_use) m_name_use->read.insert(NameUse::function_key(function.short_name()));
     count_expansion();
     const size_t start = m_input_pos - function.short_name().size();
     function.ResetModFuncValue();

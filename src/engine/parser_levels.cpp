@@ -84,6 +84,7 @@ void Parser::eval_exp0(complex& value, std::ostringstream& out) {
                 }
                 add_variable(name);
                 record_instruction(NEW_VARIABLE, {}, name.c_str());
+                if (m_name_use) m_name_use->written.insert(name);
                 m_var_changed = true;
                 out << "FLAG";
                 return;
@@ -115,6 +116,7 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
     bool literal = Mathematics::is_number(m_expression.c_str() + m_input_pos);
     get_token();
     eval_exp1(value, out);
+    if (m_name_use) m_name_use->written.insert(name); // from here on the variable is set
     if (!is_variable(name.c_str())) {
         add_variable(name);
         record_instruction(NEW_VARIABLE, {}, name.c_str());
@@ -324,6 +326,7 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
     } else {
         special_exception("' %s ' can not be identified as a variable or a constant!", name.c_str());
     }
+    if (m_name_use) m_name_use->read.insert(name);
     get_token();
     if (m_token == "(" || m_token_kind == VARIABLE || m_token_kind == NUMBER) m_implied_mult = true;
 }

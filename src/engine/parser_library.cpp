@@ -163,6 +163,7 @@ bool Parser::text_holds_name(const std::string& text, const std::string& name) {
 void Parser::eval_lib_function() {
     Function& function = *m_cur_lib_function;
     const std::string name = m_token;
+    if (m_name_use) m_name_use->read.insert(NameUse::function_key(name));
     if (text_holds_name(function.value(), name))
         special_exception("The library function ' %s ' can not be a function of itself!",
                           function.GetFuncFullNameAndValue().c_str());
