@@ -139,8 +139,13 @@ CurveFitterDialog::CurveFitterDialog(DocumentWindow& document, QWidget* parent)
     precision->addWidget(m_smooth);
     precision->addStretch(1);
     auto* form = new QFormLayout;
-    form->addRow(tr("&Number of coefficients:"), coefficients);
-    form->addRow(tr("P&recision:"), precision);
+    // A row whose field is a layout names its label's buddy itself.
+    auto* coefficients_label = new QLabel(tr("&Number of coefficients:"), this);
+    coefficients_label->setBuddy(m_coefficients);
+    auto* precision_label = new QLabel(tr("P&recision:"), this);
+    precision_label->setBuddy(m_precision);
+    form->addRow(coefficients_label, coefficients);
+    form->addRow(precision_label, precision);
     form->addRow(tr("F(x) = &Best Fit Polynomial:"), m_polynomial);
     form->addRow(tr("Correlation Coe&fficient:"), m_correlation);
     form->addRow(tr("Coefficient of De&termination:"), m_determination);
