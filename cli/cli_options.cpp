@@ -54,7 +54,7 @@ const char* usage_text() {
            "Commands. The -e lines run first, quietly, so they can define the functions and\n"
            "variables a command uses. EXPR is mapped once and then run at each point; VAR is its\n"
            "variable, made for the run when it does not exist and put back afterwards. LOW, HIGH,\n"
-           "X, POINTS, STEPS, A, H and every coefficient or matrix cell are expressions. Numbers\n"
+           "X, POINTS, STEPS, A, H, N and every coefficient or matrix cell are expressions. Numbers\n"
            "are written as answers are, so --precision, --format and the like apply; integrate and\n"
            "derive show 6 digits unless --precision is given, as their tolerance allows no more.\n"
            "  map EXPR VAR LOW HIGH POINTS\n"
@@ -79,6 +79,15 @@ const char* usage_text() {
            "                      all roots of C_n x^n + ... + C_0, one a line, in the order they\n"
            "                      are found: Jenkins-Traub for real coefficients, Laguerre when any\n"
            "                      is complex; degree 1 to 99\n"
+           "  fit FILE [--degree N] [--columns X,Y]\n"
+           "                      least-squares polynomial of degree N (default 1, up to 98)\n"
+           "                      through the points of a data file: values separated by blanks,\n"
+           "                      commas or tabs, a line a point, each value a number or an\n"
+           "                      expression; lines above the data that hold no values (a header)\n"
+           "                      are skipped; X and Y are the columns counted from 1 (default\n"
+           "                      1,2). Prints \"x^K<TAB>coefficient\" for each power (no zero\n"
+           "                      threshold: a small coefficient shows in full), then\n"
+           "                      \"correlation<TAB>R\" and \"determination<TAB>R^2\"\n"
            "  matrix OP A [B]     matrices written [[1,2],[3,4]], up to 10 by 10; OP is det, inv,\n"
            "                      rank, trace, transpose, adjugate, cofactor, lu (L, U and P with\n"
            "                      P A = L U), add, sub, mul (A B), solve (A x = B for the column\n"
@@ -94,11 +103,11 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 21> k_long_options{
+constexpr std::array<std::string_view, 23> k_long_options{
     "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
     "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
     "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive",
-    "--output",  "--dump"};
+    "--output",  "--dump",     "--degree", "--columns"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -208,6 +217,10 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
                 return std::nullopt;
             }
             (arg == "--data-dir" ? options.data_dir : options.library_dir) = text;
+        } else if (arg == "--degree" || arg == "--columns") {
+            const char* text = value_of(i, arg.c_str());
+            if (!text) return std::nullopt;
+            (arg == "--degree" ? options.degree : options.columns) = text;
         } else if (arg == "--accuracy" || arg == "--step") {
             const char* text = value_of(i, arg.c_str());
             if (!text) return std::nullopt;
@@ -247,6 +260,10 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
     if (options.command.empty() && (options.accuracy || options.order || options.step)) {
         error = options.accuracy ? "--accuracy belongs to the integrate command"
                                  : "--order and --step belong to the derive command";
+        return std::nullopt;
+    }
+    if (options.command != "fit" && (options.degree || options.columns)) {
+        error = "--degree and --columns belong to the fit command";
         return std::nullopt;
     }
     return options;

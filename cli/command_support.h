@@ -132,6 +132,7 @@ int run_integrate(CommandContext& context);
 int run_derive(CommandContext& context);
 int run_roots(CommandContext& context);
 int run_polyroots(CommandContext& context);
+int run_fit(CommandContext& context);
 int run_matrix(CommandContext& context);
 
 } // namespace quorvex::cli

@@ -13,6 +13,8 @@
 #include "gui/tools/function_solver_dialog.h"
 #include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/integration_dialog.h"
+#include "gui/tools/curve_fitter_dialog.h"
+#include "gui/tools/data_points_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 #include "gui/graph2d/simulation_player.h"
@@ -26,6 +28,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSlider>
+#include <QSpinBox>
 
 #include <QTabWidget>
 #include "gui/shell/main_frame.h"
@@ -201,6 +204,29 @@ bool shoot(const QString& out, const QString& suffix) {
         scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
         ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
         calc->hide();
+    }
+
+    {
+        // A cubic through twelve measured points, fitted with four coefficients.
+        auto* fitter = static_cast<CurveFitterDialog*>(window->tools().open(Tool::CurveFitter));
+        graph::StrDataPnts points;
+        const double y[] = {1.1, 2.9, 3.2, 2.8, 1.6, 0.9, 1.2, 2.4, 4.9, 8.8, 14.1, 21.2};
+        for (int i = 0; i < 12; ++i) {
+            points.PutXDataPoint(QString::number(i * 0.5).toStdString().c_str(), i);
+            points.PutYDataPoint(QString::number(y[i]).toStdString().c_str(), i);
+        }
+        points.SetName("Sensor");
+        fitter->set_data(points);
+        fitter->coefficients()->setValue(4);
+        fitter->precision()->setValue(6);
+        fitter->compute();
+        ok = save(fitter, out + QStringLiteral("/curve-fitter") + suffix + QStringLiteral(".png")) && ok;
+        DataPointsDialog* data = fitter->data_dialog();
+        data->set_points(points);
+        data->show();
+        ok = save(data, out + QStringLiteral("/data-points") + suffix + QStringLiteral(".png")) && ok;
+        data->hide();
+        fitter->hide();
     }
 
     {

@@ -81,6 +81,7 @@ public:
     int angle_type() const { return m_angle_type; }
     void set_angle_type(int type) { m_angle_type = type; }
     void set_auto_declare(bool on) { m_auto_declare = on; }
+    bool auto_declare() const { return m_auto_declare; }
     void set_neg_sqrt(bool on) { m_neg_sqrt = on; }
     void set_incremental_display(bool on) { m_incremental_display = on; }
     void set_use_square_brackets(bool on) { m_use_square_brackets = on; }

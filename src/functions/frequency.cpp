@@ -67,13 +67,24 @@ size_t getMaxFreqNum(const std::vector<Frequency>& frequencies) {
     return best;
 }
 
-int GetOutLiers(DataList& x, int k, bool remove) {
+std::vector<bool> outlying_points(const DataList& x, int k) {
     // The other way round from the rest: population spread below 31 points, sample from 31.
     const long double sd = std::sqrt(x.size() < 31 ? pvariance(x) : svariance(x));
     const long double m = mean(x);
-    const auto outside = [&](long double v) { return std::fabs(v - m) > k * sd; };
-    const int found = static_cast<int>(std::count_if(x.begin(), x.end(), outside));
-    if (remove) x.erase(std::remove_if(x.begin(), x.end(), outside), x.end());
+    std::vector<bool> outside(x.size());
+    for (size_t i = 0; i < x.size(); ++i) outside[i] = std::fabs(x[i] - m) > k * sd;
+    return outside;
+}
+
+int GetOutLiers(DataList& x, int k, bool remove) {
+    const std::vector<bool> outside = outlying_points(x, k);
+    const int found = static_cast<int>(std::count(outside.begin(), outside.end(), true));
+    if (remove) {
+        size_t kept = 0;
+        for (size_t i = 0; i < x.size(); ++i)
+            if (!outside[i]) x[kept++] = x[i];
+        x.resize(kept);
+    }
     return found;
 }
 

@@ -35,6 +35,9 @@ size_t getMaxFreqNum(const std::vector<Frequency>& frequencies);
 // How many points lie further than k deviations from the mean (population spread below 31
 // points, sample spread from 31); removes them when asked.
 int GetOutLiers(DataList& x, int k, bool remove);
+// Which points GetOutLiers counts, in the list's order, so that a caller can drop the points
+// that belong to them elsewhere.
+std::vector<bool> outlying_points(const DataList& x, int k);
 // exp(lngamma(a) + lngamma(b) - lngamma(a + b)); 0 unless both are positive.
 long double beta(long double a, long double b);
 

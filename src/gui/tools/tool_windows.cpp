@@ -4,6 +4,7 @@
 
 #include "gui/common/message_reporter.h"
 #include "gui/editor/document_window.h"
+#include "gui/tools/curve_fitter_dialog.h"
 #include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/integration_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
@@ -25,7 +26,7 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::Differentiation: return new DifferentiationDialog(m_document, &m_document);
     case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
     case Tool::RootFinder: return new RootFinderDialog(m_document, &m_document);
-    case Tool::CurveFitter:
+    case Tool::CurveFitter: return new CurveFitterDialog(m_document, &m_document);
     case Tool::StatPlot:
     case Tool::Matrix:
     case Tool::Count: break;

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
+#include <regex>
 #include <sstream>
 #include <vector>
 
@@ -369,4 +371,85 @@ TEST(CalculusCommands, DerivativesWithTheAutomaticStepCarryTheirDigits) {
     EXPECT_EQ(noisy.status, 1);
     EXPECT_NE(noisy.err.find("The step is too small for a derivative of this order"), std::string::npos) << noisy.err;
     EXPECT_EQ(run({"derive", "x^5", "x", "2", "--order", "1", "--step", "0.001"}).status, 0);
+}
+
+namespace {
+
+// The certified coefficients B0, B1, ... and R squared of a NIST StRD linear least-squares file.
+struct CertifiedFit {
+    std::vector<long double> coefficients;
+    long double r_squared = 0;
+};
+
+CertifiedFit certified_fit(const std::string& path) {
+    std::ifstream in(path);
+    EXPECT_TRUE(in) << path;
+    CertifiedFit set;
+    const std::regex parameter(R"(^\s*B(\d+)\s+(\S+)\s+\S+\s*$)");
+    const std::regex r_squared(R"(^\s*R-Squared\s+(\S+)\s*$)");
+    std::string line;
+    std::smatch match;
+    while (std::getline(in, line)) {
+        if (std::regex_match(line, match, parameter)) set.coefficients.push_back(std::stold(match[2].str()));
+        else if (std::regex_match(line, match, r_squared)) set.r_squared = std::stold(match[1].str());
+    }
+    return set;
+}
+
+double correct_digits(long double value, long double certified) {
+    if (value == certified) return 19;
+    return -std::log10(static_cast<double>(std::fabs(value - certified) / std::fabs(certified)));
+}
+
+} // namespace
+
+TEST(Commands, FitGivesTheCertifiedDigitsOfThePublishedPolynomialSets) {
+    // Each file is read as it is published, its header above the data skipped; the data's columns
+    // are y then x. Printed at 14 digits, a coefficient shows at most about 13.7 correct ones.
+    const struct {
+        const char* name;
+        double digits;
+    } sets[] = {{"Norris", 13},   {"Pontius", 13},  {"Filip", 13},    {"Wampler1", 13},
+                {"Wampler2", 13}, {"Wampler3", 12.5}, {"Wampler4", 13}, {"Wampler5", 11.5}};
+    for (const auto& set : sets) {
+        const std::string path = std::string(QUORVEX_FIXTURES) + "nist/" + set.name + ".dat";
+        const CertifiedFit certified = certified_fit(path);
+        ASSERT_GT(certified.coefficients.size(), 1u) << set.name;
+        const std::string degree = std::to_string(certified.coefficients.size() - 1);
+        const Outcome outcome = run({"fit", path.c_str(), "--degree", degree.c_str(), "--columns", "2,1"});
+        ASSERT_EQ(outcome.status, 0) << set.name << ": " << outcome.err;
+        std::istringstream lines(outcome.out);
+        std::string key, value;
+        for (size_t k = 0; k < certified.coefficients.size(); ++k) {
+            ASSERT_TRUE(lines >> key >> value) << set.name;
+            EXPECT_EQ(key, "x^" + std::to_string(k));
+            EXPECT_GE(correct_digits(std::stold(value), certified.coefficients[k]), set.digits)
+                << set.name << " B" << k << " = " << value;
+        }
+        ASSERT_TRUE(lines >> key >> value);
+        EXPECT_EQ(key, "correlation");
+        ASSERT_TRUE(lines >> key >> value);
+        EXPECT_EQ(key, "determination");
+        EXPECT_GE(correct_digits(std::stold(value), certified.r_squared), 13) << set.name;
+    }
+}
+
+TEST(Commands, FitRefusesWhatItCanNotRead) {
+    const std::string norris = std::string(QUORVEX_FIXTURES) + "nist/Norris.dat";
+    for (const std::vector<const char*>& args :
+         {std::vector<const char*>{"fit", "/nonexistent/points.dat"},
+          {"fit", norris.c_str(), "--columns", "2"},
+          {"fit", norris.c_str(), "--columns", "1,3"},
+          {"fit", norris.c_str(), "--degree", "0"},
+          {"fit", norris.c_str(), "--accuracy", "1"}}) {
+        const Outcome outcome = run(args);
+        EXPECT_EQ(outcome.status, 2) << args.back() << ": " << outcome.out;
+        EXPECT_NE(outcome.err.find("Usage: quorvex-cli fit FILE"), std::string::npos) << outcome.err;
+    }
+    std::string error;
+    EXPECT_FALSE(parse({"map", "x", "x", "0", "1", "2", "--degree", "2"}, error));
+    EXPECT_EQ(error, "--degree and --columns belong to the fit command");
+    // More coefficients than points (41 for Norris's 36) can not be determined: the fit fails.
+    const Outcome too_high = run({"fit", norris.c_str(), "--degree", "40", "--columns", "2,1"});
+    EXPECT_EQ(too_high.status, 1) << too_high.out;
 }
