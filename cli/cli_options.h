@@ -13,6 +13,7 @@ struct CliOptions {
     std::optional<std::string> accuracy;   // --accuracy A of integrate, an expression
     std::optional<int> order;              // --order of derive: 1, 2 or 3
     std::optional<std::string> step;       // --step H of derive, an expression
+    std::optional<std::string> intervals;  // --intervals N of freq, an expression
     bool answers = false;
     int method = 1;          // --method: 0 Enter never computes, 1 it does, 2 ':=' assigns too
     bool in_place = false;

@@ -133,5 +133,6 @@ int run_derive(CommandContext& context);
 int run_roots(CommandContext& context);
 int run_polyroots(CommandContext& context);
 int run_matrix(CommandContext& context);
+int run_freq(CommandContext& context);
 
 } // namespace quorvex::cli

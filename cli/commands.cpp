@@ -20,7 +20,7 @@ struct Command {
     int (*run)(CommandContext&);
 };
 
-constexpr std::array<Command, 6> k_commands{{
+constexpr std::array<Command, 7> k_commands{{
     {"map", "map EXPR VAR LOW HIGH POINTS", run_map},
     {"integrate", "integrate EXPR VAR LOW HIGH [--accuracy A]", run_integrate},
     {"derive", "derive EXPR VAR X [--order 1|2|3] [--step H]", run_derive},
@@ -28,6 +28,7 @@ constexpr std::array<Command, 6> k_commands{{
     {"polyroots", "polyroots C_n ... C_0", run_polyroots},
     {"matrix", "matrix det|inv|rank|trace|transpose|adjugate|cofactor|lu|add|sub|mul|solve|scale A [B]",
      run_matrix},
+    {"freq", "freq FILE [--intervals N]", run_freq},
 }};
 
 const Command* find_command(std::string_view name) {
