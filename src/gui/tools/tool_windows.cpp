@@ -6,8 +6,10 @@
 #include "gui/editor/document_window.h"
 #include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/integration_dialog.h"
+#include "gui/tools/matrix_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
+#include "gui/tools/stat_plot_dialog.h"
 
 namespace quorvex::gui {
 
@@ -23,10 +25,10 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::QuickGraph: return new QuickGraphDialog(m_document, &m_document);
     case Tool::Differentiation: return new DifferentiationDialog(m_document, &m_document);
     case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
+    case Tool::StatPlot: return new StatPlotDialog(m_document, &m_document);
+    case Tool::Matrix: return new MatrixDialog(m_document, &m_document);
     case Tool::RootFinder:
     case Tool::CurveFitter:
-    case Tool::StatPlot:
-    case Tool::Matrix:
     case Tool::Count: break;
     }
     return nullptr;
