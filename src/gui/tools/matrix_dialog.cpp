@@ -164,7 +164,7 @@ MatrixDialog::MatrixDialog(DocumentWindow& document, QWidget* parent)
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto* add = new QPushButton(tr("&New"), this);
     auto* remove = new QPushButton(tr("Remo&ve"), this);
-    auto* copy_matrix = new QPushButton(tr("Cop&y Matrix"), this);
+    auto* copy_matrix = new QPushButton(tr("Copy Matri&x"), this);
     auto* list_layout = new QVBoxLayout(list_box);
     list_layout->addWidget(m_list, 1);
     auto* list_buttons = new QHBoxLayout;
@@ -176,7 +176,7 @@ MatrixDialog::MatrixDialog(DocumentWindow& document, QWidget* parent)
     // The editor of the selected matrix.
     auto* editor_box = new QGroupBox(tr("Edit"), this);
     auto* size_form = new QFormLayout;
-    size_form->addRow(tr("N&ame:"), m_name);
+    size_form->addRow(tr("Na&me:"), m_name);
     auto* sizes = new QHBoxLayout;
     auto* rows_label = new QLabel(tr("&Rows:"), this);
     rows_label->setBuddy(m_rows);
@@ -205,7 +205,7 @@ MatrixDialog::MatrixDialog(DocumentWindow& document, QWidget* parent)
     math_form->addRow(tr("F&irst matrix:"), m_first);
     math_form->addRow(tr("O&peration:"), m_operation);
     math_form->addRow(tr("&Second matrix:"), m_second);
-    math_form->addRow(tr("Scalar Val&ue:"), m_scalar);
+    math_form->addRow(tr("Scalar Valu&e:"), m_scalar);
     auto* solver_page = new QWidget(this);
     auto* solver_form = new QFormLayout(solver_page);
     solver_form->setContentsMargins(0, 0, 0, 0);
@@ -217,7 +217,7 @@ MatrixDialog::MatrixDialog(DocumentWindow& document, QWidget* parent)
 
     auto* compute_button = new QPushButton(tr("&Compute"), this);
     compute_button->setDefault(true);
-    auto* copy_answer = new QPushButton(tr("Copy Ans&wer"), this);
+    auto* copy_answer = new QPushButton(tr("Cop&y Answer"), this);
     auto* work_box = new QGroupBox(tr("Compute"), this);
     auto* work_layout = new QVBoxLayout(work_box);
     auto* mode_row = new QHBoxLayout;
@@ -227,8 +227,8 @@ MatrixDialog::MatrixDialog(DocumentWindow& document, QWidget* parent)
     work_layout->addLayout(mode_row);
     work_layout->addWidget(m_modes);
     auto* answer_form = new QFormLayout;
-    answer_form->addRow(tr("Answer:"), m_answer);
-    answer_form->addRow(tr("P&recision:"), m_precision);
+    answer_form->addRow(tr("Ans&wer:"), m_answer);
+    answer_form->addRow(tr("Precisi&on:"), m_precision);
     answer_form->addRow(m_fractions);
     work_layout->addLayout(answer_form);
     auto* work_buttons = new QHBoxLayout;

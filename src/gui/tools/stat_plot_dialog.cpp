@@ -157,7 +157,7 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
       m_set_intervals(new QRadioButton(QStringLiteral("E&xplicitly Set Equal Intervals"), this)),
       m_count(new QSpinBox(this)),
       m_auto_compute(new QCheckBox(QStringLiteral("Auto Co&mpute"), this)),
-      m_auto_graph(new QCheckBox(QStringLiteral("Auto &Graph"), this)),
+      m_auto_graph(new QCheckBox(QStringLiteral("A&uto Graph"), this)),
       m_precision(new QSpinBox(this)),
       m_summary(new QLabel(this)) {
     setObjectName(QStringLiteral("statPlotDialog"));
@@ -168,7 +168,7 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
     // The values: their name, the table, and the ways to fill it.
     auto* data_box = new QGroupBox(tr("Data"), this);
     auto* name_row = new QFormLayout;
-    name_row->addRow(tr("&Name:"), m_name);
+    name_row->addRow(tr("N&ame:"), m_name);
     m_values_view->setModel(m_values);
     m_values_view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_values_view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
@@ -220,9 +220,9 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
 
     auto* compute_button = new QPushButton(tr("C&ompute"), this);
     compute_button->setDefault(true);
-    auto* graph_button = new QPushButton(tr("Grap&h"), this);
+    auto* graph_button = new QPushButton(tr("&Graph"), this);
     auto* copy_button = new QPushButton(tr("Cop&y"), this);
-    auto* export_button = new QPushButton(tr("Export CS&V..."), this);
+    auto* export_button = new QPushButton(tr("Export C&SV..."), this);
     auto* buttons = new QGridLayout;
     buttons->addWidget(compute_button, 0, 0);
     buttons->addWidget(graph_button, 0, 1);
@@ -310,7 +310,11 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
     resize(940, 560);
 }
 
-StatPlotDialog::~StatPlotDialog() = default;
+StatPlotDialog::~StatPlotDialog() {
+    // The dialog hides its views after this body, and they ask their models once more: the
+    // distribution is gone by then.
+    m_frequencies->show(nullptr, m_precision->value());
+}
 
 void StatPlotDialog::load_inputs() {
     m_loading = true;
@@ -447,8 +451,8 @@ void StatPlotDialog::clear_data() {
     m_document.document().Tools.StatPlotting.DataSet = graph::StrDataPnts();
     m_name->clear();
     m_source.clear();
+    m_frequencies->show(nullptr, m_precision->value()); // before the rows it shows go
     m_distribution.reset();
-    m_frequencies->show(nullptr, m_precision->value());
     m_document.parser().set_vars_saved(false);
     values_changed();
 }
@@ -457,8 +461,8 @@ bool StatPlotDialog::compute() {
     if (m_busy) return false;
     store_inputs();
     m_busy = true;
+    m_frequencies->show(nullptr, m_precision->value()); // before the rows it shows go
     m_distribution.reset();
-    m_frequencies->show(nullptr, m_precision->value());
     std::string error;
     // What is binned is each value as the table shows it.
     auto distribution = desktop::frequency_distribution(m_document.parser(), m_values->shown(), choice(), error);
