@@ -92,6 +92,13 @@ const char* usage_text() {
            "                      rank, trace, transpose, adjugate, cofactor, lu (L, U and P with\n"
            "                      P A = L U), add, sub, mul (A B), solve (A x = B for the column\n"
            "                      B) or scale (B a number)\n"
+           "  freq FILE [--intervals N]\n"
+           "                      the frequency distribution of the values of FILE (one to a line,\n"
+           "                      each an expression; labels such as \"1)\" skipped), one line\n"
+           "                      \"low to high<TAB>count\" a class: the square root of the count\n"
+           "                      of classes of equal width, or N (2 to 99); the first class holds\n"
+           "                      its low bound, the others are marked \"+\" as they do not. The\n"
+           "                      values are binned as written at the precision (default 14)\n"
            "The first argument that is no option and names a command starts it; write ./map to\n"
            "read a file of that name. Behind the command an argument starting with '-' is its own\n"
            "(\"-1\", \"-x^2\") unless it is a long option.\n"
@@ -103,11 +110,11 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 23> k_long_options{
+constexpr std::array<std::string_view, 24> k_long_options{
     "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
     "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
     "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive",
-    "--output",  "--dump",     "--degree", "--columns"};
+    "--output",  "--dump",     "--degree", "--columns",   "--intervals"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -221,6 +228,10 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             const char* text = value_of(i, arg.c_str());
             if (!text) return std::nullopt;
             (arg == "--degree" ? options.degree : options.columns) = text;
+        } else if (arg == "--intervals") {
+            const char* text = value_of(i, "--intervals");
+            if (!text) return std::nullopt;
+            options.intervals = text;
         } else if (arg == "--accuracy" || arg == "--step") {
             const char* text = value_of(i, arg.c_str());
             if (!text) return std::nullopt;
@@ -264,6 +275,10 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
     }
     if (options.command != "fit" && (options.degree || options.columns)) {
         error = "--degree and --columns belong to the fit command";
+        return std::nullopt;
+    }
+    if (options.intervals && options.command != "freq") {
+        error = "--intervals belongs to the freq command";
         return std::nullopt;
     }
     return options;

@@ -15,6 +15,7 @@ struct CliOptions {
     std::optional<std::string> step;       // --step H of derive, an expression
     std::optional<std::string> degree;     // --degree N of fit
     std::optional<std::string> columns;    // --columns X,Y of fit
+    std::optional<std::string> intervals;  // --intervals N of freq, an expression
     bool answers = false;
     int method = 1;          // --method: 0 Enter never computes, 1 it does, 2 ':=' assigns too
     bool in_place = false;

@@ -134,5 +134,6 @@ int run_roots(CommandContext& context);
 int run_polyroots(CommandContext& context);
 int run_fit(CommandContext& context);
 int run_matrix(CommandContext& context);
+int run_freq(CommandContext& context);
 
 } // namespace quorvex::cli

@@ -20,7 +20,7 @@ struct Command {
     int (*run)(CommandContext&);
 };
 
-constexpr std::array<Command, 7> k_commands{{
+constexpr std::array<Command, 8> k_commands{{
     {"map", "map EXPR VAR LOW HIGH POINTS", run_map},
     {"integrate", "integrate EXPR VAR LOW HIGH [--accuracy A]", run_integrate},
     {"derive", "derive EXPR VAR X [--order 1|2|3] [--step H]", run_derive},
@@ -29,6 +29,7 @@ constexpr std::array<Command, 7> k_commands{{
     {"fit", "fit FILE [--degree N] [--columns X,Y]", run_fit},
     {"matrix", "matrix det|inv|rank|trace|transpose|adjugate|cofactor|lu|add|sub|mul|solve|scale A [B]",
      run_matrix},
+    {"freq", "freq FILE [--intervals N]", run_freq},
 }};
 
 const Command* find_command(std::string_view name) {

@@ -8,7 +8,7 @@
 
 namespace quorvex::cli {
 
-// Whether the name is one of the commands: map, integrate, derive, roots, polyroots, fit, matrix.
+// Whether the name is one of the commands: map, integrate, derive, roots, polyroots, fit, matrix, freq.
 bool is_command(std::string_view name);
 
 // Runs the -e lines quietly (their errors go to `err`), then the command the options name, on a

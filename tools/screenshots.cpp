@@ -17,6 +17,10 @@
 #include "gui/tools/data_points_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
+#include "gui/tools/matrix_dialog.h"
+#include "gui/tools/stat_plot_dialog.h"
+#include <QSpinBox>
+#include <QTableView>
 #include "gui/graph2d/simulation_player.h"
 #include "gui/tools/root_finder_dialog.h"
 #include "gui/tools/tool_windows.h"
@@ -227,6 +231,38 @@ bool shoot(const QString& out, const QString& suffix) {
         ok = save(data, out + QStringLiteral("/data-points") + suffix + QStringLiteral(".png")) && ok;
         data->hide();
         fitter->hide();
+        // Forty test scores in six intervals; then a 3 by 3 system solved by the matrix tool.
+        auto* plot = static_cast<StatPlotDialog*>(window->tools().open(Tool::StatPlot));
+        plot->data_name()->setText(QStringLiteral("Scores"));
+        plot->add_values({"72", "85", "91", "64", "78", "88", "95", "70", "81", "77", "69", "84", "90", "58",
+                          "73", "86", "79", "92", "67", "75", "83", "88", "71", "80", "76", "94", "62", "87",
+                          "74", "82", "89", "68", "79", "85", "93", "66", "77", "81", "100/1.25", "SQRT(5184)"});
+        plot->set_intervals()->setChecked(true);
+        plot->interval_count()->setValue(6);
+        plot->compute();
+        ok = save(plot, out + QStringLiteral("/stat-plot") + suffix + QStringLiteral(".png")) && ok;
+        plot->hide();
+
+        auto* matrices = static_cast<MatrixDialog*>(window->tools().open(Tool::Matrix));
+        const auto fill = [matrices](const QList<QStringList>& rows) {
+            QAbstractItemModel* cells = matrices->grid()->model();
+            for (int i = 0; i < rows.size(); ++i)
+                for (int j = 0; j < rows[i].size(); ++j) cells->setData(cells->index(i, j), rows[i][j]);
+        };
+        matrices->rows()->setValue(3);
+        matrices->columns()->setValue(3);
+        matrices->add_matrix();
+        fill({{"2", "1", "-1"}, {"-3", "-1", "2"}, {"-2", "1", "2"}});
+        matrices->select(-1);
+        matrices->columns()->setValue(1);
+        matrices->add_matrix();
+        fill({{"8"}, {"-11"}, {"-3"}});
+        matrices->linear_solver()->setChecked(true);
+        matrices->matrix_a()->setCurrentText(QStringLiteral("Matrix1"));
+        matrices->vector_b()->setCurrentText(QStringLiteral("Vector1"));
+        matrices->compute();
+        ok = save(matrices, out + QStringLiteral("/matrix-tool") + suffix + QStringLiteral(".png")) && ok;
+        matrices->hide();
     }
 
     {

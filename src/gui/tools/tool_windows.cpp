@@ -7,9 +7,11 @@
 #include "gui/tools/curve_fitter_dialog.h"
 #include "gui/tools/differentiation_dialog.h"
 #include "gui/tools/integration_dialog.h"
+#include "gui/tools/matrix_dialog.h"
 #include "gui/tools/quick_calc_dialog.h"
 #include "gui/tools/quick_graph_dialog.h"
 #include "gui/tools/root_finder_dialog.h"
+#include "gui/tools/stat_plot_dialog.h"
 
 namespace quorvex::gui {
 
@@ -27,8 +29,8 @@ ToolDialog* ToolWindows::make(Tool tool) {
     case Tool::Integration: return new IntegrationDialog(m_document, &m_document);
     case Tool::RootFinder: return new RootFinderDialog(m_document, &m_document);
     case Tool::CurveFitter: return new CurveFitterDialog(m_document, &m_document);
-    case Tool::StatPlot:
-    case Tool::Matrix:
+    case Tool::StatPlot: return new StatPlotDialog(m_document, &m_document);
+    case Tool::Matrix: return new MatrixDialog(m_document, &m_document);
     case Tool::Count: break;
     }
     return nullptr;

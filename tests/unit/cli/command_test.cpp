@@ -269,6 +269,28 @@ TEST(MatrixCommand, OperationsOnMatrixText) {
     EXPECT_EQ(run({"matrix", "solve", "[[1,2],[2,4]]", "[[1],[2]]"}).status, 1);
 }
 
+TEST(FreqCommand, AFileOfValuesGivesItsClassesCountedByHand) {
+    const std::string file = std::string(QUORVEX_FIXTURES_DIR) + "data/frequency_values.txt";
+    // 12 values from 1 to 12: three classes of width 11/3, holding 1 2 3 4, 5 6 7 8 8 and 9 10 12.
+    EXPECT_EQ(run({"freq", file.c_str()}).out,
+              "1 to 4.6666666666667\t4\n4.6666666666667+ to 8.3333333333333\t5\n8.3333333333333+ to 12\t3\n");
+    // Four classes of width 2.75.
+    EXPECT_EQ(run({"freq", file.c_str(), "--intervals", "2*2"}).out,
+              "1 to 3.75\t3\n3.75+ to 6.5\t3\n6.5+ to 9.25\t4\n9.25+ to 12\t2\n");
+    // The bounds are written at the precision.
+    EXPECT_EQ(run({"--precision", "2", "freq", file.c_str()}).out, "1 to 4.7\t4\n4.7+ to 8.3\t5\n8.3+ to 12\t3\n");
+
+    const Outcome too_many = run({"freq", file.c_str(), "--intervals", "100"});
+    EXPECT_EQ(too_many.status, 2);
+    EXPECT_NE(too_many.err.find("from 2 to 99"), std::string::npos);
+    const Outcome missing = run({"freq", "/nonexistent/values.txt"});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_NE(missing.err.find("Could Not Be Located"), std::string::npos);
+    std::string error;
+    EXPECT_FALSE(parse({"map", "x", "x", "0", "1", "2", "--intervals", "3"}, error));
+    EXPECT_EQ(error, "--intervals belongs to the freq command");
+}
+
 TEST(Commands, AResultBeyondTheRangeOfADoubleIsAnOverflowNotAZero) {
     for (const std::vector<const char*>& args :
          {std::vector<const char*>{"matrix", "det", "[[1e+200,0],[0,1e+200]]"},
