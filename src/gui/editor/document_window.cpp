@@ -97,7 +97,8 @@ QString DocumentWindow::caption() const {
 }
 
 void DocumentWindow::update_caption() {
-    setWindowTitle(caption());
+    const bool graph = graph_shown() && !m_graph_window->windowTitle().isEmpty();
+    setWindowTitle(graph ? m_graph_window->windowTitle() + QStringLiteral("[*]") : caption());
     setWindowModified(is_modified());
     Q_EMIT captionChanged();
 }
@@ -279,12 +280,14 @@ void DocumentWindow::toggle_graph() {
         graphs->hide();
         m_editor->show();
         m_editor->setFocus();
+        update_caption();
         Q_EMIT statusText(QString()); // the coordinates under the pointer were the graph's
         return;
     }
     graphs->refresh_list();
     m_editor->hide();
     graphs->show();
+    update_caption();
     if (graphs->current_graph() >= 0) graphs->draw(graphs->current_graph());
     graphs->setFocus();
 }

@@ -85,6 +85,8 @@ public:
     const QString& untitled_name() const { return m_untitled; }
     // "MATH EDITOR - " and the path as it is written, or the untitled name.
     QString caption() const;
+    // The window's caption: the editor's, or while a graph is shown the graph window's.
+    void update_caption();
 
     // Loads the file into this window; false (after the message) when it can not be read.
     bool load(const QString& path);
@@ -139,7 +141,6 @@ private:
     // it was read or written here. True when the save may go on.
     bool may_overwrite(const QString& target);
     void apply_font();
-    void update_caption();
 
     Services& m_services;
     QString m_untitled;

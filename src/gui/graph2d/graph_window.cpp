@@ -12,6 +12,10 @@
 #include "graph/graph_file.h"
 #include "graph/graph_limits.h"
 #include "graph/graph_types.h"
+#include "graph/note_hit.h"
+#include "graph/view_2d.h"
+#include "desktop/document_hub.h"
+#include "gui/common/sound_player.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
@@ -36,6 +40,7 @@
 #include <QSpinBox>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -121,8 +126,11 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
-    connect(m_view, &GraphView::clicked, this, [this](QPointF at) {
-        if (!place_pending_note(qRound(at.x()), qRound(at.y()))) toggle_label_near(at);
+    connect(m_view, &GraphView::clicked, this, &GraphWindow::click_at);
+    connect(m_view, &GraphView::doubleClicked, this, [this](QPointF at, bool* handled) {
+        const QtChart2D::Region region = m_chart->region_at(at);
+        if (region == QtChart2D::Region::Header || region == QtChart2D::Region::Footer)
+            *handled = edit_title(region == QtChart2D::Region::Footer);
     });
     connect(m_view3d, &Graph3DView::pointerText, this, [this](const QString& text) {
         m_status->setText(text);
@@ -143,6 +151,141 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
 }
 
 GraphWindow::~GraphWindow() = default;
+
+graph::GraphData* GraphWindow::drawn_graph() {
+    auto& graphs = m_document.document().Graphs;
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return nullptr;
+    return &graphs[static_cast<size_t>(m_drawn)].Data;
+}
+
+bool GraphWindow::showing_2d() const { return !showing_3d() && m_drawn >= 0; }
+
+void GraphWindow::tell(const QString& text) {
+    if (QStringList* collected = m_document.services().collected_messages)
+        *collected << tr("Graphing Utility: ") + text;
+    else
+        QMessageBox::information(this, tr("Graphing Utility"), text);
+}
+
+void GraphWindow::tell_errors(const std::string& name) {
+    const QString text = tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
+                            "Errors\" list for details.")
+                             .arg(QString::fromStdString(name));
+    m_status->setText(text);
+    tell(text);
+}
+
+void GraphWindow::set_caption(const std::string& name) {
+    // The document's caption without its modified mark, and the graph's name, in capitals.
+    QString editor = m_document.caption();
+    editor.remove(QStringLiteral("[*]"));
+    setWindowTitle(QStringLiteral("%1 : %2").arg(editor, QString::fromStdString(name)).toUpper());
+    m_document.update_caption();
+}
+
+void GraphWindow::click_at(QPointF at) {
+    if (showing_3d()) return;
+    if (m_chart->region_at(at) == QtChart2D::Region::Data && place_pending_note(qRound(at.x()), qRound(at.y()))) return;
+    if (graph::GraphData* shown = drawn_graph()) {
+        if (graph::GraphNote* note = graph::note_near(*shown, qRound(at.x()), qRound(at.y()))) {
+            ask_remove_note(*note);
+            return;
+        }
+    }
+    toggle_label_near(at);
+}
+
+void GraphWindow::ask_remove_note(graph::GraphNote& note) {
+    graph::GraphData* shown = drawn_graph();
+    if (!shown) return;
+    QString text = QString::fromStdString(note.Text);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    const int answer =
+        ask_user(m_document.services(), this, tr("Delete Note"),
+                 tr("Delete the note \"%1\"?\n\nYes deletes it. No takes it up so that your next click puts it "
+                    "somewhere else. Cancel leaves it where it is.")
+                     .arg(text),
+                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    if (answer != QMessageBox::Yes && answer != QMessageBox::No) return;
+    shown->Notes.remove_if([&note](const graph::GraphNote& each) { return &each == &note; });
+    m_document.parser().set_vars_saved(false);
+    draw(m_drawn);
+    if (answer == QMessageBox::No) {
+        // Moving a note: its text waits for the next click.
+        m_pending_note = text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+        shown_picture()->setCursor(Qt::CrossCursor);
+        m_status->setText(tr("Click where the note goes."));
+    }
+}
+
+void GraphWindow::remove_all_notes() {
+    graph::GraphData* shown = drawn_graph();
+    if (!shown) return;
+    shown->FlushNotes();
+    m_document.parser().set_vars_saved(false);
+    draw(m_drawn);
+}
+
+void GraphWindow::remove_all_texts() {
+    graph::GraphData* shown = drawn_graph();
+    if (!shown) return;
+    shown->FlushNotes();
+    shown->FlushLabels();
+    m_document.parser().set_vars_saved(false);
+    draw(m_drawn);
+}
+
+bool GraphWindow::edit_title(bool footer) {
+    graph::GraphData* shown = drawn_graph();
+    if (!shown || showing_3d()) return false;
+    delete m_title_editor;
+    m_editing_footer = footer;
+    // One line is edited; the lines after it stay.
+    const std::string& text = footer ? shown->Footer : shown->Header;
+    m_title_editor = new QLineEdit(QString::fromStdString(text.substr(0, text.find("\r\n"))), m_view->viewport());
+    m_title_editor->setObjectName(footer ? QStringLiteral("footerEditor") : QStringLiteral("headerEditor"));
+    const QRectF place = m_chart->title_rect(footer ? QtChart2D::Region::Footer : QtChart2D::Region::Header);
+    const QPoint corner = m_view->mapFromScene(m_chart->chart()->mapToScene(place.topLeft()));
+    m_title_editor->setGeometry(QRect(corner, place.size().toSize()).adjusted(-40, 0, 40, 4));
+    m_title_editor->setAlignment(Qt::AlignCenter);
+    m_title_editor->selectAll();
+    connect(m_title_editor, &QLineEdit::editingFinished, this, &GraphWindow::commit_title);
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_title_editor, [this] {
+        m_title_editor->deleteLater();
+        m_title_editor = nullptr;
+        m_view->setFocus();
+    });
+    escape->setContext(Qt::WidgetShortcut);
+    m_title_editor->show();
+    m_title_editor->setFocus();
+    return true;
+}
+
+void GraphWindow::commit_title() {
+    if (!m_title_editor) return;
+    QLineEdit* editor = m_title_editor;
+    m_title_editor = nullptr;
+    editor->deleteLater();
+    graph::GraphData* shown = drawn_graph();
+    if (!shown) return;
+    std::string& text = m_editing_footer ? shown->Footer : shown->Header;
+    const size_t rest = text.find("\r\n");
+    std::string edited = editor->text().toStdString() + (rest == std::string::npos ? std::string() : text.substr(rest));
+    if (edited == text) return;
+    text = graph::bounded_graph_text(edited);
+    m_document.parser().set_vars_saved(false);
+    m_chart->set_titles(graph::bounded_graph_text(shown->Header), graph::bounded_graph_text(shown->Footer),
+                        graph::bounded_graph_text(shown->XAxisTitle), graph::bounded_graph_text(shown->YAxisTitle));
+    m_view->setFocus();
+}
+
+bool GraphWindow::refuse_setup() {
+    if (m_file.isEmpty()) return false;
+    tell(tr("The graph shown was opened from the graph file \"%1\", which holds numbers and no functions: the graph "
+            "setup can not change it. Choose a graph of the document to set it up.")
+             .arg(m_file));
+    return true;
+}
 
 bool GraphWindow::place_pending_note(int x, int y) {
     auto& graphs = m_document.document().Graphs;
@@ -207,6 +350,11 @@ void GraphWindow::toggle_label_near(QPointF at) {
     // A click 10 pixels or farther from every point labels nothing.
     const std::optional<graph::NearPoint> near = m_chart->point_near(at, 10);
     if (!near) return;
+    if (!m_label_mode) {
+        // Labels off: a click only takes a label away.
+        graph::GraphData* shown = drawn_graph();
+        if (!shown || !shown->GetLabel(static_cast<int>(near->series), static_cast<int>(near->point))) return;
+    }
     const graph::ChartData& data = m_chart->data();
     const bool changed = toggle_label(near->series, near->point, [&](const NumberText& text) {
         return " (" + text(data.x(near->series, near->point)) + " , " + text(data.y(near->series, near->point)) + ") ";
@@ -248,10 +396,23 @@ bool GraphWindow::draw(int index) {
         const document::FunctionStyle& style = graph.StyleOf(f);
         looks.push_back({style.LineColor, style.LineWidth});
     }
+    if (SoundPlayer* sounds = m_document.services().sounds) sounds->play(QStringLiteral("QClick.wav"));
+    delete m_title_editor;
+    m_title_editor = nullptr;
     ProgressHost host(this, tr("Building Graph: %1").arg(QString::fromStdString(graph.Data.Name)));
+    host.set_progress("Computing Data Values, Please Wait!", 0);
     graph::SweepReport report;
     MessageReporter reporter(this, m_document.services().collected_messages);
-    const bool drawn = graph::build_2d(m_document.parser(), graph.Data, looks, *m_chart, report, &reporter, &host);
+    // A data set's text that fails sounds the error and goes to the list, through the hub.
+    desktop::DocumentHub& hub = m_document.hub();
+    hub.set_graph_error([&report](std::string_view message) { report.errors.emplace_back(message); });
+    const graph::DataValue data_value = [&hub](const std::string& text, engine::complex& value) {
+        return hub.ComputeValue(text, value);
+    };
+    const bool drawn =
+        graph::build_2d(m_document.parser(), graph.Data, looks, *m_chart, report, &reporter, &host, data_value);
+    hub.set_graph_error({});
+    if (drawn && !report.cancelled) host.set_progress("Generating Graph!", 100);
     m_errors->clear();
     for (const std::string& error : report.errors) m_errors->addItem(QString::fromStdString(error));
     m_errors->setVisible(!report.errors.empty());
@@ -267,11 +428,9 @@ bool GraphWindow::draw(int index) {
         return false;
     }
     m_drawn = index;
-    m_status->setText(report.errors.empty()
-                          ? QString()
-                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
-                               "Errors\" list for details.")
-                                .arg(QString::fromStdString(graph.Data.Name)));
+    set_caption(graph.Data.Name);
+    m_status->clear();
+    if (!report.errors.empty()) tell_errors(graph.Data.Name);
     return true;
 }
 
@@ -313,11 +472,9 @@ bool GraphWindow::draw_3d(int index) {
         return false;
     }
     m_drawn = index;
-    m_status->setText(report.errors.empty()
-                          ? tr("Drag to turn the graph, Shift+drag for depth, the wheel to scale, Home for the default view.")
-                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
-                               "Errors\" list for details.")
-                                .arg(QString::fromStdString(graph.Data.Name)));
+    set_caption(graph.Data.Name);
+    m_status->setText(tr("Drag to turn the graph, Shift+drag for depth, the wheel to scale, Home for the default view."));
+    if (!report.errors.empty()) tell_errors(graph.Data.Name);
     return true;
 }
 
@@ -399,12 +556,15 @@ void GraphWindow::show_graph_file(const QString& path, const std::vector<std::st
     m_errors->setVisible(!messages.empty());
     m_file = QFileInfo(path).absoluteFilePath();
     m_drawn = -1; // a file is no graph of the document
+    setWindowTitle(m_file);
+    m_document.update_caption();
     m_status->setText(tr("Graph file %1").arg(m_file));
 }
 
 bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
     std::string why;
-    std::optional<graph::GraphFile3D> file = graph::read_graph_file_3d(path.toStdString(), &why);
+    std::optional<graph::GraphFile3D> file =
+        graph::read_graph_file_3d(path.toStdString(), &why, m_document.services().settings);
     if (!file) {
         if (error) *error = QString::fromStdString(why);
         return false;
@@ -420,7 +580,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     if (QFileInfo(path).suffix().compare(QStringLiteral("g3d"), Qt::CaseInsensitive) == 0)
         return open_graph_file_3d(path, error);
     std::string why;
-    std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why);
+    std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why, m_document.services().settings);
     if (!file) {
         if (error) *error = QString::fromStdString(why);
         return false;
@@ -436,6 +596,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
                                                          shown.DataAreaBackgroundColor));
     m_chart->set_titles(shown.Header, shown.Footer, shown.XAxisTitle, shown.YAxisTitle);
     m_chart->set_colors(graph::chart_colors_of(shown));
+    m_chart->set_margins(graph::margin_change(shown));
     if (const auto bounds = graph::shown_bounds(file->data, shown.Type)) m_chart->set_bounds(*bounds);
     m_chart->set_grid(true);
     m_pages->setCurrentWidget(m_view);
@@ -468,11 +629,22 @@ void GraphWindow::open_file_with_dialog() {
 }
 
 void GraphWindow::set_default_orientation() {
+    if (showing_2d()) {
+        graph::set_default_orientation_2d(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     if (!showing_3d()) return;
     m_view3d->reset_view(); // the graph keeps it through viewChanged
 }
 
 void GraphWindow::save_default_orientation() {
+    if (showing_2d()) {
+        graph::save_default_orientation_2d(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        tell(tr("The present depth, inclination and rotation are now the default orientation of this graph."));
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     const graph::View3D view = m_view3d->view();
@@ -496,10 +668,22 @@ void GraphWindow::save_default_orientation() {
 }
 
 void GraphWindow::change_margin(bool larger) {
+    if (showing_2d()) {
+        graph::change_margins(*drawn_graph(), larger ? graph::k_margin_step : -graph::k_margin_step);
+        m_chart->set_margins(graph::margin_change(*drawn_graph()));
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     if (showing_3d()) m_view3d->change_scale(larger ? 0.1 : -0.1); // the graph keeps it through viewChanged
 }
 
 void GraphWindow::set_default_margin() {
+    if (showing_2d()) {
+        graph::set_default_margins(*drawn_graph());
+        m_chart->set_margins(graph::margin_change(*drawn_graph()));
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     graph::View3D view = m_view3d->view();
@@ -510,6 +694,12 @@ void GraphWindow::set_default_margin() {
 }
 
 void GraphWindow::save_default_margin() {
+    if (showing_2d()) {
+        graph::save_default_margins(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        tell(tr("The present margins are now the default margins of this graph."));
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;

@@ -195,3 +195,30 @@ TEST_F(Build, APolarGraphIsDrawnOnAWholeTurnFromTheCentre) {
     ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
     EXPECT_LT(chart.bounds->x_max, 2);
 }
+
+TEST_F(Build, APieWarnsOfValuesItCanNotShowAndAHistogramNamesItsIntervals) {
+    graph.Type = graph_type::Pie; // x^2 over -2..2 is 0 at x = 0
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    ASSERT_EQ(told.texts.size(), 1u);
+    EXPECT_NE(told.texts[0].find("negative or zero"), std::string::npos);
+    EXPECT_TRUE(chart.value_labels.empty());
+
+    told.texts.clear();
+    graph.Type = graph_type::Pareto;
+    graph.Functions.clear();
+    graph.XAxisVar = VariableCopy();
+    StrDataPnts set;
+    set.SetName("counts");
+    const char* xs[] = {"1", "3", "5"};
+    const char* ys[] = {"7", "2", "4"};
+    for (int i = 0; i < 3; ++i) set.PutXDataPoint(xs[i], i), set.PutYDataPoint(ys[i], i);
+    graph.DataSets.push_back(set);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_TRUE(told.texts.empty());
+    ASSERT_EQ(chart.value_labels.size(), 3u);
+    EXPECT_EQ(chart.value_labels[0], "0 to 2");
+    EXPECT_EQ(chart.value_labels[2], "4 to 6");
+    EXPECT_DOUBLE_EQ(chart.label_angle, 45);
+    // The bars stand at their index.
+    EXPECT_DOUBLE_EQ(chart.data.x(0, 2), 2);
+}
