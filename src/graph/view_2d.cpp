@@ -29,9 +29,12 @@ Margins2D margins_of(const GraphData& graph) {
 }
 
 Margins2D margin_change(const GraphData& graph) {
+    // The chart's own layout stands for the margins a new graph has.
+    static const GraphData fresh;
+    const Margins2D shown = margins_of(graph), usual = margins_of(fresh);
     Margins2D change;
     for (const Side& side : k_sides)
-        if (graph.*side.current) change.*side.shown = graph.*side.current - graph.*side.fallback;
+        if (shown.*side.shown) change.*side.shown = shown.*side.shown - usual.*side.shown;
     return change;
 }
 

@@ -14,9 +14,9 @@ struct Margins2D {
 };
 Margins2D margins_of(const GraphData& graph);
 
-// How far each side lies from the default margin, which is the chart's own layout: what the
-// chart adds to (or, negative, takes from) its automatic margins. 0 on a side the graph leaves
-// at its default.
+// How far each side lies from the margins a new graph has, which the chart's own layout shows:
+// what the chart adds to (or, negative, takes from) its automatic margins. 0 on a side left to
+// the chart (no margin and no default).
 Margins2D margin_change(const GraphData& graph);
 
 // Every margin `step` pixels larger (negative: smaller), never below one pixel.

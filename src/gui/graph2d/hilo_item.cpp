@@ -32,6 +32,8 @@ void HiLoItem::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget
     const graph::PlotFrame frame = m_frame();
     // A zoomed chart shows part of the bars: the rest stays outside the plot area.
     painter->setClipRect(QRectF(frame.left, frame.top, frame.width, frame.height));
+    // Upright and level lines only: crisp on whole pixels rather than smeared over two.
+    painter->setRenderHint(QPainter::Antialiasing, false);
     QPen pen(m_color, m_width);
     pen.setCosmetic(true);
     pen.setCapStyle(Qt::FlatCap);

@@ -534,8 +534,7 @@ void QtChart2D::place_footer() {
     // at the sides, from under the header to over the legend.
     const QRectF area = chart()->plotArea();
     const QMarginsF margins = chart()->margins();
-    const double top = m_header_box->isVisible() ? std::max(m_header_box->rect().bottom() + 2, area.top() - 8)
-                                                 : area.top() - 8;
+    const double top = m_header_box->isVisible() ? m_header_box->rect().bottom() + 4 : whole.top() + margins.top();
     const QLegend* legend = chart()->legend();
     double bottom = whole.bottom() - margins.bottom();
     if (legend->isVisible() && legend->geometry().top() > area.bottom()) bottom = legend->geometry().top() - 2;

@@ -116,17 +116,18 @@ TEST(Margins2D, TheMarginsFallBackToTheDefaultsAndMoveTogether) {
     EXPECT_EQ(margin_change(graph), (Margins2D{25, 25, 25, 25}));
     change_margins(graph, -2 * k_margin_step);
     EXPECT_EQ(margins_of(graph), (Margins2D{50, 1, 42, 1})); // never below one pixel
+    EXPECT_EQ(margin_change(graph), (Margins2D{-25, -15, -25, -8}));
     save_default_margins(graph);
     change_margins(graph, k_margin_step);
     set_default_margins(graph);
+    // The saved defaults are drawn, not the chart's usual layout.
     EXPECT_EQ(margins_of(graph), (Margins2D{50, 1, 42, 1}));
-    EXPECT_EQ(margin_change(graph), Margins2D{});
-    // A side without a default: the chart's automatic margin, plus what the graph sets.
+    EXPECT_EQ(margin_change(graph), (Margins2D{-25, -15, -25, -8}));
+    // A side with neither a margin nor a default is the chart's automatic one.
     graph.DefaultMarginTop2D = 0;
     graph.MarginTop2D = 0;
     EXPECT_EQ(margins_of(graph).top, 0);
-    graph.MarginTop2D = 30;
-    EXPECT_EQ(margin_change(graph).top, 30);
+    EXPECT_EQ(margin_change(graph).top, 0);
 }
 
 TEST(Orientation2D, TheDefaultsComeBackAndTheShownOnesBecomeTheDefaults) {
