@@ -19,19 +19,27 @@ namespace {
 
 constexpr const char* k_caption = "Graphing Utility";
 
-bool same_value(const std::string& text, double value) {
+// Whether a number written in a label is `value`, to the label's digits (`tolerance`, relative).
+bool same_value(const std::string& text, double value, double tolerance = 1e-9) {
     char* end = nullptr;
     const double written = std::strtod(text.c_str(), &end);
     if (end == text.c_str()) return false;
-    return std::abs(written - value) <= 1e-9 * std::max(1.0, std::abs(value));
+    return std::abs(written - value) <= tolerance * std::max(1.0, std::abs(value));
 }
 
-bool label_still_fits(const GraphNote& label, const ChartData& data) {
+bool label_still_fits(const GraphNote& label, const ChartData& data, int type) {
     if (label.PosX < 0 || label.PosY < 0) return false;
     const auto series = static_cast<size_t>(label.PosX), point = static_cast<size_t>(label.PosY);
     if (series >= data.series() || point >= data.points()) return false;
     const double x = data.x(series, point), y = data.y(series, point);
-    return !ChartData::is_hole(x) && !ChartData::is_hole(y) && same_value(label.XStr, x) && same_value(label.YStr, y);
+    if (ChartData::is_hole(x) || ChartData::is_hole(y)) return false;
+    if (type == graph_type::Hystogram || type == graph_type::Pareto) {
+        // The bar's interval is no number: its height tells whether it is still the same bar.
+        const bool pareto = type == graph_type::Pareto;
+        const std::optional<std::string> shown = histogram_label_value(pareto, label.Text);
+        return shown && same_value(*shown, y, pareto ? 5e-3 : 1e-9);
+    }
+    return same_value(label.XStr, x) && same_value(label.YStr, y);
 }
 
 // The legend lists the functions in the setup's order, then the data sets, while the series keep
@@ -201,7 +209,7 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     for (auto note = graph.Notes.begin(); note != graph.Notes.end();) {
         if (note->IsNote) {
             note->Index = chart.add_note(bounded_graph_text(note->Text), note->PosX, note->PosY);
-        } else if (label_still_fits(*note, *data)) {
+        } else if (label_still_fits(*note, *data, graph.Type)) {
             note->Index = chart.add_point_label(static_cast<size_t>(note->PosX), static_cast<size_t>(note->PosY),
                                                 bounded_graph_text(note->Text));
         } else {

@@ -41,6 +41,20 @@ std::vector<std::string> histogram_axis_labels(const ChartData& data, size_t fir
     return labels;
 }
 
+std::string histogram_point_label(bool pareto, const std::string& interval, const std::string& y) {
+    return pareto ? " (" + y + ") " : " (" + interval + " , " + y + ") ";
+}
+
+std::optional<std::string> histogram_label_value(bool pareto, const std::string& label) {
+    const size_t open = label.find('('), close = label.rfind(')');
+    if (open == std::string::npos || close == std::string::npos || close <= open) return std::nullopt;
+    const std::string inner = label.substr(open + 1, close - open - 1);
+    if (pareto) return inner;
+    const size_t separator = inner.rfind(" , ");
+    if (separator == std::string::npos) return std::nullopt;
+    return inner.substr(separator + 3);
+}
+
 void number_points_by_index(ChartData& data) {
     for (size_t s = 0; s < data.series(); ++s)
         for (size_t p = 0; p < data.points(s); ++p) data.set_x(s, p, static_cast<double>(p));

@@ -25,6 +25,12 @@ std::vector<std::string> interval_labels(const ChartData& data, size_t series,
 std::vector<std::string> histogram_axis_labels(const ChartData& data, size_t first_set,
                                                const std::function<std::string(double)>& number);
 
+// The text of a point label on a histogram, " (low to high , y) ", or on a Pareto chart, which
+// shows the Y value alone: " (y) ".
+std::string histogram_point_label(bool pareto, const std::string& interval, const std::string& y);
+// The Y value such a label shows, as written; none for a text of another form.
+std::optional<std::string> histogram_label_value(bool pareto, const std::string& label);
+
 // A Pareto chart places its bars by their index: X becomes 0, 1, 2, ... in every series.
 void number_points_by_index(ChartData& data);
 

@@ -177,6 +177,13 @@ private Q_SLOTS:
         QCOMPARE(labels.size(), 3);
         QVERIFY2(labels[0].contains(QStringLiteral(" to ")), qPrintable(labels[0]));
         QVERIFY(drawn.scratch.messages.isEmpty());
+        // A click on the top of the second bar (at X 2, the category 1) labels that bar with its
+        // interval and height.
+        QChart* chart = drawn.graphs().chart().chart();
+        drawn.graphs().click_at(chart->mapToPosition({1, 7}, chart->series().first()));
+        QCOMPARE(drawn.data().Notes.size(), size_t(1));
+        QCOMPARE(drawn.data().Notes.front().PosY, 1);
+        QCOMPARE(QString::fromStdString(drawn.data().Notes.front().Text), QStringLiteral(" (%1 , 7) ").arg(labels[1]));
         drawn.data().Type = graph::graph_type::Pie;
         drawn.data().DataSets = {data_set("Counts", {"3", "-7", "2"})};
         QVERIFY(drawn.graphs().draw(0));

@@ -12,6 +12,7 @@
 #include "graph/graph_file.h"
 #include "graph/graph_limits.h"
 #include "graph/graph_types.h"
+#include "graph/interval_labels.h"
 #include "graph/note_hit.h"
 #include "graph/view_2d.h"
 #include "desktop/document_hub.h"
@@ -356,8 +357,19 @@ void GraphWindow::toggle_label_near(QPointF at) {
         if (!shown || !shown->GetLabel(static_cast<int>(near->series), static_cast<int>(near->point))) return;
     }
     const graph::ChartData& data = m_chart->data();
+    const graph::GraphData* shown = drawn_graph();
+    const int type = shown ? shown->Type : 0;
     const bool changed = toggle_label(near->series, near->point, [&](const NumberText& text) {
-        return " (" + text(data.x(near->series, near->point)) + " , " + text(data.y(near->series, near->point)) + ") ";
+        const double y = data.y(near->series, near->point);
+        if (type == graph::graph_type::Hystogram || type == graph::graph_type::Pareto) {
+            // The bar's interval as its axis names it; a Pareto chart's share at three digits.
+            const bool pareto = type == graph::graph_type::Pareto;
+            std::ostringstream three;
+            engine::Variable::StreamVariable(engine::complex(y, 0), three, 3);
+            return graph::histogram_point_label(pareto, m_chart->category_labels().value(static_cast<qsizetype>(near->point)).toStdString(),
+                                                pareto ? three.str() : text(y));
+        }
+        return " (" + text(data.x(near->series, near->point)) + " , " + text(y) + ") ";
     });
     if (changed) draw(m_drawn);
 }

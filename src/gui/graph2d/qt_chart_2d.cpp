@@ -346,7 +346,8 @@ std::optional<graph::NearPoint> QtChart2D::point_near(QPointF at, double reach) 
         for (size_t p = 0; p < m_data.points(s); ++p) {
             const double x = m_data.x(s, p), y = m_data.y(s, p);
             if (ChartData::is_hole(x) || ChartData::is_hole(y)) continue;
-            const QPointF place = chart()->mapToPosition(QPointF(x, y), axes_of);
+            // A bar stands at its place among the categories, whatever its X.
+            const QPointF place = chart()->mapToPosition(QPointF(is_bar_type() ? static_cast<double>(p) : x, y), axes_of);
             const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
             if (distance < (best ? best->distance : reach)) best = graph::NearPoint{s, p, distance};
         }
