@@ -220,6 +220,11 @@ private Q_SLOTS:
         QVERIFY(drawn.graphs().draw(0));
         QCOMPARE(drawn.scratch.sounds().last_played(), QStringLiteral("QClick.wav"));
         QVERIFY(drawn.graphs().errors().isEmpty());
+        // A graph that can not be drawn at all sounds the error too.
+        drawn.data().Functions.emplace_back("nowhere[x]", "x");
+        drawn.data().XAxisVar = graph::VariableCopy(quorvex::engine::Variable("x", {0, 0}, {1, 0}, 3));
+        QVERIFY(!drawn.graphs().draw(0));
+        QCOMPARE(drawn.scratch.sounds().last_played(), QStringLiteral("Error.wav"));
         drawn.window.toggle_graph(); // the editor's caption again
         QVERIFY(!drawn.window.windowTitle().contains(QStringLiteral("PRICES")));
     }

@@ -435,6 +435,8 @@ bool GraphWindow::draw(int index) {
         return false;
     }
     if (!drawn) {
+        if (SoundPlayer* sounds = m_document.services().sounds; sounds && !report.errors.empty())
+            sounds->play(QStringLiteral("Error.wav"));
         m_status->setText(tr("The graph \"%1\" could not be created; see the errors below.")
                               .arg(QString::fromStdString(graph.Data.Name)));
         return false;
