@@ -11,12 +11,16 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/hilo_item.h"
 #include "gui/graph2d/qt_chart_2d.h"
+#include "gui/shell/main_frame.h"
 
 #include "graph/graph_types.h"
 
 #include <QChart>
 #include <QLegend>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
 #include <QMessageBox>
 #include <QtTest>
 
@@ -298,6 +302,50 @@ private Q_SLOTS:
         QVERIFY(graphs.refuse_setup());
         QCOMPARE(drawn.scratch.messages.size(), 1);
         QVERIFY(drawn.window.windowTitle().contains(QStringLiteral("counts.g2d")));
+    }
+
+    void theGraphMenuReachesTheCommandsOfA2DGraph() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        MainFrame frame(scratch.services);
+        frame.show();
+        DocumentWindow* window = frame.new_document();
+        quorvex::document::DocumentGraph shown;
+        shown.Data = graph::GraphData("Counts");
+        shown.Data.DataSets.push_back(data_set("Counts", {"1", "4", "9"}));
+        window->document().Graphs.push_back(shown);
+        window->toggle_graph();
+        GraphWindow* graphs = window->graph_window();
+        QMenu* menu = nullptr;
+        for (QAction* each : frame.menuBar()->actions())
+            if (each->menu() && each->menu()->actions().contains(frame.findChild<QAction*>(QStringLiteral("graph2dPointLabels"))))
+                menu = each->menu();
+        QVERIFY(menu);
+        Q_EMIT menu->aboutToShow();
+        const auto command = [&frame](const char* name) { return frame.findChild<QAction*>(QLatin1String(name)); };
+        QVERIFY(command("graph3dIncreaseMargin")->isEnabled()); // margins on a 2-D graph too
+        QVERIFY(!command("graph3dSmooth")->isEnabled());
+        command("graph2dPointLabels")->trigger();
+        QVERIFY(!graphs->point_labels());
+        command("graph3dIncreaseMargin")->trigger();
+        QCOMPARE(window->document().Graphs.front().Data.MarginTop2D, window->document().Graphs.front().Data.DefaultMarginTop2D + 25);
+        QVERIFY(graphs->arm_note(QStringLiteral("n")));
+        graphs->click_at(QPointF(100, 100));
+        command("graph2dRemoveTexts")->trigger();
+        QVERIFY(window->document().Graphs.front().Data.Notes.empty());
+        command("graph2dEditFooter")->trigger();
+        QVERIFY(graphs->title_editor());
+
+        // A graph file shown: the setup says why it does not open (a dialog left open would be
+        // closed by the guard, and the test would fail on the missing message).
+        const QString path = scratch.file_path(QStringLiteral("counts.g2d"));
+        QVERIFY(graphs->save_graph_file(path));
+        QVERIFY(graphs->open_graph_file(path));
+        scratch.messages.clear();
+        QTimer::singleShot(2000, &frame, [] {
+            if (QWidget* modal = QApplication::activeModalWidget()) modal->close();
+        });
+        command("graphSetup")->trigger();
+        QCOMPARE(scratch.messages.size(), 1);
     }
 };
 

@@ -16,17 +16,28 @@ void add_2d_graph_actions(QWidget* owner, QMenu* menu, const std::function<Graph
     QObject::connect(labels, &QAction::toggled, owner, [shown](bool on) {
         if (GraphWindow* window = shown()) window->set_point_labels(on);
     });
-    auto* notes = new QAction(QObject::tr("Remove All &Notes"), owner);
+    auto* notes = new QAction(QObject::tr("&Remove All Notes"), owner);
     notes->setObjectName(QStringLiteral("graph2dRemoveNotes"));
     QObject::connect(notes, &QAction::triggered, owner, [shown] {
         if (GraphWindow* window = shown()) window->remove_all_notes();
     });
-    auto* texts = new QAction(QObject::tr("Remove All &Text Objects"), owner);
+    auto* texts = new QAction(QObject::tr("Remove All Text O&bjects"), owner);
     texts->setObjectName(QStringLiteral("graph2dRemoveTexts"));
     QObject::connect(texts, &QAction::triggered, owner, [shown] {
         if (GraphWindow* window = shown()) window->remove_all_texts();
     });
-    const QList<QAction*> actions{labels, notes, texts};
+    // The keyboard's way to the editors a double click on the header or footer opens.
+    auto* header = new QAction(QObject::tr("Edit &Header"), owner);
+    header->setObjectName(QStringLiteral("graph2dEditHeader"));
+    QObject::connect(header, &QAction::triggered, owner, [shown] {
+        if (GraphWindow* window = shown()) window->edit_title(false);
+    });
+    auto* footer = new QAction(QObject::tr("Edit Foo&ter"), owner);
+    footer->setObjectName(QStringLiteral("graph2dEditFooter"));
+    QObject::connect(footer, &QAction::triggered, owner, [shown] {
+        if (GraphWindow* window = shown()) window->edit_title(true);
+    });
+    const QList<QAction*> actions{labels, notes, texts, header, footer};
     for (QAction* action : actions) {
         owner->addAction(action);
         menu->addAction(action);
