@@ -126,6 +126,54 @@ bool shoot(const QString& out, const QString& suffix) {
         window->graph_window()->draw(0);
         ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
     }
+    {
+        // Ten days of a price as HiLo Open Close bars and as candles (high, low, open, close), and a
+        // histogram of counts with its intervals under the bars.
+        document::DocumentGraph prices;
+        prices.Data = graph::GraphData("Prices");
+        prices.Data.Header = "Daily price";
+        prices.Data.XAxisTitle = "Day";
+        const double open[] = {20, 21.5, 21, 23, 22.5, 24, 23.2, 25, 26.1, 25.4};
+        const double close[] = {21.4, 20.8, 22.9, 22.6, 24.2, 23.1, 25.3, 26.2, 25.2, 27};
+        const char* names[] = {"High", "Low", "Open", "Close"};
+        for (int set = 0; set < 4; ++set) {
+            graph::StrDataPnts points;
+            points.SetName(names[set]);
+            for (int day = 0; day < 10; ++day) {
+                const double high = std::max(open[day], close[day]) + 0.6 + 0.1 * (day % 3);
+                const double low = std::min(open[day], close[day]) - 0.5 - 0.1 * (day % 4);
+                const double value[] = {high, low, open[day], close[day]};
+                points.PutXDataPoint(std::to_string(day + 1), day);
+                points.PutYDataPoint(QString::number(value[set], 'f', 2).toStdString(), day);
+            }
+            prices.Data.DataSets.push_back(points);
+        }
+        graphs.push_back(prices);
+        const int at = static_cast<int>(graphs.size()) - 1;
+        window->graph_window()->refresh_list();
+        for (auto [type, name] : {std::pair{7, "hilo-open-close"}, std::pair{8, "candle"}}) {
+            graphs[static_cast<size_t>(at)].Data.Type = type;
+            window->graph_window()->draw(at);
+            ok = save(&frame, out + QStringLiteral("/graph-") + QLatin1String(name) + suffix + QStringLiteral(".png")) && ok;
+        }
+        document::DocumentGraph counts;
+        counts.Data = graph::GraphData("Heights");
+        counts.Data.Type = 15;
+        counts.Data.Header = "Heights of 120 plants";
+        counts.Data.XAxisTitle = "Height (cm)";
+        graph::StrDataPnts bins;
+        bins.SetName("Plants");
+        const int heights[] = {4, 11, 23, 31, 26, 16, 7, 2};
+        for (int bin = 0; bin < 8; ++bin) {
+            bins.PutXDataPoint(std::to_string(12 + 4 * bin), bin);
+            bins.PutYDataPoint(std::to_string(heights[bin]), bin);
+        }
+        counts.Data.DataSets.push_back(bins);
+        graphs.push_back(counts);
+        window->graph_window()->refresh_list();
+        window->graph_window()->draw(static_cast<int>(graphs.size()) - 1);
+        ok = save(&frame, out + QStringLiteral("/graph-histogram") + suffix + QStringLiteral(".png")) && ok;
+    }
     ok = shoot_3d(frame, *window, out, suffix) && ok;
     {
         GraphSetupDialog setup(*window, 0, GraphSetupDialog::Mode::Pages, &frame);

@@ -48,8 +48,11 @@ public:
     bool DeleteFunction(int index, bool update, bool ask);
     // Whether a graph of the document draws the function (its full name, case kept).
     bool FunUsedInGraph(std::string_view full_name) const;
-    // Evaluates `expression` silently; false after sending the engine's message to `graph_error`.
+    // Evaluates `expression` silently; false after the error sound and sending the engine's
+    // message to `graph_error`.
     bool ComputeValue(std::string_view expression, engine::complex& value);
+    // Where `graph_error` goes from now on: the graph being computed sets its error list.
+    void set_graph_error(std::function<void(std::string_view message)> sink) { m_listener.graph_error = std::move(sink); }
 
     // True for an empty name, no graphs, or no other graph (but `except`) of that name; case kept.
     bool IsUniqueGraphName(std::string_view name, const graph::GraphData* except = nullptr) const;

@@ -2,6 +2,7 @@
 
 #include "graph_limits.h"
 #include "graph_types.h"
+#include "interval_labels.h"
 
 #include "engine/parser.h"
 #include "engine/reporter.h"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
+#include <sstream>
 
 namespace quorvex::graph {
 
@@ -17,19 +19,27 @@ namespace {
 
 constexpr const char* k_caption = "Graphing Utility";
 
-bool same_value(const std::string& text, double value) {
+// Whether a number written in a label is `value`, to the label's digits (`tolerance`, relative).
+bool same_value(const std::string& text, double value, double tolerance = 1e-9) {
     char* end = nullptr;
     const double written = std::strtod(text.c_str(), &end);
     if (end == text.c_str()) return false;
-    return std::abs(written - value) <= 1e-9 * std::max(1.0, std::abs(value));
+    return std::abs(written - value) <= tolerance * std::max(1.0, std::abs(value));
 }
 
-bool label_still_fits(const GraphNote& label, const ChartData& data) {
+bool label_still_fits(const GraphNote& label, const ChartData& data, int type) {
     if (label.PosX < 0 || label.PosY < 0) return false;
     const auto series = static_cast<size_t>(label.PosX), point = static_cast<size_t>(label.PosY);
     if (series >= data.series() || point >= data.points()) return false;
     const double x = data.x(series, point), y = data.y(series, point);
-    return !ChartData::is_hole(x) && !ChartData::is_hole(y) && same_value(label.XStr, x) && same_value(label.YStr, y);
+    if (ChartData::is_hole(x) || ChartData::is_hole(y)) return false;
+    if (type == graph_type::Hystogram || type == graph_type::Pareto) {
+        // The bar's interval is no number: its height tells whether it is still the same bar.
+        const bool pareto = type == graph_type::Pareto;
+        const std::optional<std::string> shown = histogram_label_value(pareto, label.Text);
+        return shown && same_value(*shown, y, pareto ? 5e-3 : 1e-9);
+    }
+    return same_value(label.XStr, x) && same_value(label.YStr, y);
 }
 
 // The legend lists the functions in the setup's order, then the data sets, while the series keep
@@ -61,15 +71,29 @@ void to_one_turn(ChartData& data, double turn) {
         }
 }
 
+// A pie draws the first series' positive values as slices.
+bool has_no_slice_value(const ChartData& data) {
+    if (data.series() == 0) return false;
+    for (size_t p = 0; p < data.points(0); ++p) {
+        const double y = data.y(0, p);
+        if (!ChartData::is_hole(y) && y <= 0) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 ChartColors chart_colors_of(const GraphData& graph) {
     ChartColors colors;
     colors.background = graph.BackgroundColor;
     colors.foreground = graph.ForegroundColor;
+    colors.graph_background = graph.GraphBackgroundColor;
+    colors.graph_foreground = graph.GraphForegrondColor;
     colors.data_area_background = graph.DataAreaBackgroundColor;
     colors.data_area_foreground = graph.DataAreaForegroundColor;
+    colors.header_background = graph.HeaderBackgroundColor;
     colors.header = graph.HeaderForegroundColor;
+    colors.footer_background = graph.FooterBackgroundColor;
     colors.footer = graph.FooterForegroundColor;
     colors.legend_background = graph.LegendBackgroundColor;
     colors.legend_foreground = graph.LegendForegroundColor;
@@ -85,7 +109,7 @@ bool allows_log_x(int type) {
 bool allows_log_y(int type) { return allows_log_x(type) || type == graph_type::Bar || type == graph_type::StackingBar; }
 
 bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLook> looks, Chart2D& chart,
-              SweepReport& report, engine::Reporter* reporter, engine::Host* host) {
+              SweepReport& report, engine::Reporter* reporter, engine::Host* host, const DataValue& data_value) {
     chart.clear();
     if (graph.XAxisLogarithmic && !allows_log_x(graph.Type)) {
         tell(reporter, "A logarithmic X axis is not available for this type of graph; the X axis is linear.");
@@ -108,8 +132,21 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
         report.errors.push_back(*why);
         return false;
     }
-    std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches);
+    std::optional<ChartData> data = sweep_2d(parser, graph, report, host, both_branches, data_value);
     if (!data || report.cancelled) return false;
+    if (graph.Type == graph_type::Pie && has_no_slice_value(*data))
+        tell(reporter, "The pie chart has values that are negative or zero, which can not be drawn as slices; "
+                       "they are left out.");
+    std::vector<std::string> intervals;
+    if (graph.Type == graph_type::Hystogram || graph.Type == graph_type::Pareto) {
+        const int digits = parser.answer_format().precision;
+        intervals = histogram_axis_labels(*data, graph.Functions.size(), [digits](double value) {
+            std::ostringstream out;
+            engine::Variable::StreamVariable(engine::complex(value, 0), out, digits);
+            return out.str();
+        });
+        if (graph.Type == graph_type::Pareto) number_points_by_index(*data);
+    }
     const double turn = parser.angle_type() == 0 ? 360.0 : 2 * std::numbers::pi;
     if (graph.Type == graph_type::Polar) to_one_turn(*data, turn);
 
@@ -136,6 +173,8 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     chart.set_titles(bounded_graph_text(graph.Header), bounded_graph_text(graph.Footer),
                      bounded_graph_text(graph.XAxisTitle), bounded_graph_text(graph.YAxisTitle));
     chart.set_colors(chart_colors_of(graph));
+    chart.set_margins(margin_change(graph));
+    if (!intervals.empty()) chart.set_value_labels(intervals, 45.0);
 
     bool log_x = graph.XAxisLogarithmic != 0, log_y = graph.YAxisLogarithmic != 0;
     if (const std::optional<ChartBounds> shown = shown_bounds(*data, graph.Type)) {
@@ -170,7 +209,7 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
     for (auto note = graph.Notes.begin(); note != graph.Notes.end();) {
         if (note->IsNote) {
             note->Index = chart.add_note(bounded_graph_text(note->Text), note->PosX, note->PosY);
-        } else if (label_still_fits(*note, *data)) {
+        } else if (label_still_fits(*note, *data, graph.Type)) {
             note->Index = chart.add_point_label(static_cast<size_t>(note->PosX), static_cast<size_t>(note->PosY),
                                                 bounded_graph_text(note->Text));
         } else {

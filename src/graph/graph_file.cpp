@@ -86,7 +86,8 @@ bool write_graph_file(const std::string& path, const ChartData& data, const Grap
     return store::write_file_atomically(path, ini.Text(), error);
 }
 
-std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string* error) {
+std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string* error,
+                                           const store::IniFile* user_settings) {
     const auto fail = [&](const std::string& why) -> std::optional<GraphFile2D> {
         if (error) *error = why;
         return std::nullopt;
@@ -128,6 +129,7 @@ std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string*
     graph.YAxisTitle = ini.GetString(section, "YAxisTitle");
     graph.Type = ini.GetInt(section, "Type", graph.Type);
     for (const IntKey& key : k_view_keys) graph.*key.member = ini.GetInt(section, key.key, graph.*key.member);
+    if (user_settings) graph.SetDefaultColors(*user_settings);
     for (const GraphColorEntry& entry : graph_colors())
         if (is_2d_color(entry)) ini.GetColor(section, file_key(entry), graph.*entry.member, graph.*entry.member);
     for (size_t s = 0; s < series; ++s) {

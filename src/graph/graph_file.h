@@ -20,6 +20,9 @@ struct GraphFile2D {
 // Writes `data` as drawn for `graph` to `path`, through a temporary file; false with `error`.
 bool write_graph_file(const std::string& path, const ChartData& data, const GraphData& graph, std::string* error);
 // Reads a file written by write_graph_file; none with `error` for a file that is no graph file.
-std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string* error);
+// A colour the file lacks is the user's default from `user_settings` ("Graph Default Colors")
+// when given, else the colour a new graph has.
+std::optional<GraphFile2D> read_graph_file(const std::string& path, std::string* error,
+                                           const store::IniFile* user_settings = nullptr);
 
 } // namespace quorvex::graph

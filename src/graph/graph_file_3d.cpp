@@ -102,7 +102,8 @@ bool write_graph_file_3d(const std::string& path, const Grid3D& grid, const Grap
     return store::write_file_atomically(path, ini.Text(), error);
 }
 
-std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::string* error) {
+std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::string* error,
+                                              const store::IniFile* user_settings) {
     const auto fail = [&](const std::string& why) -> std::optional<GraphFile3D> {
         if (error) *error = why;
         return std::nullopt;
@@ -153,6 +154,7 @@ std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::stri
         const double value = std::strtod(text.c_str(), &end);
         graph.*key.member = text.empty() || !end || *end != '\0' ? key.fallback : static_cast<float>(value);
     }
+    if (user_settings) graph.SetDefaultColors(*user_settings);
     for (const char* key : k_color_keys)
         if (const GraphColorEntry* entry = color_entry(key))
             ini.GetColor(section, key, graph.*entry->member, graph.*entry->member);

@@ -19,6 +19,8 @@ struct GraphFile3D {
 };
 
 bool write_graph_file_3d(const std::string& path, const Grid3D& grid, const GraphData& graph, std::string* error);
-std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::string* error);
+// A colour the file lacks is the user's default from `user_settings` when given, as for .g2d.
+std::optional<GraphFile3D> read_graph_file_3d(const std::string& path, std::string* error,
+                                              const store::IniFile* user_settings = nullptr);
 
 } // namespace quorvex::graph

@@ -2,6 +2,7 @@
 
 #include "graph_limits.h"
 #include "pole_breaks.h"
+#include "progress_steps.h"
 #include "sweep_variable.h"
 #include "root_branches.h"
 
@@ -79,7 +80,8 @@ void delete_equations(engine::Parser& parser, const std::vector<MappedFunction>&
 } // namespace
 
 std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
-                                  engine::Host* host, const std::function<bool()>& both_branches) {
+                                  engine::Host* host, const std::function<bool()>& both_branches,
+                                  const DataValue& data_value) {
     const VariableCopy& axis = graph.XAxisVar ? graph.XAxisVar : graph.ZAxisVar;
     const bool functions = !graph.Functions.empty();
     if (functions && !axis) return std::nullopt;
@@ -111,6 +113,13 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
     std::vector<size_t> lengths(graph.Functions.size(), functions ? points : 0);
     for (const StrDataPnts& set : graph.DataSets) lengths.push_back(set_length(set));
     ChartData data(lengths);
+
+    size_t work = functions ? function_points : 0;
+    for (const StrDataPnts& set : graph.DataSets) work += set_length(set);
+    ProgressSteps progress(work);
+    const auto step_done = [&progress, host] {
+        if (progress.step() && host) host->progress(progress.percent(), 100);
+    };
 
     const double zero = std::max(k_zero, static_cast<double>(parser.answer_format().zero_precision));
     const auto snap = [zero](double value) { return std::abs(value) < zero ? 0.0 : value; };
@@ -160,6 +169,7 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
         sweep.ResetIncrement();
         for (size_t n = 0; n < function_points && !report.cancelled; ++n) {
             run_point(false);
+            step_done();
             if (!keep_going(host, report) || !sweep.Increment()) break;
         }
         const size_t forward = point;
@@ -201,15 +211,28 @@ std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph
     size_t series = graph.Functions.size();
     for (const StrDataPnts& set : graph.DataSets) {
         const auto evaluate = [&](const std::string* text, double& out) {
-            const std::optional<engine::complex> value = evaluate_data_text(parser, text);
-            if (!value || std::abs(value->imag()) > k_imaginary_zero) return false;
-            out = value->real();
+            if (!text || text->empty()) return false;
+            engine::complex value;
+            if (data_value) {
+                if (!data_value(*text, value)) return false;
+            } else {
+                parser.eval_exp(text->c_str(), value, true, false, false);
+                if (parser.IsAnError()) {
+                    if (const char* why = parser.GetLastError()) report.errors.emplace_back(why);
+                    parser.ClearLastError();
+                    return false;
+                }
+            }
+            if (std::abs(value.imag()) > k_imaginary_zero) return false;
+            out = value.real();
             return true;
         };
-        for (int p = 0; p < static_cast<int>(set_length(set)); ++p) {
+        for (int p = 0; p < static_cast<int>(set_length(set)) && !report.cancelled; ++p) {
             double x = 0, y = 0;
             if (evaluate(set.GetXDataPoint(p), x)) data.set_x(series, static_cast<size_t>(p), x);
             if (evaluate(set.GetYDataPoint(p), y)) data.set_y(series, static_cast<size_t>(p), y);
+            step_done();
+            keep_going(host, report);
         }
         data.set_label(series, bounded_graph_text(set.Label.empty() ? set.Name : set.Label));
         ++series;

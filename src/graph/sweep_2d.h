@@ -2,6 +2,8 @@
 #include "chart_data.h"
 #include "graph_data.h"
 
+#include "engine/complex.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -30,7 +32,13 @@ struct SweepReport {
 // Series order: the last function first, then the data sets in order.
 // `both_branches`, when given, is asked once (before the sweep) whether a graph whose functions
 // have a second branch should draw it; a No draws the positive branch alone.
+// A data set's texts are evaluated by `data_value` when given (false for a text that fails, its
+// message told by the evaluator), else by the engine with its message added to the report; a
+// text that fails, is missing or has a complex value is a hole.
+// The host hears the share done in whole percents (of 100) as points are computed.
+using DataValue = std::function<bool(const std::string& text, engine::complex& value)>;
 std::optional<ChartData> sweep_2d(engine::Parser& parser, const GraphData& graph, SweepReport& report,
-                                  engine::Host* host = nullptr, const std::function<bool()>& both_branches = {});
+                                  engine::Host* host = nullptr, const std::function<bool()>& both_branches = {},
+                                  const DataValue& data_value = {});
 
 } // namespace quorvex::graph

@@ -98,7 +98,8 @@ QString DocumentWindow::caption() const {
 }
 
 void DocumentWindow::update_caption() {
-    setWindowTitle(caption());
+    const bool graph = graph_shown() && !m_graph_window->windowTitle().isEmpty();
+    setWindowTitle(graph ? m_graph_window->windowTitle() + QStringLiteral("[*]") : caption());
     setWindowModified(is_modified());
     Q_EMIT captionChanged();
 }
@@ -287,6 +288,7 @@ void DocumentWindow::toggle_graph() {
         if (m_functions_before_graph && m_function_list) m_function_list->show();
         share_space();
         m_editor->setFocus();
+        update_caption();
         Q_EMIT statusText(QString()); // the coordinates under the pointer were the graph's
         return;
     }
@@ -298,6 +300,7 @@ void DocumentWindow::toggle_graph() {
     graphs->refresh_list();
     m_editor->hide();
     graphs->show();
+    update_caption();
     if (graphs->current_graph() >= 0) graphs->draw(graphs->current_graph());
     graphs->setFocus();
 }

@@ -91,6 +91,8 @@ public:
     const QString& untitled_name() const { return m_untitled; }
     // "MATH EDITOR - " and the path as it is written, or the untitled name.
     QString caption() const;
+    // The window's caption: the editor's, or while a graph is shown the graph window's.
+    void update_caption();
 
     // Loads the file into this window; false (after the message) when it can not be read.
     bool load(const QString& path);
@@ -147,7 +149,6 @@ private:
     void apply_font();
     // The editor keeps a little more than half of the splitter; the lists shown share the rest.
     void share_space();
-    void update_caption();
 
     Services& m_services;
     QString m_untitled;

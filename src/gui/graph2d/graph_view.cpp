@@ -74,7 +74,10 @@ void GraphView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void GraphView::mouseDoubleClickEvent(QMouseEvent* event) {
-    reset_zoom();
+    bool handled = false;
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT doubleClicked(chart()->mapFromScene(mapToScene(event->pos())), &handled);
+    if (!handled) reset_zoom();
     event->accept();
 }
 

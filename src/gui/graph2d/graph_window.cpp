@@ -12,6 +12,9 @@
 #include "graph/graph_file.h"
 #include "graph/graph_limits.h"
 #include "graph/graph_types.h"
+#include "graph/view_2d.h"
+#include "desktop/document_hub.h"
+#include "gui/common/sound_player.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/progress_host.h"
 #include "gui/common/services.h"
@@ -34,8 +37,8 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QSpinBox>
-#include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -121,8 +124,11 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
-    connect(m_view, &GraphView::clicked, this, [this](QPointF at) {
-        if (!place_pending_note(qRound(at.x()), qRound(at.y()))) toggle_label_near(at);
+    connect(m_view, &GraphView::clicked, this, &GraphWindow::click_at);
+    connect(m_view, &GraphView::doubleClicked, this, [this](QPointF at, bool* handled) {
+        const QtChart2D::Region region = m_chart->region_at(at);
+        if (region == QtChart2D::Region::Header || region == QtChart2D::Region::Footer)
+            *handled = edit_title(region == QtChart2D::Region::Footer);
     });
     connect(m_view3d, &Graph3DView::pointerText, this, [this](const QString& text) {
         m_status->setText(text);
@@ -144,75 +150,48 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
 
 GraphWindow::~GraphWindow() = default;
 
-bool GraphWindow::place_pending_note(int x, int y) {
+graph::GraphData* GraphWindow::drawn_graph() {
     auto& graphs = m_document.document().Graphs;
-    if (m_pending_note.isEmpty() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return false;
-    // Kept with its line ends as CR LF, as a document keeps notes.
-    const std::string text = m_pending_note.toStdString();
-    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
-    shown.Notes.emplace_back(text.c_str(), x, y, -1, true);
-    m_pending_note.clear();
-    shown_picture()->unsetCursor();
-    m_document.parser().set_vars_saved(false);
-    if (showing_3d()) {
-        const graph::Grid3D grid = m_view3d->grid(); // a copy: building the chart clears it first
-        graph::build_3d(shown, grid, *m_view3d);
-    } else {
-        draw(m_drawn);
-    }
+    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return nullptr;
+    return &graphs[static_cast<size_t>(m_drawn)].Data;
+}
+
+bool GraphWindow::showing_2d() const { return !showing_3d() && m_drawn >= 0; }
+
+void GraphWindow::tell(const QString& text) {
+    if (QStringList* collected = m_document.services().collected_messages)
+        *collected << tr("Graphing Utility: ") + text;
+    else
+        QMessageBox::information(this, tr("Graphing Utility"), text);
+}
+
+void GraphWindow::tell_errors(const std::string& name) {
+    const QString text = tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
+                            "Errors\" list for details.")
+                             .arg(QString::fromStdString(name));
+    m_status->setText(text);
+    tell(text);
+}
+
+void GraphWindow::set_caption(const std::string& name) {
+    // The document's caption without its modified mark, and the graph's name, in capitals.
+    QString editor = m_document.caption();
+    editor.remove(QStringLiteral("[*]"));
+    setWindowTitle(QStringLiteral("%1 : %2").arg(editor, QString::fromStdString(name)).toUpper());
+    m_document.update_caption();
+}
+
+bool GraphWindow::refuse_setup() {
+    if (m_file.isEmpty()) return false;
+    tell(tr("The graph shown was opened from the graph file \"%1\", which holds numbers and no functions: the graph "
+            "setup can not change it. Choose a graph of the document to set it up.")
+             .arg(m_file));
     return true;
 }
 
 bool GraphWindow::showing_3d() const { return m_pages->currentWidget() == m_view3d; }
 
 QWidget* GraphWindow::shown_picture() const { return m_pages->currentWidget(); }
-
-bool GraphWindow::toggle_label(size_t place_x, size_t place_y, const std::function<std::string(const NumberText&)>& label) {
-    auto& graphs = m_document.document().Graphs;
-    if (m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return false;
-    graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;
-    const auto existing = std::find_if(shown.Notes.begin(), shown.Notes.end(), [&](const graph::GraphNote& note) {
-        return !note.IsNote && note.PosX == static_cast<int>(place_x) && note.PosY == static_cast<int>(place_y);
-    });
-    if (existing != shown.Notes.end()) {
-        shown.Notes.erase(existing);
-    } else {
-        // The numbers at the precision the document shows its answers with.
-        const int digits = m_document.parser().answer_format().precision;
-        const NumberText text = [digits](double number) {
-            std::ostringstream out;
-            engine::Variable::StreamVariable(engine::complex(number, 0), out, digits);
-            return out.str();
-        };
-        shown.Notes.emplace_back(label(text).c_str(), static_cast<int>(place_x), static_cast<int>(place_y), -1, false);
-    }
-    m_document.parser().set_vars_saved(false); // the document changed
-    return true;
-}
-
-void GraphWindow::toggle_label_3d(size_t i, size_t j, double x, double z) {
-    const bool changed = toggle_label(i, j, [&](const NumberText& text) {
-        graph::GraphData& shown = m_document.document().Graphs[static_cast<size_t>(m_drawn)].Data;
-        const double value = graph::value_at_3d(m_document.parser(), shown, x, z).value_or(m_view3d->grid().value(i, j));
-        return graph::point_label_3d(text(x), text(value), text(z));
-    });
-    if (!changed) return;
-    // The same grid, no new sweep; a copy, as building the chart clears it first.
-    const graph::Grid3D grid = m_view3d->grid();
-    graph::build_3d(m_document.document().Graphs[static_cast<size_t>(m_drawn)].Data, grid, *m_view3d);
-}
-
-void GraphWindow::toggle_label_near(QPointF at) {
-    if (m_chart->chart()->series().isEmpty()) return;
-    // A click 10 pixels or farther from every point labels nothing.
-    const std::optional<graph::NearPoint> near = m_chart->point_near(at, 10);
-    if (!near) return;
-    const graph::ChartData& data = m_chart->data();
-    const bool changed = toggle_label(near->series, near->point, [&](const NumberText& text) {
-        return " (" + text(data.x(near->series, near->point)) + " , " + text(data.y(near->series, near->point)) + ") ";
-    });
-    if (changed) draw(m_drawn);
-}
 
 int GraphWindow::current_graph() const { return m_graphs->currentIndex(); }
 
@@ -248,10 +227,23 @@ bool GraphWindow::draw(int index) {
         const document::FunctionStyle& style = graph.StyleOf(f);
         looks.push_back({style.LineColor, style.LineWidth});
     }
+    if (SoundPlayer* sounds = m_document.services().sounds) sounds->play(QStringLiteral("QClick.wav"));
+    delete m_title_editor;
+    m_title_editor = nullptr;
     ProgressHost host(this, tr("Building Graph: %1").arg(QString::fromStdString(graph.Data.Name)));
+    host.set_progress("Computing Data Values, Please Wait!", 0);
     graph::SweepReport report;
     MessageReporter reporter(this, m_document.services().collected_messages);
-    const bool drawn = graph::build_2d(m_document.parser(), graph.Data, looks, *m_chart, report, &reporter, &host);
+    // A data set's text that fails sounds the error and goes to the list, through the hub.
+    desktop::DocumentHub& hub = m_document.hub();
+    hub.set_graph_error([&report](std::string_view message) { report.errors.emplace_back(message); });
+    const graph::DataValue data_value = [&hub](const std::string& text, engine::complex& value) {
+        return hub.ComputeValue(text, value);
+    };
+    const bool drawn =
+        graph::build_2d(m_document.parser(), graph.Data, looks, *m_chart, report, &reporter, &host, data_value);
+    hub.set_graph_error({});
+    if (drawn && !report.cancelled) host.set_progress("Generating Graph!", 100);
     m_errors->clear();
     for (const std::string& error : report.errors) m_errors->addItem(QString::fromStdString(error));
     m_errors->setVisible(!report.errors.empty());
@@ -262,16 +254,16 @@ bool GraphWindow::draw(int index) {
         return false;
     }
     if (!drawn) {
+        if (SoundPlayer* sounds = m_document.services().sounds; sounds && !report.errors.empty())
+            sounds->play(QStringLiteral("Error.wav"));
         m_status->setText(tr("The graph \"%1\" could not be created; see the errors below.")
                               .arg(QString::fromStdString(graph.Data.Name)));
         return false;
     }
     m_drawn = index;
-    m_status->setText(report.errors.empty()
-                          ? QString()
-                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
-                               "Errors\" list for details.")
-                                .arg(QString::fromStdString(graph.Data.Name)));
+    set_caption(graph.Data.Name);
+    m_status->clear();
+    if (!report.errors.empty()) tell_errors(graph.Data.Name);
     return true;
 }
 
@@ -313,48 +305,10 @@ bool GraphWindow::draw_3d(int index) {
         return false;
     }
     m_drawn = index;
-    m_status->setText(report.errors.empty()
-                          ? tr("Drag to turn the graph, Shift+drag for depth, the wheel to scale, Home for the default view.")
-                          : tr("Errors occured while calculating the data for the graph \"%1\", see the \"Graph "
-                               "Errors\" list for details.")
-                                .arg(QString::fromStdString(graph.Data.Name)));
+    set_caption(graph.Data.Name);
+    m_status->setText(tr("Drag to turn the graph, Shift+drag for depth, the wheel to scale, Home for the default view."));
+    if (!report.errors.empty()) tell_errors(graph.Data.Name);
     return true;
-}
-
-bool GraphWindow::arm_note(const QString& text) {
-    if (text.contains(QLatin1Char('|'))) {
-        QStringList* collected = m_document.services().collected_messages;
-        const QString why = tr("A note can not hold the character '|': a graph's file keeps line ends that way.");
-        if (collected)
-            *collected << tr("Graphing Utility: ") + why;
-        else
-            QMessageBox::information(this, tr("Graphing Utility"), why);
-        return false;
-    }
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (lines.size() > 15) lines = lines.mid(0, 15); // a note shows at most fifteen lines
-    std::string note = lines.join(QStringLiteral("\r\n")).toStdString();
-    const size_t length = graph::graph_text_length(note);
-    if (graph::cut_graph_text(note)) {
-        const QString why = tr("The note had %1 characters; a note holds at most %2, so the rest was left out.")
-                                .arg(length)
-                                .arg(graph::k_max_graph_text);
-        if (QStringList* collected = m_document.services().collected_messages)
-            *collected << tr("Graphing Utility: ") + why;
-        else
-            QMessageBox::information(this, tr("Graphing Utility"), why);
-    }
-    m_pending_note = QString::fromStdString(note);
-    shown_picture()->setCursor(Qt::CrossCursor);
-    m_status->setText(tr("Click where the note goes."));
-    return !m_pending_note.isEmpty();
-}
-
-void GraphWindow::insert_note_with_dialog() {
-    if (m_drawn < 0) return;
-    bool given = false;
-    const QString text = QInputDialog::getMultiLineText(this, tr("Insert Note"), tr("Text of the note:"), {}, &given);
-    if (given && !text.trimmed().isEmpty()) arm_note(text);
 }
 
 void GraphWindow::toggle_grid() {
@@ -399,12 +353,15 @@ void GraphWindow::show_graph_file(const QString& path, const std::vector<std::st
     m_errors->setVisible(!messages.empty());
     m_file = QFileInfo(path).absoluteFilePath();
     m_drawn = -1; // a file is no graph of the document
+    setWindowTitle(m_file);
+    m_document.update_caption();
     m_status->setText(tr("Graph file %1").arg(m_file));
 }
 
 bool GraphWindow::open_graph_file_3d(const QString& path, QString* error) {
     std::string why;
-    std::optional<graph::GraphFile3D> file = graph::read_graph_file_3d(path.toStdString(), &why);
+    std::optional<graph::GraphFile3D> file =
+        graph::read_graph_file_3d(path.toStdString(), &why, m_document.services().settings);
     if (!file) {
         if (error) *error = QString::fromStdString(why);
         return false;
@@ -420,7 +377,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     if (QFileInfo(path).suffix().compare(QStringLiteral("g3d"), Qt::CaseInsensitive) == 0)
         return open_graph_file_3d(path, error);
     std::string why;
-    std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why);
+    std::optional<graph::GraphFile2D> file = graph::read_graph_file(path.toStdString(), &why, m_document.services().settings);
     if (!file) {
         if (error) *error = QString::fromStdString(why);
         return false;
@@ -436,6 +393,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
                                                          shown.DataAreaBackgroundColor));
     m_chart->set_titles(shown.Header, shown.Footer, shown.XAxisTitle, shown.YAxisTitle);
     m_chart->set_colors(graph::chart_colors_of(shown));
+    m_chart->set_margins(graph::margin_change(shown));
     if (const auto bounds = graph::shown_bounds(file->data, shown.Type)) m_chart->set_bounds(*bounds);
     m_chart->set_grid(true);
     m_pages->setCurrentWidget(m_view);
@@ -468,11 +426,22 @@ void GraphWindow::open_file_with_dialog() {
 }
 
 void GraphWindow::set_default_orientation() {
+    if (showing_2d()) {
+        graph::set_default_orientation_2d(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     if (!showing_3d()) return;
     m_view3d->reset_view(); // the graph keeps it through viewChanged
 }
 
 void GraphWindow::save_default_orientation() {
+    if (showing_2d()) {
+        graph::save_default_orientation_2d(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        tell(tr("The present depth, inclination and rotation are now the default orientation of this graph."));
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     const graph::View3D view = m_view3d->view();
@@ -496,10 +465,22 @@ void GraphWindow::save_default_orientation() {
 }
 
 void GraphWindow::change_margin(bool larger) {
+    if (showing_2d()) {
+        graph::change_margins(*drawn_graph(), larger ? graph::k_margin_step : -graph::k_margin_step);
+        m_chart->set_margins(graph::margin_change(*drawn_graph()));
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     if (showing_3d()) m_view3d->change_scale(larger ? 0.1 : -0.1); // the graph keeps it through viewChanged
 }
 
 void GraphWindow::set_default_margin() {
+    if (showing_2d()) {
+        graph::set_default_margins(*drawn_graph());
+        m_chart->set_margins(graph::margin_change(*drawn_graph()));
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     graph::View3D view = m_view3d->view();
@@ -510,6 +491,12 @@ void GraphWindow::set_default_margin() {
 }
 
 void GraphWindow::save_default_margin() {
+    if (showing_2d()) {
+        graph::save_default_margins(*drawn_graph());
+        m_document.parser().set_vars_saved(false);
+        tell(tr("The present margins are now the default margins of this graph."));
+        return;
+    }
     auto& graphs = m_document.document().Graphs;
     if (!showing_3d() || m_drawn < 0 || m_drawn >= static_cast<int>(graphs.size())) return;
     graph::GraphData& shown = graphs[static_cast<size_t>(m_drawn)].Data;

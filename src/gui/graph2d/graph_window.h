@@ -6,8 +6,14 @@
 #include <string>
 #include <vector>
 
+namespace quorvex::graph {
+class GraphData;
+class GraphNote;
+} // namespace quorvex::graph
+
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QListWidget;
 class QStackedWidget;
 
@@ -56,6 +62,27 @@ public:
     const QString& graph_file() const { return m_file; }
     // A click near a drawn point labels it with its coordinates, or takes its label away.
     void toggle_label_near(QPointF at);
+    // A click in the 2-D chart (its coordinates): places the note armed; else a note within 20
+    // pixels is offered for deletion (or moving); else the nearest point's label is toggled.
+    void click_at(QPointF at);
+    // Point labels are added by clicks while this is on (it is at first); off, a click only takes
+    // a label away.
+    void set_point_labels(bool on) { m_label_mode = on; }
+    bool point_labels() const { return m_label_mode; }
+    // Takes every note, or every note and point label, off the graph drawn.
+    void remove_all_notes();
+    void remove_all_texts();
+    // The note text the next click places (a moved note's), empty when none is armed.
+    const QString& pending_note() const { return m_pending_note; }
+    // An editor over the header or the footer of the 2-D graph drawn, with its text: Enter or
+    // leaving it keeps the text in the graph, Escape drops it. False where no graph is drawn.
+    bool edit_title(bool footer);
+    QLineEdit* title_editor() const { return m_title_editor; }
+    // A graph file shown is not the document's: the setup can not change it. True, after saying
+    // so, while one is shown.
+    bool refuse_setup();
+    // Whether a 2-D graph of the document is drawn.
+    bool showing_2d() const;
     // The next click in the graph places a note of this text; false (after the message) for a
     // text a note can not hold.
     bool arm_note(const QString& text);
@@ -65,13 +92,15 @@ public:
     void toggle_logarithmic(bool x_axis);
     void save_file_with_dialog();
     void open_file_with_dialog();
-    // The 3-D view commands: back to the graph's default orientation; the present one kept as the
-    // default of this graph and of new graphs; the surface smoothed (halfway to its neighbours).
+    // The view commands: back to the graph's default orientation; the present one kept as the
+    // default of this graph (and, for a surface, of new graphs); the surface smoothed (halfway to
+    // its neighbours). A 2-D chart can not show depth, inclination or rotation: the graph keeps them.
     void set_default_orientation();
     void save_default_orientation();
     void smooth_surface();
-    // A surface's margin commands scale it: a larger margin, a smaller picture, by a tenth each;
-    // back to the graph's default scale; the present scale kept as the default.
+    // The margin commands: on a 2-D graph 25 pixels more or less on every side, the default
+    // margins back, the present ones kept as the defaults. A surface's scale it instead: a larger
+    // margin, a smaller picture, by a tenth each; back to the default scale; the present kept.
     void change_margin(bool larger);
     void increase_margin() { change_margin(true); }
     void decrease_margin() { change_margin(false); }
@@ -90,6 +119,17 @@ Q_SIGNALS:
 
 private:
     bool draw_3d(int index);
+    // The graph of the document drawn last, null when none (or a graph file) is shown.
+    graph::GraphData* drawn_graph();
+    // Says a message under the graph window's caption (collected in tests).
+    void tell(const QString& text);
+    // After a build with errors: the box that points to the error list, and the status line.
+    void tell_errors(const std::string& name);
+    // The caption of the document's window while this graph is shown.
+    void set_caption(const std::string& name);
+    void commit_title();
+    // Asks whether to delete (or move) a note; the graph is drawn again when it changed.
+    void ask_remove_note(graph::GraphNote& note);
     // Puts the note the user armed at (x, y) of the picture shown; false when none was armed.
     bool place_pending_note(int x, int y);
     // Adds a point label at a place (series and point, or a grid point) of the graph drawn, with
@@ -115,6 +155,9 @@ private:
     SimulationPlayer* m_player;
     QString m_pending_note; // placed by the next click
     int m_drawn = -1; // the document's graph drawn last
+    bool m_label_mode = true;
+    QLineEdit* m_title_editor = nullptr;
+    bool m_editing_footer = false;
 };
 
 } // namespace quorvex::gui

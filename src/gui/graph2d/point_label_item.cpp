@@ -11,7 +11,8 @@ constexpr double k_padding = 3;
 
 } // namespace
 
-PointLabelItem::PointLabelItem(const QString& text, QGraphicsItem* parent) : QGraphicsItem(parent), m_text(text) {
+PointLabelItem::PointLabelItem(const QString& text, QGraphicsItem* parent)
+    : QGraphicsItem(parent), m_text(text), m_font(QStringLiteral("Arial"), 12) {
     const QSizeF text_size = QFontMetricsF(m_font).size(Qt::TextSingleLine, m_text);
     m_box = QRectF(QPointF(0, 0), text_size + QSizeF(2 * k_padding, 2 * k_padding));
     setZValue(10); // above the curves

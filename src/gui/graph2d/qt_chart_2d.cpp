@@ -2,6 +2,7 @@
 
 #include "graph/axis_ticks.h"
 #include "graph/decimate.h"
+#include "hilo_item.h"
 #include "point_label_item.h"
 
 #include "graph/graph_types.h"
@@ -15,7 +16,10 @@
 #include <QCategoryAxis>
 #include <QChart>
 #include <QChartView>
+#include <QGraphicsRectItem>
 #include <QGraphicsSimpleTextItem>
+#include <QGraphicsTextItem>
+#include <QLegend>
 #include <QLegendMarker>
 #include <QLineSeries>
 #include <QLogValueAxis>
@@ -85,6 +89,19 @@ void number_axis(QCategoryAxis* axis, double from, double to) {
 // A short number for a bar's category or a slice's name.
 QString short_number(double value) { return QString::number(value, 'g', 6); }
 
+// The chart's fixed fonts: the header larger than the footer and the legend; notes as large as the
+// header, point labels as the footer.
+QFont chart_font(int points) { return QFont(QStringLiteral("Arial"), points, QFont::Bold); }
+
+// A box behind a part of the chart: over the chart's background, under everything it holds.
+QGraphicsRectItem* backing_box(QGraphicsItem* chart) {
+    auto* box = new QGraphicsRectItem(chart);
+    box->setPen(Qt::NoPen);
+    box->setZValue(-0.5);
+    box->setVisible(false);
+    return box;
+}
+
 } // namespace
 
 QtChart2D::QtChart2D(QChartView* view) : m_view(view) { make_chart(); }
@@ -97,6 +114,10 @@ QChart* QtChart2D::chart() const { return m_view->chart(); }
 
 bool QtChart2D::is_area_type() const { return m_type == type::Area || m_type == type::RadarFilled; }
 
+bool QtChart2D::is_hilo_type() const {
+    return m_type == type::HiLo || m_type == type::HiLoOpenClose || m_type == type::Candle;
+}
+
 bool QtChart2D::is_bar_type() const {
     return m_type == type::Bar || m_type == type::StackingBar || m_type == type::Hystogram || m_type == type::Pareto;
 }
@@ -107,7 +128,13 @@ void QtChart2D::make_chart() {
     QChart* chart = polar ? new QPolarChart : new QChart;
     chart->setAnimationOptions(QChart::NoAnimation);
     chart->legend()->setAlignment(Qt::AlignBottom);
+    chart->setTitleFont(chart_font(14));
+    chart->legend()->setFont(chart_font(12));
     m_view->setChart(chart);
+    m_hilo = nullptr; // went with the old chart
+    m_graph_frame = backing_box(chart);
+    m_header_box = backing_box(chart);
+    m_footer_box = backing_box(chart);
     // A larger plot area (a resized window, a picture exported larger) has more columns to fill.
     QObject::connect(chart, &QChart::plotAreaChanged, &m_guard, [this] { decimate_again(); });
     m_texts.clear();
@@ -117,6 +144,7 @@ void QtChart2D::make_chart() {
     m_watches.push_back(QObject::connect(chart, &QChart::plotAreaChanged, chart, [this] { place_labels(); }));
     // The chart has one title, drawn at the top: the footer is a text of its own at the bottom.
     m_footer = new QGraphicsSimpleTextItem(chart);
+    m_footer->setFont(chart_font(12));
     m_footer->setVisible(false);
     m_margins = chart->margins();
     m_watches.push_back(QObject::connect(chart, &QGraphicsWidget::geometryChanged, chart, [this] { place_footer(); }));
@@ -132,6 +160,9 @@ void QtChart2D::clear() {
     m_bounds.reset();
     m_order.clear();
     m_log_x = m_log_y = false;
+    m_value_labels.clear();
+    m_label_angle = 0;
+    m_margin_change = {};
     // A chart of its own for each build: nothing of the last graph's axes or texts stays behind.
     make_chart();
 }
@@ -167,6 +198,34 @@ void QtChart2D::build_series() {
     view_chart->removeAllSeries();
     m_items.assign(m_data.series(), {});
     m_fills.assign(m_data.series(), {});
+    delete m_hilo;
+    m_hilo = nullptr;
+    view_chart->legend()->setVisible(true);
+    if (is_hilo_type()) {
+        // Series 0 the high values, 1 the low ones, 2 the opening and 3 the closing ones: one bar
+        // (or candle) per point, drawn by our own item.
+        m_hilo = new HiLoItem(
+            graph::hilo_bars(m_data, m_type != type::HiLo), m_type == type::Candle,
+            [this] {
+                graph::PlotFrame frame;
+                plot_frame(frame);
+                return frame;
+            },
+            view_chart);
+        // The values as unseen lines give the axes their series, and clicks their points.
+        for (size_t s = 0; s < m_data.series(); ++s) {
+            auto* line = new QLineSeries;
+            for (size_t p = 0; p < m_data.points(s); ++p)
+                if (!ChartData::is_hole(m_data.x(s, p)) && !ChartData::is_hole(m_data.y(s, p)))
+                    line->append(m_data.x(s, p), m_data.y(s, p));
+            line->setPen(Qt::NoPen);
+            view_chart->addSeries(line);
+            for (QLegendMarker* marker : view_chart->legend()->markers(line)) marker->setVisible(false);
+        }
+        view_chart->legend()->setVisible(false); // the series are parts of one bar
+        for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
+        return;
+    }
     if (m_type == type::Pie) {
         // A pie of the first series: one slice per point, named by its X.
         auto* pie = new QPieSeries;
@@ -287,7 +346,8 @@ std::optional<graph::NearPoint> QtChart2D::point_near(QPointF at, double reach) 
         for (size_t p = 0; p < m_data.points(s); ++p) {
             const double x = m_data.x(s, p), y = m_data.y(s, p);
             if (ChartData::is_hole(x) || ChartData::is_hole(y)) continue;
-            const QPointF place = chart()->mapToPosition(QPointF(x, y), axes_of);
+            // A bar stands at its place among the categories, whatever its X.
+            const QPointF place = chart()->mapToPosition(QPointF(is_bar_type() ? static_cast<double>(p) : x, y), axes_of);
             const double distance = std::hypot(place.x() - at.x(), place.y() - at.y());
             if (distance < (best ? best->distance : reach)) best = graph::NearPoint{s, p, distance};
         }
@@ -295,7 +355,7 @@ std::optional<graph::NearPoint> QtChart2D::point_near(QPointF at, double reach) 
 }
 
 void QtChart2D::decimate_again() {
-    if (m_type == type::Pie || is_bar_type()) return;
+    if (m_type == type::Pie || is_bar_type() || is_hilo_type()) return;
     for (size_t s = 0; s < m_items.size(); ++s) decimate_again(s);
 }
 
@@ -306,7 +366,7 @@ double QtChart2D::polar_turn() const {
 }
 
 void QtChart2D::decimate_again(size_t series) {
-    if (m_type == type::Pie || is_bar_type() || series >= m_items.size()) return;
+    if (m_type == type::Pie || is_bar_type() || is_hilo_type() || series >= m_items.size()) return;
     const std::vector<QList<QPointF>> lines = pieces_of(drawn_points(series), polar_turn());
     if (series < m_fills.size() && !m_fills[series].empty()) {
         const std::vector<QList<QPointF>> fills = pieces_of(graph::decimate_area_fill(m_data, series, pixel_window()));
@@ -320,7 +380,7 @@ void QtChart2D::decimate_again(size_t series) {
 }
 
 void QtChart2D::show_frame(const std::vector<double>& x, const std::vector<double>& y, const std::string& label) {
-    if (m_type == type::Pie || is_bar_type() || m_items.empty() || m_data.series() == 0) return;
+    if (m_type == type::Pie || is_bar_type() || is_hilo_type() || m_items.empty() || m_data.series() == 0) return;
     QChart* view_chart = chart();
     for (size_t s = 1; s < m_items.size(); ++s) {
         std::vector<QObject*> items = m_items[s];
@@ -363,6 +423,7 @@ void QtChart2D::apply_style(size_t series) {
     QPen pen(color);
     pen.setWidthF(style.line_width);
     pen.setCosmetic(true);
+    if (series == 0 && m_hilo) m_hilo->set_pen(color, std::max(1, style.line_width), to_qcolor(m_colors.data_area_background));
     std::vector<QObject*> items = m_items[series];
     if (series < m_fills.size()) items.insert(items.end(), m_fills[series].begin(), m_fills[series].end());
     for (QObject* item : items) {
@@ -397,37 +458,122 @@ void QtChart2D::set_series_style(size_t series, const graph::SeriesStyle& style)
 void QtChart2D::set_titles(const std::string& header, const std::string& footer, const std::string& x_title,
                            const std::string& y_title) {
     chart()->setTitle(text_of(header));
-    QFont small = chart()->titleFont();
-    small.setPointSizeF(small.pointSizeF() - 2);
-    m_footer->setFont(small);
     m_footer->setText(text_of(footer));
     m_footer->setVisible(!footer.empty());
-    QMarginsF margins = m_margins;
-    if (!footer.empty()) margins.setBottom(margins.bottom() + m_footer->boundingRect().height());
-    chart()->setMargins(margins.toMargins());
-    place_footer();
+    apply_margins();
     m_x_title = x_title;
     m_y_title = y_title;
     update_axes();
 }
 
-void QtChart2D::place_footer() {
-    if (!m_footer || !m_footer->isVisible()) return;
+void QtChart2D::apply_margins() {
+    QMarginsF margins(std::max(0.0, m_margins.left() + m_margin_change.left),
+                      std::max(0.0, m_margins.top() + m_margin_change.top),
+                      std::max(0.0, m_margins.right() + m_margin_change.right),
+                      std::max(0.0, m_margins.bottom() + m_margin_change.bottom));
+    if (m_footer->isVisible()) margins.setBottom(margins.bottom() + m_footer->boundingRect().height() + 6);
+    chart()->setMargins(margins.toMargins());
+    place_footer();
+}
+
+void QtChart2D::set_margins(const graph::Margins2D& change) {
+    m_margin_change = change;
+    apply_margins();
+}
+
+QGraphicsTextItem* QtChart2D::title_item() const {
+    for (QGraphicsItem* item : chart()->childItems())
+        if (auto* title = dynamic_cast<QGraphicsTextItem*>(item); title && title->isVisible()) return title;
+    return nullptr;
+}
+
+QRectF QtChart2D::title_rect(Region which) const {
     const QRectF whole = chart()->rect();
-    const QRectF text = m_footer->boundingRect();
-    m_footer->setPos(whole.left() + (whole.width() - text.width()) / 2,
-                     whole.bottom() - m_margins.bottom() - text.height());
+    const QString text = which == Region::Header ? chart()->title() : m_footer->text();
+    const QFontMetricsF metrics(which == Region::Header ? chart()->titleFont() : m_footer->font());
+    const double width = std::min(whole.width(), std::max(160.0, metrics.horizontalAdvance(text) + 24));
+    const double height = metrics.height() * std::max<qsizetype>(1, text.count(QLatin1Char('\n')) + 1) + 6;
+    const double left = whole.left() + (whole.width() - width) / 2;
+    if (which == Region::Header) {
+        // Where the chart laid its title out, when it has one.
+        if (QGraphicsTextItem* title = title_item(); title && !text.isEmpty()) {
+            const QRectF drawn = title->mapRectToParent(title->boundingRect());
+            return QRectF(left, drawn.top(), width, drawn.height());
+        }
+        return QRectF(left, whole.top() + chart()->margins().top(), width, height);
+    }
+    const double bottom = whole.bottom() - std::max(0.0, m_margins.bottom() + m_margin_change.bottom) + 3;
+    return QRectF(left, bottom - height, width, height);
+}
+
+QtChart2D::Region QtChart2D::region_at(QPointF at) const {
+    const QRectF area = chart()->plotArea();
+    if (area.contains(at)) return Region::Data;
+    if (title_rect(Region::Header).contains(at) || (at.y() < area.top() && at.y() < title_rect(Region::Header).bottom()))
+        return Region::Header;
+    const QLegend* legend = chart()->legend();
+    const double legend_bottom = legend->isVisible() ? legend->geometry().bottom() : area.bottom();
+    if (title_rect(Region::Footer).contains(at) || at.y() > std::max(legend_bottom, area.bottom())) return Region::Footer;
+    return Region::Other;
+}
+
+void QtChart2D::place_footer() {
+    if (!m_footer) return;
+    const QRectF whole = chart()->rect();
+    if (m_footer->isVisible()) {
+        const QRectF text = m_footer->boundingRect();
+        const QRectF box = title_rect(Region::Footer);
+        m_footer->setPos(whole.left() + (whole.width() - text.width()) / 2, box.top() + (box.height() - text.height()) / 2);
+    }
+    m_footer_box->setRect(title_rect(Region::Footer));
+    m_footer_box->setVisible(m_footer->isVisible());
+    m_header_box->setRect(title_rect(Region::Header));
+    m_header_box->setVisible(!chart()->title().isEmpty());
+    // The chart puts its title as low as its background: over the box here.
+    if (QGraphicsTextItem* title = title_item()) title->setZValue(m_header_box->zValue() + 0.25);
+    // The graph's frame holds the plot area with the axes' numbers and titles: from the margins
+    // at the sides, from under the header to over the legend.
+    const QRectF area = chart()->plotArea();
+    const QMarginsF margins = chart()->margins();
+    const double top = m_header_box->isVisible() ? m_header_box->rect().bottom() + 4 : whole.top() + margins.top();
+    const QLegend* legend = chart()->legend();
+    double bottom = whole.bottom() - margins.bottom();
+    if (legend->isVisible() && legend->geometry().top() > area.bottom()) bottom = legend->geometry().top() - 2;
+    m_graph_frame->setRect(QRectF(whole.left() + margins.left(), top, whole.width() - margins.left() - margins.right(),
+                                  bottom - top));
+    m_graph_frame->setVisible(m_type != type::Pie && area.isValid());
 }
 
 void QtChart2D::set_colors(const graph::ChartColors& colors) {
     m_colors = colors;
     chart()->setBackgroundBrush(to_qcolor(colors.background));
+    chart()->setBackgroundPen(QPen(to_qcolor(colors.foreground), 1));
     chart()->setPlotAreaBackgroundBrush(to_qcolor(colors.data_area_background));
     chart()->setPlotAreaBackgroundVisible(true);
-    chart()->setTitleBrush(to_qcolor(colors.foreground));
-    m_footer->setBrush(to_qcolor(colors.foreground));
-    chart()->legend()->setLabelColor(to_qcolor(colors.foreground));
+    m_graph_frame->setBrush(to_qcolor(colors.graph_background));
+    m_header_box->setBrush(to_qcolor(colors.header_background));
+    chart()->setTitleBrush(to_qcolor(colors.header));
+    m_footer_box->setBrush(to_qcolor(colors.footer_background));
+    m_footer->setBrush(to_qcolor(colors.footer));
+    QLegend* legend = chart()->legend();
+    legend->setBackgroundVisible(true);
+    legend->setBrush(to_qcolor(colors.legend_background));
+    legend->setPen(QPen(to_qcolor(colors.legend_foreground), 1));
+    legend->setLabelColor(to_qcolor(colors.legend_foreground));
     update_axes();
+    for (size_t s = 0; s < m_styles.size() && s < m_items.size(); ++s) apply_style(s);
+}
+
+void QtChart2D::set_value_labels(const std::vector<std::string>& labels, double angle) {
+    m_value_labels = labels;
+    m_label_angle = angle;
+    update_axes();
+}
+
+QStringList QtChart2D::category_labels() const {
+    if (auto* categories = qobject_cast<QBarCategoryAxis*>(chart()->axes(Qt::Horizontal).value(0)))
+        return categories->categories();
+    return {};
 }
 
 void QtChart2D::set_bounds(const graph::ChartBounds& bounds) {
@@ -452,6 +598,26 @@ void QtChart2D::set_grid(bool on) {
     }
 }
 
+bool QtChart2D::plot_frame(graph::PlotFrame& frame) const {
+    QChart* view_chart = chart();
+    const QRectF area = view_chart->plotArea();
+    frame.left = area.left(), frame.top = area.top(), frame.width = area.width(), frame.height = area.height();
+    const auto range_of = [](QAbstractAxis* axis, double& low, double& high, bool& log) {
+        if (auto* linear = qobject_cast<QValueAxis*>(axis)) {
+            low = linear->min(), high = linear->max(), log = false;
+            return true;
+        }
+        if (auto* decades = qobject_cast<QLogValueAxis*>(axis)) {
+            low = decades->min(), high = decades->max(), log = true;
+            return true;
+        }
+        return false;
+    };
+    return qobject_cast<QPolarChart*>(view_chart) == nullptr &&
+           range_of(view_chart->axes(Qt::Horizontal).value(0), frame.shown.x_min, frame.shown.x_max, frame.log_x) &&
+           range_of(view_chart->axes(Qt::Vertical).value(0), frame.shown.y_min, frame.shown.y_max, frame.log_y);
+}
+
 void QtChart2D::update_axes() {
     QChart* view_chart = chart();
     for (QAbstractAxis* axis : view_chart->axes()) {
@@ -459,7 +625,8 @@ void QtChart2D::update_axes() {
         delete axis;
     }
     if (m_type == type::Pie || view_chart->series().isEmpty()) return;
-    const QColor ink = to_qcolor(m_colors.foreground);
+    const QColor ink = to_qcolor(m_colors.graph_foreground);
+    const QColor grid = to_qcolor(m_colors.data_area_foreground);
     const auto value_axis = [&](bool log, double low, double high, const std::string& title) -> QAbstractAxis* {
         QAbstractAxis* axis = nullptr;
         if (log) {
@@ -490,6 +657,11 @@ void QtChart2D::update_axes() {
         axis->setTitleText(text_of(title));
         axis->setLabelsColor(ink);
         axis->setTitleBrush(ink);
+        axis->setLinePenColor(ink);
+        axis->setGridLineColor(grid);
+        QColor minor = grid;
+        minor.setAlpha(80);
+        axis->setMinorGridLineColor(minor);
         axis->setGridLineVisible(m_grid);
         axis->setMinorGridLineVisible(m_grid);
         return axis;
@@ -499,9 +671,16 @@ void QtChart2D::update_axes() {
     if (is_bar_type()) {
         auto* categories = new QBarCategoryAxis;
         for (size_t p = 0; p < m_data.points(); ++p) {
+            // A histogram's bar reads the interval it counts.
+            if (p < m_value_labels.size() && !m_value_labels[p].empty()) {
+                categories->append(text_of(m_value_labels[p]));
+                continue;
+            }
             const double x = m_data.series() ? m_data.x(0, p) : graph::k_chart_hole;
             categories->append(ChartData::is_hole(x) ? QString::number(p + 1) : short_number(x));
         }
+        categories->setLabelsAngle(-static_cast<int>(std::lround(m_label_angle)));
+        categories->setLinePenColor(ink);
         categories->setLabelsVisible(m_data.points() <= 40); // more would only be an ellipsis each
         categories->setTitleText(text_of(m_x_title));
         categories->setLabelsColor(ink);
@@ -549,27 +728,14 @@ QGraphicsItem* QtChart2D::text_item(int index) const {
 }
 
 void QtChart2D::place_labels() {
+    if (m_hilo) m_hilo->frame_changed();
+    place_footer();
     if (m_labels.empty()) return;
     QChart* view_chart = chart();
-    const QRectF area = view_chart->plotArea();
     graph::PlotFrame frame;
-    frame.left = area.left(), frame.top = area.top(), frame.width = area.width(), frame.height = area.height();
     // Cartesian value axes are mapped here; bars (whose X is the point's place among the
     // categories) and polar charts are left to the chart's own mapping.
-    const auto range_of = [](QAbstractAxis* axis, double& low, double& high, bool& log) {
-        if (auto* linear = qobject_cast<QValueAxis*>(axis)) {
-            low = linear->min(), high = linear->max(), log = false;
-            return true;
-        }
-        if (auto* decades = qobject_cast<QLogValueAxis*>(axis)) {
-            low = decades->min(), high = decades->max(), log = true;
-            return true;
-        }
-        return false;
-    };
-    const bool own_mapping = qobject_cast<QPolarChart*>(view_chart) == nullptr &&
-                             range_of(view_chart->axes(Qt::Horizontal).value(0), frame.shown.x_min, frame.shown.x_max, frame.log_x) &&
-                             range_of(view_chart->axes(Qt::Vertical).value(0), frame.shown.y_min, frame.shown.y_max, frame.log_y);
+    const bool own_mapping = plot_frame(frame);
     for (const Label& label : m_labels) {
         const double x = m_data.x(label.series, label.point), y = m_data.y(label.series, label.point);
         std::optional<graph::Pixel> at;
@@ -591,12 +757,17 @@ void QtChart2D::place_labels() {
 }
 
 int QtChart2D::add_note(const std::string& text, int x, int y) {
-    auto* item = new QGraphicsSimpleTextItem(text_of(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")), chart());
-    QFont font = item->font();
-    font.setBold(true);
-    item->setFont(font);
-    item->setBrush(to_qcolor(m_colors.foreground));
-    item->setPos(x, y);
+    // Black on light yellow in a framed box, as point labels are.
+    auto* box = new QGraphicsRectItem(chart());
+    auto* item = new QGraphicsSimpleTextItem(text_of(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")), box);
+    item->setFont(chart_font(14));
+    item->setBrush(QColor(0, 0, 0));
+    item->setPos(4, 2);
+    box->setRect(item->boundingRect().adjusted(0, 0, 8, 4));
+    box->setBrush(to_qcolor(0x80FFFF));
+    box->setPen(QPen(QColor(64, 64, 64), 1));
+    box->setZValue(10);
+    box->setPos(x, y);
     m_texts.push_back(item);
     return static_cast<int>(m_texts.size()) - 1;
 }

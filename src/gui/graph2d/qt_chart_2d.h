@@ -2,6 +2,7 @@
 #include "graph/chart_2d.h"
 #include "graph/decimate.h"
 #include "graph/nearest_point.h"
+#include "graph/plot_frame.h"
 
 #include <QColor>
 #include <QObject>
@@ -14,10 +15,13 @@
 class QChart;
 class QChartView;
 class QGraphicsItem;
+class QGraphicsRectItem;
 class QGraphicsSimpleTextItem;
+class QGraphicsTextItem;
 
 namespace quorvex::gui {
 
+class HiLoItem;
 class PointLabelItem;
 
 // The 2-D chart on Qt Charts: a graph's series as line, scatter, area, bar, pie or polar series
@@ -42,6 +46,8 @@ public:
     void set_bounds(const graph::ChartBounds& bounds) override;
     void set_logarithmic(bool x, bool y) override;
     void set_grid(bool on) override;
+    void set_value_labels(const std::vector<std::string>& labels, double angle) override;
+    void set_margins(const graph::Margins2D& change) override;
     int add_point_label(size_t series, size_t point, const std::string& text) override;
     int add_note(const std::string& text, int x, int y) override;
 
@@ -60,6 +66,17 @@ public:
     // A text of the chart by the index add_point_label or add_note gave; null for none.
     QGraphicsItem* text_item(int index) const;
 
+    // What lies at a place of the chart: the plot area, the header (the band above it) or the
+    // footer (the band under the legend).
+    enum class Region { Data, Header, Footer, Other };
+    Region region_at(QPointF at) const;
+    // Where the header or the footer stands (or would stand), for an editor over it.
+    QRectF title_rect(Region which) const;
+    // The bars of a HiLo chart as drawn; null on any other chart.
+    HiLoItem* hilo_item() const { return m_hilo; }
+    // The labels under the X axis of a bar chart, as shown.
+    QStringList category_labels() const;
+
 private:
     bool is_bar_type() const;
     bool is_area_type() const;
@@ -74,8 +91,16 @@ private:
     void make_chart();
     void build_series();
     std::vector<size_t> series_order() const;
-    // Keeps the footer centred under the legend as the chart's size changes.
+    // Keeps the footer centred under the legend as the chart's size changes, and the boxes of the
+    // header, the footer and the graph's frame behind their parts.
     void place_footer();
+    void apply_margins();
+    // The header as the chart lays it out; null while it has none.
+    QGraphicsTextItem* title_item() const;
+    // The plot area and what its axes show now; false for a chart the frame can not describe
+    // (a polar or bar chart).
+    bool plot_frame(graph::PlotFrame& frame) const;
+    bool is_hilo_type() const;
     void apply_style(size_t series);
     void update_axes();
     // Puts every point label beside its point as the chart shows it now: after a zoom, a pan, a
@@ -93,6 +118,13 @@ private:
     graph::ChartColors m_colors;
     std::vector<QGraphicsItem*> m_texts;
     QGraphicsSimpleTextItem* m_footer = nullptr;
+    QGraphicsRectItem* m_footer_box = nullptr;
+    QGraphicsRectItem* m_header_box = nullptr;
+    QGraphicsRectItem* m_graph_frame = nullptr; // behind the axes and their numbers
+    HiLoItem* m_hilo = nullptr;
+    std::vector<std::string> m_value_labels;
+    double m_label_angle = 0;
+    graph::Margins2D m_margin_change;
     QMarginsF m_margins; // the chart's own, before room is made for the footer
     struct Label {
         PointLabelItem* item;

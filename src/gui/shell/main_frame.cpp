@@ -15,6 +15,7 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/new_graph_dialog.h"
+#include "gui/graph2d/graph2d_actions.h"
 #include "gui/graph3d/graph3d_actions.h"
 #include "gui/tools/tool_actions.h"
 #include "gui/common/message_reporter.h"
@@ -319,10 +320,13 @@ void MainFrame::create_menus() {
     graph->addSeparator();
     for (const char* name : {"graphNote", "graphGrid", "graphLogX", "graphLogY"}) graph->addAction(action(QLatin1String(name)));
     graph->addSeparator();
-    add_3d_graph_actions(this, graph, [this]() -> GraphWindow* {
+    const auto shown_graph = [this]() -> GraphWindow* {
         DocumentWindow* window = active_document();
         return window && window->graph_shown() ? window->graph_window() : nullptr;
-    });
+    };
+    add_2d_graph_actions(this, graph, shown_graph);
+    graph->addSeparator();
+    add_3d_graph_actions(this, graph, shown_graph);
     graph->addSeparator();
     for (const char* name : {"graphOpenFile", "graphSaveFile", "graphExport", "graphCopy", "graphPrint", "graphPrintPreview"})
         graph->addAction(action(QLatin1String(name)));
@@ -704,7 +708,7 @@ void MainFrame::export_pdf() {
 
 void MainFrame::graph_setup(bool wizard) {
     DocumentWindow* window = active_document();
-    if (!window) return;
+    if (!window || (window->graph_shown() && window->graph_window()->refuse_setup())) return;
     const int current = window->graph_shown() ? window->graph_window()->current_graph() : 0;
     GraphSetupDialog dialog(*window, current, wizard ? GraphSetupDialog::Mode::Wizard : GraphSetupDialog::Mode::Pages, this);
     if (wizard) dialog.setWindowTitle(tr("Graphs Wizard"));

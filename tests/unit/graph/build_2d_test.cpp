@@ -6,6 +6,7 @@
 #include "engine/reporter.h"
 #include "functions/builtin_functions.h"
 #include "graph/graph_types.h"
+#include "graph/interval_labels.h"
 
 #include <gtest/gtest.h>
 
@@ -194,4 +195,58 @@ TEST_F(Build, APolarGraphIsDrawnOnAWholeTurnFromTheCentre) {
     graph.Type = graph_type::Plot; // other graphs keep the range of their data
     ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
     EXPECT_LT(chart.bounds->x_max, 2);
+}
+
+TEST_F(Build, APieWarnsOfValuesItCanNotShowAndAHistogramNamesItsIntervals) {
+    graph.Type = graph_type::Pie; // x^2 over -2..2 is 0 at x = 0
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    ASSERT_EQ(told.texts.size(), 1u);
+    EXPECT_NE(told.texts[0].find("negative or zero"), std::string::npos);
+    EXPECT_TRUE(chart.value_labels.empty());
+
+    told.texts.clear();
+    graph.Type = graph_type::Pareto;
+    graph.Functions.clear();
+    graph.XAxisVar = VariableCopy();
+    StrDataPnts set;
+    set.SetName("counts");
+    const char* xs[] = {"1", "3", "5"};
+    const char* ys[] = {"7", "2", "4"};
+    for (int i = 0; i < 3; ++i) set.PutXDataPoint(xs[i], i), set.PutYDataPoint(ys[i], i);
+    graph.DataSets.push_back(set);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_TRUE(told.texts.empty());
+    ASSERT_EQ(chart.value_labels.size(), 3u);
+    EXPECT_EQ(chart.value_labels[0], "0 to 2");
+    EXPECT_EQ(chart.value_labels[2], "4 to 6");
+    EXPECT_DOUBLE_EQ(chart.label_angle, 45);
+    // The bars stand at their index.
+    EXPECT_DOUBLE_EQ(chart.data.x(0, 2), 2);
+}
+
+TEST_F(Build, AHistogramsPointLabelNamesItsIntervalAndStaysWhileItsBarKeepsItsHeight) {
+    graph.Type = graph_type::Hystogram;
+    graph.Functions.clear();
+    graph.XAxisVar = VariableCopy();
+    StrDataPnts set;
+    set.SetName("counts");
+    const char* ys[] = {"7", "2", "4"};
+    for (int i = 0; i < 3; ++i) set.PutXDataPoint(std::to_string(2 * i + 1), i), set.PutYDataPoint(ys[i], i);
+    graph.DataSets.push_back(set);
+    const std::string label = histogram_point_label(false, "2 to 4", "2");
+    EXPECT_EQ(label, " (2 to 4 , 2) ");
+    graph.Notes.emplace_back(label.c_str(), 0, 1, -1, false);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(graph.Notes.size(), 1u);
+    // The bar grew: its label goes.
+    graph.DataSets.front().PutYDataPoint("5", 1);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_TRUE(graph.Notes.empty());
+    // A Pareto chart's label shows the height alone, at three digits.
+    graph.Type = graph_type::Pareto;
+    graph.DataSets.front().PutYDataPoint("3.14159", 1);
+    graph.Notes.emplace_back(histogram_point_label(true, "", "3.14").c_str(), 0, 1, -1, false);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(graph.Notes.size(), 1u);
+    EXPECT_EQ(histogram_label_value(true, graph.Notes.front().Text), "3.14");
 }

@@ -4,6 +4,7 @@
 #include "graph/graph_limits.h"
 
 #include "store/atomic_write.h"
+#include "store/ini_file.h"
 
 #include <gtest/gtest.h>
 
@@ -85,5 +86,32 @@ TEST(GraphFile, OverlongTitlesAndLabelsAreCutWithAMessage) {
     ASSERT_EQ(file->messages.size(), 2u);
     EXPECT_NE(file->messages[0].find("The header of the graph \"Long\" had 100000 characters"), std::string::npos)
         << file->messages[0];
+    fs::remove_all(dir);
+}
+
+TEST(GraphFile, AColourTheFileLacksIsTheUsersDefault) {
+    const fs::path dir = fs::temp_directory_path() / ("quorvex-g2d-colors-" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    const std::string path = (dir / "plain.g2d").string();
+    GraphData graph("Plain");
+    graph.LegendBackgroundColor = 0x00FF00;
+    std::string error;
+    ASSERT_TRUE(write_graph_file(path, ChartData(2, 1, 2), graph, &error)) << error;
+    std::string text;
+    ASSERT_TRUE(quorvex::store::read_whole_file(path, text));
+    // An older file without its header colours.
+    for (const char* key : {"HeaderBackgroundColor=", "HeaderForegroundColor="}) {
+        const size_t at = text.find(key);
+        ASSERT_NE(at, std::string::npos);
+        text.erase(at, text.find('\n', at) + 1 - at);
+    }
+    ASSERT_TRUE(quorvex::store::write_file_atomically(path, text));
+    quorvex::store::IniFile settings("");
+    settings.SetText("[Graph Default Colors]\r\nHeaderBackground=1,2,3\r\nLegendBackground=9,9,9\r\n");
+    const auto file = read_graph_file(path, &error, &settings);
+    ASSERT_TRUE(file) << error;
+    EXPECT_EQ(file->graph.HeaderBackgroundColor, 0x030201u);
+    EXPECT_EQ(file->graph.HeaderForegroundColor, GraphData("new").HeaderForegroundColor);
+    EXPECT_EQ(file->graph.LegendBackgroundColor, 0x00FF00u); // the file's own colour wins
     fs::remove_all(dir);
 }

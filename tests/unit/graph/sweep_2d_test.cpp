@@ -150,6 +150,46 @@ TEST_F(Sweep, DataSetsFollowTheFunctionsWithHolesForWhatDoesNotEvaluate) {
     EXPECT_TRUE(ChartData::is_hole(data->x(0, 2)));
     EXPECT_TRUE(ChartData::is_hole(data->y(0, 3)));
     EXPECT_DOUBLE_EQ(data->x(0, 3), 4);
+    // Each text that fails ("1/0", then "bad") is in the errors list with the engine's own message;
+    // a missing one is no error.
+    ASSERT_EQ(report.errors.size(), 2u);
+    EXPECT_FALSE(report.errors[0].empty());
+    EXPECT_FALSE(report.errors[1].empty());
+}
+
+TEST_F(Sweep, ADataSetGoesThroughTheGivenEvaluatorAndTheProgressMovesInWholePercents) {
+    struct Counting : engine::Host {
+        std::vector<long> shown;
+        void progress(long done, long total) override {
+            EXPECT_EQ(total, 100);
+            shown.push_back(done);
+        }
+    } host;
+    StrDataPnts set;
+    set.SetName("three");
+    for (int i = 0; i < 3; ++i) {
+        set.PutXDataPoint(std::to_string(i), i);
+        set.PutYDataPoint(i == 1 ? "nope" : "2*" + std::to_string(i), i);
+    }
+    graph.DataSets.push_back(set);
+    std::vector<std::string> asked;
+    const DataValue value = [&](const std::string& text, engine::complex& out) {
+        asked.push_back(text);
+        if (text == "nope") return false;
+        parser.eval_exp(text.c_str(), out, true, false, false);
+        return true;
+    };
+    SweepReport report;
+    const auto data = sweep_2d(parser, graph, report, &host, {}, value);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(asked.size(), 6u);
+    EXPECT_TRUE(report.errors.empty()); // the evaluator tells its own failures
+    EXPECT_TRUE(ChartData::is_hole(data->y(0, 1)));
+    EXPECT_DOUBLE_EQ(data->y(0, 2), 4);
+    ASSERT_EQ(host.shown.size(), 3u);
+    EXPECT_EQ(host.shown[0], 33);
+    EXPECT_EQ(host.shown[1], 66);
+    EXPECT_TRUE(std::is_sorted(host.shown.begin(), host.shown.end()));
 }
 
 TEST_F(Sweep, TheWalkOfTenthsHitsZeroSoAPoleIsAHoleNotASpike) {
