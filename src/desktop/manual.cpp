@@ -129,9 +129,9 @@ std::string Manual::function_reference(engine::Parser& parser) const {
             if (!group.empty()) body += "<h2>" + html_escaped(group) + "</h2>\n";
         }
         body += "<h3><a name=\"" + html_escaped(row.name) + "\"></a>" + html_escaped(row.name) + "</h3>\n";
-        body += "<p><code>" + html_escaped(row.prototype) + "</code><br>" + html_escaped(row.description) + "</p>\n";
-        if (!row.example.empty())
-            body += "<p>Example: <code>" + html_escaped(example_line(row.example, parser)) + "</code></p>\n";
+        body += "<p><code>" + html_escaped(row.prototype) + "</code><br>" + html_escaped(row.description);
+        if (!row.example.empty()) body += "<br>Example: <code>" + html_escaped(example_line(row.example, parser)) + "</code>";
+        body += "</p>\n";
     }
     return body;
 }
