@@ -2,7 +2,7 @@
 PRESET ?= default
 BUILD_DIR := build/$(PRESET)
 
-.PHONY: all deps configure build run test test-asan fuzz bench screenshots package format clean
+.PHONY: all deps configure build run test test-asan fuzz bench screenshots docs package format clean
 
 all: build
 
@@ -37,6 +37,11 @@ fuzz: deps
 screenshots: build
 	@QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tools/quorvex-screenshots build/screenshots
 	@QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 $(BUILD_DIR)/tools/quorvex-screenshots build/screenshots/hidpi
+
+# The manual (Help > Quorvex Help) as HTML files in build/docs/, its examples computed by the engine.
+docs: configure
+	@cmake --build --preset $(PRESET) --target quorvex-docs
+	@$(BUILD_DIR)/tools/quorvex-docs docs/manual data/builtins.txt build/docs
 
 # A Debian package of the programs, data, menu entry, document type, icon and manual pages.
 package: deps

@@ -9,6 +9,8 @@
 #include "gui/editor/math_editor.h"
 #include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_window.h"
+#include "gui/help/help_actions.h"
+#include "gui/help/help_window.h"
 #include "gui/library/library_dialog.h"
 #include "gui/tools/function_solver_dialog.h"
 #include "gui/tools/differentiation_dialog.h"
@@ -311,6 +313,14 @@ bool shoot(const QString& out, const QString& suffix) {
         matrices->compute();
         ok = save(matrices, out + QStringLiteral("/matrix-tool") + suffix + QStringLiteral(".png")) && ok;
         matrices->hide();
+        // The manual at the contents and at a function's entry, as F1 opens them.
+        frame.action(QStringLiteral("helpContents"))->trigger();
+        HelpWindow* help = help_window(&frame);
+        help->show_page({});
+        ok = save(help, out + QStringLiteral("/help-contents") + suffix + QStringLiteral(".png")) && ok;
+        help->show_page(QStringLiteral("functions.html#SQRT"));
+        ok = save(help, out + QStringLiteral("/help-function") + suffix + QStringLiteral(".png")) && ok;
+        help->hide();
     }
 
     {

@@ -1,11 +1,12 @@
 #include "name_catalog.h"
 
+#include "builtin_texts.h"
+
 #include "engine/builtin_table.h"
 #include "engine/function_library.h"
 #include "engine/parser.h"
 #include "store/atomic_write.h"
 
-#include <sstream>
 #include <unordered_map>
 
 namespace quorvex::desktop {
@@ -54,19 +55,12 @@ std::string completion_text(const CatalogEntry& entry) {
 
 std::vector<CatalogEntry> catalog_names(engine::Parser& parser) {
     std::vector<CatalogEntry> entries;
-    // builtins.txt beside the system library: "NAME<TAB>PROTOTYPE<TAB>DESCRIPTION" per line.
+    // builtins.txt beside the system library: prototypes and descriptions.
     std::unordered_map<std::string, std::pair<std::string, std::string>> described;
     std::string text;
-    if (store::read_whole_file(parser.system_dir() + "builtins.txt", text)) {
-        std::istringstream lines(text);
-        for (std::string line; std::getline(lines, line);) {
-            if (!line.empty() && line.back() == '\r') line.pop_back();
-            if (line.empty() || line[0] == '#') continue;
-            const size_t first = line.find('\t'), second = line.find('\t', first == std::string::npos ? first : first + 1);
-            if (second == std::string::npos) continue;
-            described[line.substr(0, first)] = {line.substr(first + 1, second - first - 1), line.substr(second + 1)};
-        }
-    }
+    if (store::read_whole_file(parser.system_dir() + "builtins.txt", text))
+        for (BuiltinText& row : read_builtin_texts(text))
+            described[row.name] = {std::move(row.prototype), std::move(row.description)};
     const auto add_builtin = [&](const std::string& name, NameKind kind, const char* category) {
         const auto found = described.find(name);
         CatalogEntry entry{name, kind == NameKind::Constant ? name : name + "[ ]", {}, category, kind};

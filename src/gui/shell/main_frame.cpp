@@ -17,6 +17,7 @@
 #include "gui/graph2d/new_graph_dialog.h"
 #include "gui/graph2d/graph2d_actions.h"
 #include "gui/graph3d/graph3d_actions.h"
+#include "gui/help/help_actions.h"
 #include "gui/tools/tool_actions.h"
 #include "gui/common/message_reporter.h"
 #include "gui/common/sound_player.h"
@@ -347,7 +348,9 @@ void MainFrame::create_menus() {
     m_window_list = new QActionGroup(this);
     m_window_list->setExclusive(true);
     connect(m_window_menu, &QMenu::aboutToShow, this, &MainFrame::update_window_menu);
-    menuBar()->addMenu(tr("&Help"))->addAction(action(QStringLiteral("helpAbout")));
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    add_help_actions(this, help, m_services, [this] { return active_document(); });
+    help->addAction(action(QStringLiteral("helpAbout")));
 
     QToolBar* bar = addToolBar(tr("Standard"));
     bar->setObjectName(QStringLiteral("standardToolBar"));
