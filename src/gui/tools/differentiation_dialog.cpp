@@ -222,14 +222,7 @@ DifferentiationDialog::DifferentiationDialog(DocumentWindow& document, QWidget* 
 DifferentiationDialog::~DifferentiationDialog() = default;
 
 void DifferentiationDialog::refresh_functions() {
-    const QString typed = m_expression->currentText();
-    m_expression->blockSignals(true);
-    m_expression->clear();
-    engine::Parser& parser = m_document.parser();
-    for (int i = 0; i < parser.function_count(); ++i)
-        if (const char* name = parser.get_func_name(i)) m_expression->addItem(QString::fromUtf8(name));
-    m_expression->setEditText(typed);
-    m_expression->blockSignals(false);
+    offer_functions(m_expression);
 }
 
 void DifferentiationDialog::load_inputs() {

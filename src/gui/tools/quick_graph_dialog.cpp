@@ -192,16 +192,8 @@ QString QuickGraphDialog::busy_message() const {
 }
 
 void QuickGraphDialog::refresh_functions() {
-    engine::Parser& parser = m_document.parser();
-    for (QComboBox* combo : {m_2d.function, m_3d.function}) {
-        const QString typed = combo->currentText();
-        combo->blockSignals(true);
-        combo->clear();
-        for (int i = 0; i < parser.function_count(); ++i)
-            if (const char* name = parser.get_func_name(i)) combo->addItem(QString::fromUtf8(name));
-        combo->setEditText(typed);
-        combo->blockSignals(false);
-    }
+    offer_functions(m_2d.function);
+    offer_functions(m_3d.function);
 }
 
 void QuickGraphDialog::take_function(const QString& function) {

@@ -4,7 +4,11 @@
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 
+#include "engine/parser.h"
+
+#include <QComboBox>
 #include <QMessageBox>
+#include <QSignalBlocker>
 
 namespace quorvex::gui {
 
@@ -16,6 +20,16 @@ ToolDialog::ToolDialog(DocumentWindow& document, QString caption, QWidget* paren
 
 QString ToolDialog::busy_message() const {
     return tr("A computation is running in the %1: stop it before closing the document.").arg(m_caption);
+}
+
+void ToolDialog::offer_functions(QComboBox* combo) const {
+    const QString typed = combo->currentText();
+    const QSignalBlocker quiet(combo);
+    combo->clear();
+    engine::Parser& parser = m_document.parser();
+    for (int i = 0; i < parser.function_count(); ++i)
+        if (const char* name = parser.get_func_name(i)) combo->addItem(QString::fromUtf8(name));
+    combo->setEditText(typed);
 }
 
 void ToolDialog::tell(const QString& text, const QString& caption) {

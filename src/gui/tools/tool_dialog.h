@@ -2,6 +2,8 @@
 #include <QDialog>
 #include <QString>
 
+class QComboBox;
+
 namespace quorvex::gui {
 
 class DocumentWindow;
@@ -27,6 +29,8 @@ public:
 
 protected:
     DocumentWindow& document() const { return m_document; }
+    // Fills an expression's combo with the document's functions, keeping what is typed in it.
+    void offer_functions(QComboBox* combo) const;
     // An input error: the error sound and a box under the tool's caption, or under `caption`
     // when one is given (collected in tests).
     void tell(const QString& text, const QString& caption = {});
