@@ -139,27 +139,13 @@ QuickCalcDialog::QuickCalcDialog(DocumentWindow& document, QWidget* parent)
     connect(copy_button, &QPushButton::clicked, this, [this] {
         QApplication::clipboard()->setText(table_text(QLatin1Char('\t')));
     });
-    connect(export_button, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, tr("Export CSV"), QString(), tr("CSV files (*.csv)"));
-        QString error;
-        if (!path.isEmpty() && !export_csv(path, &error)) tell(error);
-    });
+    connect(export_button, &QPushButton::clicked, this,
+            [this] { export_csv_with_dialog([this](const QString& path, QString* error) { return export_csv(path, error); }); });
     connect(m_precision, &QSpinBox::valueChanged, this, [this](int digits) {
         m_model->reformat();
-        if (store::IniFile* settings = m_document.services().settings) {
-            settings->WriteString("OPTIONS", "QuickCalcPrecision", std::to_string(digits));
-            settings->Save();
-        }
+        write_option("QuickCalcPrecision", digits);
     });
-    connect(m_expression, &QComboBox::currentTextChanged, this, [this] {
-        // A function's own variable is the usual choice.
-        const std::string call = desktop::runnable_expression(m_document.parser(), m_expression->currentText().toStdString());
-        const int index = m_document.parser().find_function(call.c_str());
-        if (index < 0) return;
-        const engine::Function* function = m_document.parser().function_at(index);
-        m_variable->clear();
-        for (int n = 1; n <= function->num_variables(); ++n) m_variable->addItem(text_of(function->GetFuncVariable(n)));
-    });
+    follow_function_variables(m_expression, m_variable);
     refresh_functions();
     load_inputs();
     resize(460, 560);

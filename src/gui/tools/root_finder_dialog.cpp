@@ -231,12 +231,8 @@ RootFinderDialog::RootFinderDialog(DocumentWindow& document, QWidget* parent)
     connect(graph_button, &QPushButton::clicked, this, [this] { graph_answer(); });
     connect(copy_button, &QPushButton::clicked, this,
             [this] { QApplication::clipboard()->setText(table_text(QLatin1Char('\t'))); });
-    connect(export_button, &QPushButton::clicked, this, [this] {
-        const QString path =
-            QFileDialog::getSaveFileName(this, tr("Export CSV"), QString(), tr("CSV files (*.csv)"));
-        QString error;
-        if (!path.isEmpty() && !export_csv(path, &error)) tell(error);
-    });
+    connect(export_button, &QPushButton::clicked, this,
+            [this] { export_csv_with_dialog([this](const QString& path, QString* error) { return export_csv(path, error); }); });
     connect(m_precision, &QSpinBox::valueChanged, this, [this](int digits) {
         m_model->reformat();
         write_option("RootFinderPrecision", digits);
@@ -250,17 +246,7 @@ RootFinderDialog::RootFinderDialog(DocumentWindow& document, QWidget* parent)
         write_option("MathToolsAdvanced", on ? 1 : 0);
         show_mode();
     });
-    connect(m_expression, &QComboBox::currentTextChanged, this, [this] {
-        // A function's own variable is the usual choice.
-        const std::string call =
-            desktop::runnable_expression(m_document.parser(), m_expression->currentText().toStdString());
-        const int index = m_document.parser().find_function(call.c_str());
-        if (index < 0) return;
-        const engine::Function* function = m_document.parser().function_at(index);
-        m_variable->clear();
-        for (int n = 1; n <= function->num_variables(); ++n)
-            m_variable->addItem(text_of(function->GetFuncVariable(n)));
-    });
+    follow_function_variables(m_expression, m_variable);
 
     refresh_functions();
     load_inputs();
@@ -269,13 +255,6 @@ RootFinderDialog::RootFinderDialog(DocumentWindow& document, QWidget* parent)
 }
 
 RootFinderDialog::~RootFinderDialog() = default;
-
-void RootFinderDialog::write_option(const char* key, int value) {
-    if (store::IniFile* settings = m_document.services().settings) {
-        settings->WriteString("OPTIONS", key, std::to_string(value));
-        settings->Save();
-    }
-}
 
 const std::optional<desktop::RootTable>& RootFinderDialog::table() const {
     return m_real_mode->isChecked() ? m_real_table : m_complex_table;

@@ -70,7 +70,6 @@ private:
     void show_table();
     void load_inputs();
     void store_inputs();
-    void write_option(const char* key, int value);
 
     DocumentWindow& m_document;
     QRadioButton* m_real_mode;

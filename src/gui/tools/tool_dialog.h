@@ -2,6 +2,8 @@
 #include <QDialog>
 #include <QString>
 
+#include <functional>
+
 class QComboBox;
 
 namespace quorvex::gui {
@@ -31,6 +33,12 @@ protected:
     DocumentWindow& document() const { return m_document; }
     // Fills an expression's combo with the document's functions, keeping what is typed in it.
     void offer_functions(QComboBox* combo) const;
+    // From now on, choosing a function in `expression` offers its own variables in `variable`.
+    void follow_function_variables(QComboBox* expression, QComboBox* variable);
+    // Asks for a CSV file and has `write` put the tool's table there, telling why it could not.
+    void export_csv_with_dialog(const std::function<bool(const QString& path, QString* error)>& write);
+    // Keeps a setting of the tool in the user's Quorvex.ini, section OPTIONS.
+    void write_option(const char* key, int value) const;
     // An input error: the error sound and a box under the tool's caption, or under `caption`
     // when one is given (collected in tests).
     void tell(const QString& text, const QString& caption = {});
