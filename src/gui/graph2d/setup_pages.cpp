@@ -360,7 +360,7 @@ StylesPage::StylesPage(store::IniFile* settings, QWidget* parent)
     m_table->verticalHeader()->hide();
     m_width_for_all = new QSpinBox(this);
     m_width_for_all->setRange(1, 10);
-    auto* apply_all = new QPushButton(tr("Apply To &All"), this);
+    auto* apply_all = new QPushButton(tr("Apply &To All"), this);
     auto* all_label = new QLabel(tr("Line &width of every series:"), this);
     all_label->setBuddy(m_width_for_all);
     auto* all_row = new QHBoxLayout;
