@@ -15,7 +15,11 @@ namespace {
 using Problem = std::optional<SetupProblem>;
 
 SetupProblem problem(SetupPage page, std::string message, bool question = false) {
-    return {page, std::move(message), question};
+    SetupProblem found;
+    found.page = page;
+    found.message = std::move(message);
+    found.proceed_question = question;
+    return found;
 }
 
 std::string upper(std::string text) {
@@ -34,6 +38,14 @@ Problem check_axis(engine::Variable& variable, const char* axis) {
         return problem(SetupPage::Variables, "The " + std::string(axis) + " axis variable ' " + name +
                                                  " ' needs at least 2 points.");
     return std::nullopt;
+}
+
+// The variables every function has, in the order they first appear.
+std::list<Variable> shared_variables(const GraphData& graph) {
+    if (!graph.ComVars.empty() || graph.Functions.empty()) return graph.ComVars;
+    GraphData listed = graph;
+    listed.SetComVarList();
+    return listed.ComVars;
 }
 
 Problem check_functions(const GraphData& graph, engine::Parser& parser) {
@@ -57,8 +69,18 @@ Problem check_functions(const GraphData& graph, engine::Parser& parser) {
 
 Problem check_variables(GraphData& graph, engine::Parser& parser, bool allow_warnings) {
     if (graph.Functions.empty()) return std::nullopt;
-    if (!graph.XAxisVar && !graph.ZAxisVar)
-        return problem(SetupPage::Variables, "Choose the variable of the X axis and its range.");
+    if (!graph.XAxisVar && !graph.ZAxisVar) {
+        const std::list<Variable> shared = shared_variables(graph);
+        if (shared.empty())
+            return problem(SetupPage::Variables, "The functions graphed have no variable in common, so none can run "
+                                                 "along the X axis.");
+        SetupProblem offer = problem(SetupPage::Variables, "No axis variable has been chosen. Do you want to use the "
+                                                           "defaults, with ' " + shared.front().name() +
+                                                               " ' on the X axis?");
+        offer.offer = SetupOffer::DefaultAxis;
+        offer.variable = shared.front().name();
+        return offer;
+    }
     if (graph.XAxisVar)
         if (Problem found = check_axis(*graph.XAxisVar, "X")) return found;
     if (graph.ZAxisVar)
@@ -80,9 +102,17 @@ Problem check_variables(GraphData& graph, engine::Parser& parser, bool allow_war
             const std::string& name = function.GetFuncVariable(n);
             const bool axis = (graph.XAxisVar && graph.XAxisVar->name() == name) ||
                               (graph.ZAxisVar && graph.ZAxisVar->name() == name);
-            if (!axis && !parser.var_assigned(name.c_str()))
-                return problem(SetupPage::Variables, "The variable ' " + name + " ' of ' " + function.full_name() +
-                                                         " ' has no value: make it an axis or define it.");
+            if (axis || parser.var_assigned(name.c_str())) continue;
+            const std::string head = "The variable ' " + name + " ' of ' " + function.full_name() + " ' has no value";
+            SetupProblem offer = problem(SetupPage::Variables,
+                                         graph.ZAxisVar ? head + ". Do you want to define it now?"
+                                                        : head + ", and only the X axis variable runs in a "
+                                                                 "2-dimensional graph. Do you want to define it now?");
+            offer.offer = SetupOffer::DefineVariable;
+            offer.variable = name;
+            offer.refusal = "The variable ' " + name + " ' must be defined, or made an axis variable, before ' " +
+                            function.full_name() + " ' can be graphed.";
+            return offer;
         }
     return std::nullopt;
 }
@@ -191,6 +221,19 @@ Problem check_size(const GraphData& graph, bool allow_warnings) {
 
 } // namespace
 
+std::optional<SetupProblem> check_page(SetupPage page, GraphData& graph, engine::Parser& parser, bool allow_warnings) {
+    switch (page) {
+    case SetupPage::Functions: return check_functions(graph, parser);
+    case SetupPage::Variables: return check_variables(graph, parser, allow_warnings);
+    case SetupPage::Data:
+        if (Problem found = check_data(graph)) return found;
+        return check_data_3d(graph, parser);
+    case SetupPage::Labels: return check_titles(graph);
+    case SetupPage::Types: return check_type(graph);
+    default: return std::nullopt;
+    }
+}
+
 std::optional<SetupProblem> check_graph(GraphData& graph, engine::Parser& parser, bool allow_warnings) {
     if (Problem found = check_functions(graph, parser)) return found;
     if (Problem found = check_variables(graph, parser, allow_warnings)) return found;
@@ -202,9 +245,59 @@ std::optional<SetupProblem> check_graph(GraphData& graph, engine::Parser& parser
 
 std::optional<SetupProblem> check_titles(const GraphData& graph) {
     const bool three_d = graph.GetGraphType() == 2;
-    if (graph.Header.empty() || graph.XAxisTitle.empty() || graph.YAxisTitle.empty() ||
+    if (graph.Header.empty() || graph.Footer.empty() || graph.XAxisTitle.empty() || graph.YAxisTitle.empty() ||
         (three_d && graph.ZAxisTitle.empty()))
-        return problem(SetupPage::Labels, "Give the graph its header and a title for each axis.");
+        return problem(SetupPage::Labels, "Give the graph its header, its footer and a title for each axis.");
+    return std::nullopt;
+}
+
+bool pick_default_x_axis(GraphData& graph) {
+    const std::list<Variable> shared = shared_variables(graph);
+    if (shared.empty()) return false;
+    graph.SetXAxisVar(&shared.front());
+    return true;
+}
+
+std::optional<SetupProblem> check_function_to_add(const std::vector<Function>& graphed, const std::string& candidate,
+                                                  engine::Parser& parser) {
+    if (candidate.empty())
+        return problem(SetupPage::Functions, "Select a function in the list of Defined Functions to add it to the "
+                                             "Functions To Graph.");
+    for (const Function& each : graphed)
+        if (each.full_name() == candidate)
+            return problem(SetupPage::Functions, "The function ' " + candidate + " ' is graphed already.");
+    if (graphed.empty()) return std::nullopt;
+    // The variables all the graphed functions share are what an axis can be.
+    const Function added(candidate, std::string());
+    for (int n = 1; n <= added.num_variables(); ++n) {
+        const std::string& name = added.GetFuncVariable(n);
+        if (std::all_of(graphed.begin(), graphed.end(), [&](const Function& f) { return f.IsFuncVariable(name); }))
+            return std::nullopt;
+    }
+    const std::string bare = candidate.substr(0, candidate.find('['));
+    if (parser.find_function(candidate.c_str()) < 0 && parser.is_library_function(bare.c_str()))
+        return problem(SetupPage::Functions, "The library function ' " + candidate + " ' has no variable in common "
+                                             "with the functions graphed, so it can not be graphed with them.");
+    SetupProblem offer = problem(SetupPage::Functions, "The function ' " + candidate + " ' has no variable in common "
+                                                       "with the functions graphed, so it can not be graphed with "
+                                                       "them. Do you want to edit it?");
+    offer.offer = SetupOffer::EditFunction;
+    offer.variable = candidate;
+    return offer;
+}
+
+std::optional<SetupProblem> check_function_to_remove(size_t graphed, bool selected) {
+    if (graphed == 0) return problem(SetupPage::Functions, "There are no functions to remove from the graph.");
+    if (!selected)
+        return problem(SetupPage::Functions, "Select a function in the list of Functions To Graph to remove it.");
+    return std::nullopt;
+}
+
+std::optional<SetupProblem> check_new_set_name(const std::vector<std::string>& names, const std::string& name) {
+    if (name.empty()) return problem(SetupPage::Data, "Give the new data set a name.");
+    if (std::find(names.begin(), names.end(), name) != names.end())
+        return problem(SetupPage::Data, "A data set named ' " + name + " ' exists already: give the new set a name "
+                                        "of its own.");
     return std::nullopt;
 }
 

@@ -9,20 +9,29 @@
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/setup_pages.h"
 #include "gui/graph3d/graph3d_view.h"
+#include "gui/lists/manager_dialog.h"
+#include "gui/shell/main_frame.h"
+#include "graph/graph_colors.h"
 #include "graph/graph_limits.h"
+#include "store/ini_file.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
+#include "gui/common/color_picker.h"
 #include <QtTest>
 
 using namespace quorvex::gui;
@@ -38,7 +47,17 @@ struct Document {
         window.show();
         type_line(window.editor(), QStringLiteral("cube(x) = x^3"));
     }
+    int count(const QString& part) const {
+        return static_cast<int>(std::count_if(scratch.messages.begin(), scratch.messages.end(),
+                                              [&](const QString& m) { return m.contains(part); }));
+    }
 };
+
+void select_and_add(FunctionsPage* page, const QString& function) {
+    page->defined()->clearSelection();
+    if (!function.isEmpty()) page->defined()->findItems(function, Qt::MatchExactly).value(0)->setSelected(true);
+    page->add_selected();
+}
 
 } // namespace
 
@@ -182,6 +201,256 @@ private Q_SLOTS:
         QCOMPARE(graph.StyleOf(0).LineWidth, 4);
         QCOMPARE(graph.Data.DataSets.size(), size_t(1));
         QCOMPARE(*graph.Data.DataSets.front().GetYDataPoint(1), std::string("0.9"));
+    }
+
+    void graphsAreRenamedCheckedAndTheSheetStaysModeless() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("Other")));
+        setup.graph_list()->setCurrentRow(0);
+        QVERIFY(!setup.rename_graph(QStringLiteral("  ")));
+        QVERIFY(!setup.rename_graph(QStringLiteral("Other"))); // another graph's name
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("exists already")));
+        QVERIFY(setup.rename_graph(QStringLiteral("Cubes")));
+        QCOMPARE(doc.window.document().Graphs[0].Data.Name, std::string("Cubes"));
+        QCOMPARE(setup.graph_list()->item(0)->text(), QStringLiteral("Cubes"));
+        QVERIFY(setup.windowTitle().endsWith(QStringLiteral(": Cubes")));
+        QVERIFY(setup.apply()); // the copy carries the new name too
+        QCOMPARE(doc.window.document().Graphs[0].Data.Name, std::string("Cubes"));
+
+        // Data Check runs the checks without applying, and says when all pass.
+        setup.page<VariablesPage>()->high()->setValue(-2);
+        QVERIFY(!setup.data_check());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("are equal")));
+        setup.page<VariablesPage>()->high()->setValue(3);
+        QVERIFY(setup.data_check());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("no errors")));
+        QCOMPARE(doc.window.document().Graphs[0].Data.XAxisVar->high().real(), 2.0);
+
+        // From the menu the sheet opens beside the document, once.
+        MainFrame frame(doc.scratch.services);
+        DocumentWindow* window = frame.new_document();
+        type_line(window->editor(), QStringLiteral("cube(x) = x^3"));
+        QVERIFY(window->add_function_graph("cube[x]", "x", -2, 2, 5));
+        QAction* open = frame.findChild<QAction*>(QStringLiteral("graphSetup"));
+        open->trigger();
+        open->trigger();
+        const auto sheets = window->findChildren<GraphSetupDialog*>();
+        QCOMPARE(sheets.size(), 1);
+        QVERIFY(sheets.front()->isVisible());
+        QVERIFY(!sheets.front()->isModal());
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    void theWizardChecksThePageItLeaves() {
+        Document doc;
+        GraphSetupDialog wizard(doc.window, -1, GraphSetupDialog::Mode::Wizard);
+        QVERIFY(wizard.add_graph(QStringLiteral("Cubic")));
+        wizard.next(); // Functions
+        wizard.next(); // nothing to graph: it stays
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<FunctionsPage>()));
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("nothing to graph")));
+        wizard.previous(); // back is checked as well
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<FunctionsPage>()));
+        select_and_add(wizard.page<FunctionsPage>(), QStringLiteral("cube[x]"));
+        wizard.next();
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<VariablesPage>()));
+        wizard.page<VariablesPage>()->points()->setValue(1);
+        wizard.next();
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<VariablesPage>()));
+        wizard.page<VariablesPage>()->points()->setValue(11);
+        wizard.next();
+        wizard.next();
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<LabelsPage>()));
+        // The titles must all be there.
+        wizard.page<LabelsPage>()->footer()->clear();
+        const int before = doc.scratch.messages.size();
+        wizard.next();
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<LabelsPage>()));
+        QCOMPARE(doc.scratch.messages.size(), before + 1);
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("footer")));
+        QVERIFY(!wizard.apply()); // Finish from the labels page checks them too
+        wizard.page<LabelsPage>()->footer()->setText(QStringLiteral("made in a wizard"));
+        wizard.next();
+        QCOMPARE(wizard.tabs()->currentWidget(), static_cast<QWidget*>(wizard.page<TypesPage>()));
+        QVERIFY(wizard.apply());
+        QCOMPARE(doc.window.document().Graphs[0].Data.Footer, std::string("made in a wizard"));
+    }
+
+    void theFunctionsPageRefusesWithItsMessagesAndOffersToEdit() {
+        Document doc;
+        type_line(doc.window.editor(), QStringLiteral("tide(t) = sin(t)"));
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("g")));
+        setup.tabs()->setCurrentWidget(setup.page<FunctionsPage>());
+        auto* functions = setup.page<FunctionsPage>();
+        QVERIFY(!functions->remove_selected());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("no functions to remove")));
+        select_and_add(functions, QString());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("Select a function")));
+        select_and_add(functions, QStringLiteral("cube[x]"));
+        select_and_add(functions, QStringLiteral("cube[x]"));
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("graphed already")));
+        QCOMPARE(functions->chosen()->count(), 1);
+        // tide[t] shares no variable with cube[x]: No leaves it; Yes opens it to be edited.
+        doc.scratch.save_answers = {QMessageBox::No};
+        select_and_add(functions, QStringLiteral("tide[t]"));
+        QCOMPARE(doc.count(QStringLiteral("Do you want to edit it?")), 1);
+        QVERIFY(!doc.window.findChild<ManagerDialog*>());
+        select_and_add(functions, QStringLiteral("tide[t]"));
+        QCOMPARE(functions->chosen()->count(), 1);
+        auto* manager = doc.window.findChild<ManagerDialog*>();
+        QVERIFY(manager && manager->isVisible());
+        QCOMPARE(manager->name()->text(), QStringLiteral("tide[t]"));
+        functions->chosen()->clearSelection();
+        QVERIFY(!functions->remove_selected());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("Select a function")));
+        functions->chosen()->item(0)->setSelected(true);
+        QVERIFY(functions->remove_selected());
+        QCOMPARE(functions->chosen()->count(), 0);
+    }
+
+    void aMissingAxisOrVariableIsOfferedRatherThanRefused() {
+        Document doc;
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("g")));
+        setup.tabs()->setCurrentWidget(setup.page<FunctionsPage>());
+        select_and_add(setup.page<FunctionsPage>(), QStringLiteral("cube[x]"));
+        // Applied at once: no axis variable was chosen, and the default is offered.
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!setup.apply());
+        QCOMPARE(doc.count(QStringLiteral("No axis variable has been chosen")), 1);
+        QVERIFY(!doc.window.document().Graphs[0].Data.XAxisVar);
+        QVERIFY(setup.add_graph(QStringLiteral("h")));
+        select_and_add(setup.page<FunctionsPage>(), QStringLiteral("cube[x]"));
+        QVERIFY(setup.apply()); // Yes
+        QCOMPARE(doc.count(QStringLiteral("No axis variable has been chosen")), 2);
+        QCOMPARE(doc.window.document().Graphs[1].Data.XAxisVar->name(), std::string("x"));
+
+        type_line(doc.window.editor(), QStringLiteral("line(x, k) = k*x"));
+        QVERIFY(!doc.window.add_function_graph("line[x,k]", "x", -2, 2, 11)); // k has no value
+        GraphSetupDialog second(doc.window, static_cast<int>(doc.window.document().Graphs.size()) - 1,
+                                GraphSetupDialog::Mode::Pages);
+        QStringList asked;
+        second.ask_value = [&asked](const QString& variable) -> std::optional<QString> {
+            asked << variable;
+            return QStringLiteral("3");
+        };
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!second.apply());
+        QVERIFY(asked.isEmpty());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("' k ' must be defined")));
+        QVERIFY(doc.count(QStringLiteral("Do you want to define it now?")) == 1);
+        QVERIFY(second.apply()); // Yes, and the value 3
+        QCOMPARE(asked, QStringList{QStringLiteral("k")});
+        quorvex::engine::complex k;
+        QVERIFY(doc.window.hub().ComputeValue("k", k));
+        QCOMPARE(k.real(), 3.0);
+    }
+
+    void theDataPageNamesRemovesAndLoadsSetsAndMovesOnWithEnter() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.show();
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        auto* data = setup.page<DataPage>();
+        QVERIFY(data->add_set(QStringLiteral("a")));
+        QVERIFY(!data->add_set(QStringLiteral("a")));
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("exists already")));
+        QCOMPARE(data->sets()->count(), 1);
+
+        // Enter and Tab: X, then Y, then the next point; past the last row a row is added.
+        QTableWidget* table = data->table();
+        table->setFocus();
+        table->setCurrentCell(0, 0);
+        QTest::keyClicks(table, QStringLiteral("1")); // typing opens the cell
+        QWidget* editor = table->indexWidget(table->currentIndex());
+        QVERIFY(editor);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(table->currentRow(), 0);
+        QCOMPARE(table->currentColumn(), 1);
+        QCOMPARE(table->item(0, 0)->text(), QStringLiteral("1"));
+        editor = table->indexWidget(table->currentIndex()); // the next cell is open for its value
+        QVERIFY(editor);
+        QTest::keyClicks(editor, QStringLiteral("8"));
+        QTest::keyClick(editor, Qt::Key_Tab);
+        QCOMPARE(table->item(0, 1)->text(), QStringLiteral("8"));
+        QCOMPARE(table->currentRow(), 1);
+        QCOMPARE(table->currentColumn(), 0);
+        table->setCurrentCell(table->rowCount() - 1, 1);
+        const int rows = table->rowCount();
+        QTest::keyClick(table, Qt::Key_Return);
+        QCOMPARE(table->rowCount(), rows + 1);
+        QCOMPARE(table->currentRow(), rows);
+        QCOMPARE(setup.result(), 0); // Enter never reached the sheet's OK
+
+        // Removing asks first.
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!data->remove_set());
+        QCOMPARE(data->sets()->count(), 1);
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("remove the data set ' a '")));
+        QVERIFY(data->remove_set());
+        QCOMPARE(data->sets()->count(), 0);
+
+        // A data file becomes a set named after it; loaded again it is added to it, or (No) a set of its own.
+        QFile file(doc.scratch.file_path(QStringLiteral("tide.dat")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("t  level\n0 1.5\n1 2.5\n2 2\n");
+        file.close();
+        QVERIFY(data->load_file(file.fileName()));
+        QCOMPARE(data->sets()->currentText(), QStringLiteral("tide"));
+        QVERIFY(data->load_file(file.fileName())); // Yes: added
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(data->load_file(file.fileName()));
+        QCOMPARE(data->sets()->currentText(), QStringLiteral("tide #1"));
+        doc.scratch.save_answers = {QMessageBox::Cancel};
+        QVERIFY(!data->load_file(file.fileName()));
+        QVERIFY(!data->load_file(doc.scratch.file_path(QStringLiteral("missing.dat"))));
+        const auto& sets = setup.temp().Data.DataSets;
+        QCOMPARE(sets.size(), size_t(2));
+        QCOMPARE(sets.front().GetNumXDataPoints(), 6);
+        QCOMPARE(*sets.front().GetYDataPoint(4), std::string("2.5"));
+        QCOMPARE(sets.back().GetNumXDataPoints(), 3);
+    }
+
+    void widthsApplyToAllAndColorsAreTheUsersDefaults() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        type_line(doc.window.editor(), QStringLiteral("square(x) = x^2"));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<FunctionsPage>());
+        select_and_add(setup.page<FunctionsPage>(), QStringLiteral("square[x]"));
+        setup.tabs()->setCurrentWidget(setup.page<StylesPage>());
+        auto* styles = setup.page<StylesPage>();
+        QCOMPARE(styles->table()->rowCount(), 2);
+        styles->width_for_all()->setValue(6);
+        styles->apply_to_all();
+        QVERIFY(setup.apply());
+        const auto& graph = doc.window.document().Graphs[0];
+        QCOMPARE(graph.StyleOf(0).LineWidth, 6);
+        QCOMPARE(graph.StyleOf(1).LineWidth, 6);
+        QVERIFY(graph.Data.ApplyAllLineWidths);
+
+        auto* colors = setup.page<ColorsPage>();
+        colors->buttons()[0]->set_color(0x123456);
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!colors->save_defaults());
+        quorvex::store::IniFile& ini = *doc.scratch.services.settings;
+        QVERIFY(ini.GetString(quorvex::graph::k_default_colors_section, quorvex::graph::graph_colors()[0].ini_key, "")
+                    .empty());
+        QVERIFY(colors->save_defaults());
+        quorvex::store::IniFile reread(doc.scratch.file_path(QStringLiteral("Quorvex.ini")).toStdString());
+        quorvex::graph::GraphData fresh;
+        fresh.SetDefaultColors(reread);
+        QCOMPARE(fresh.*(quorvex::graph::graph_colors()[0].member), quorvex::store::TColor(0x123456));
+        colors->buttons()[0]->set_color(0xFF);
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!colors->load_defaults());
+        QCOMPARE(colors->buttons()[0]->color(), quorvex::store::TColor(0xFF));
+        QVERIFY(colors->load_defaults());
+        QCOMPARE(colors->buttons()[0]->color(), quorvex::store::TColor(0x123456));
     }
 };
 

@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <functional>
+#include <optional>
 #include <vector>
 
 class QLineEdit;
@@ -18,7 +20,8 @@ class SetupPage;
 
 // The graph setup: the document's graphs, and eight pages over one temporary copy of the chosen
 // graph. With Pages it has Apply, OK and Cancel; as the "Graphs Wizard" it walks the pages with
-// Prev, Next and Finish, checking each on the way. Cancel leaves the document's graph as it was.
+// Prev, Next and Finish, checking the page it leaves. Cancel leaves the document's graph as it
+// was. It is modeless: the document stays in use beside it.
 class GraphSetupDialog : public QDialog {
     Q_OBJECT
 
@@ -34,6 +37,13 @@ public:
     // Adds a graph of that name to the document and chooses it; false (after the message) for
     // an empty name or one a graph has.
     bool add_graph(const QString& name);
+    // Renames the chosen graph; false (after the message) for an empty name or another graph's.
+    bool rename_graph(const QString& name);
+    // Runs every check on the copy, answering what it offers, and says so when all pass.
+    bool data_check();
+    // The value the user gives a variable the functions need, offered when it has none; nothing
+    // when cancelled. A box unless replaced.
+    std::function<std::optional<QString>(const QString& variable)> ask_value;
     // Checks the copy and writes it into the document's graph; false (after the message, on the
     // page concerned) when a check refused.
     bool apply();
@@ -57,6 +67,13 @@ private:
     void store_pages();
     void load_pages();
     void tell(const std::string& text);
+    bool ask(const std::string& text);
+    // Shows each problem `check` finds on its page, answering its question or offer, until none is
+    // left (true) or the user is refused or says No (false).
+    bool settle(const std::function<std::optional<graph::SetupProblem>(bool allow_warnings)>& check);
+    // The checks of the page on tab `tab` (none for "Graphs", Styles and Colors).
+    bool check_tab(int tab);
+    void graphs_changed();
     void update_buttons();
     void update_caption();
 

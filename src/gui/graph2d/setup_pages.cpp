@@ -1,12 +1,15 @@
 #include "setup_pages.h"
 
 #include "gui/common/color_picker.h"
+#include "gui/common/message_reporter.h"
+#include "gui/common/services.h"
 
 #include "engine/parser.h"
 #include "graph/chart_data.h"
 #include "graph/graph_colors.h"
 #include "graph/graph_limits.h"
 #include "graph/graph_types.h"
+#include "graph/setup_checks.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -15,11 +18,13 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -34,7 +39,20 @@ namespace {
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
 
+constexpr const char* k_caption = "Graphing Utility";
+
 } // namespace
+
+void SetupPage::tell(const std::string& text) {
+    MessageReporter reporter(this, m_services ? m_services->collected_messages : nullptr);
+    reporter.report(text, k_caption, engine::MessageKind::Information);
+}
+
+int SetupPage::ask(const std::string& text, bool cancel) {
+    const int buttons = QMessageBox::Yes | QMessageBox::No | (cancel ? QMessageBox::Cancel : QMessageBox::NoButton);
+    if (!m_services) return QMessageBox::question(this, QString::fromLatin1(k_caption), text_of(text), QMessageBox::StandardButtons(buttons));
+    return ask_user(*m_services, this, QString::fromLatin1(k_caption), text_of(text), buttons);
+}
 
 // --- Functions ------------------------------------------------------------------------------
 
@@ -53,12 +71,39 @@ FunctionsPage::FunctionsPage(engine::Parser& parser, QWidget* parent)
     grid->addWidget(m_defined, 1, 0);
     grid->addLayout(buttons, 1, 1);
     grid->addWidget(m_chosen, 1, 2);
-    connect(add, &QPushButton::clicked, this, [this] {
-        for (QListWidgetItem* item : m_defined->selectedItems())
-            if (m_chosen->findItems(item->text(), Qt::MatchExactly).isEmpty()) m_chosen->addItem(item->text());
-    });
+    connect(add, &QPushButton::clicked, this, &FunctionsPage::add_selected);
     connect(m_defined, &QListWidget::itemDoubleClicked, add, &QPushButton::click);
-    connect(remove, &QPushButton::clicked, this, [this] { qDeleteAll(m_chosen->selectedItems()); });
+    connect(remove, &QPushButton::clicked, this, &FunctionsPage::remove_selected);
+    connect(m_chosen, &QListWidget::itemDoubleClicked, remove, &QPushButton::click);
+}
+
+bool FunctionsPage::add_selected() {
+    std::vector<engine::Function> graphed;
+    for (int row = 0; row < m_chosen->count(); ++row) graphed.emplace_back(m_chosen->item(row)->text().toStdString(), "");
+    const QList<QListWidgetItem*> selected = m_defined->selectedItems();
+    const std::string candidate = selected.isEmpty() ? std::string() : selected.front()->text().toStdString();
+    if (const std::optional<graph::SetupProblem> refused = graph::check_function_to_add(graphed, candidate, m_parser)) {
+        if (refused->offer != graph::SetupOffer::EditFunction) {
+            tell(refused->message);
+        } else if (ask(refused->message) == QMessageBox::Yes && edit_function) {
+            edit_function(text_of(refused->variable));
+        }
+        return false;
+    }
+    m_chosen->addItem(text_of(candidate));
+    m_chosen->setCurrentRow(m_chosen->count() - 1);
+    return true;
+}
+
+bool FunctionsPage::remove_selected() {
+    const QList<QListWidgetItem*> selected = m_chosen->selectedItems();
+    if (const std::optional<graph::SetupProblem> refused =
+            graph::check_function_to_remove(static_cast<size_t>(m_chosen->count()), !selected.isEmpty())) {
+        tell(refused->message);
+        return false;
+    }
+    qDeleteAll(selected);
+    return true;
 }
 
 void FunctionsPage::load(const document::DocumentGraph& graph) {
@@ -178,104 +223,6 @@ void VariablesPage::store(document::DocumentGraph& graph) {
                                                                engine::complex(m_z_high->value(), 0),
                                                                m_z_points->value()));
     graph.Data.SetDefaultZAxisTitle(false);
-}
-
-// --- Data -----------------------------------------------------------------------------------
-
-DataPage::DataPage(QWidget* parent) : SetupPage(parent), m_sets(new QComboBox(this)), m_table(new QTableWidget(this)) {
-    m_table->setColumnCount(2);
-    m_table->setHorizontalHeaderLabels({QStringLiteral("X"), QStringLiteral("Y")});
-    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    auto* add_set = new QPushButton(tr("New &Set..."), this);
-    auto* remove_set = new QPushButton(tr("Remove S&et"), this);
-    auto* add_row = new QPushButton(tr("Add &Point"), this);
-    auto* row = new QHBoxLayout;
-    row->addWidget(new QLabel(tr("Data set:"), this));
-    row->addWidget(m_sets, 1);
-    row->addWidget(add_set);
-    row->addWidget(remove_set);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(row);
-    layout->addWidget(m_table, 1);
-    layout->addWidget(add_row, 0, Qt::AlignRight);
-    connect(m_sets, &QComboBox::currentIndexChanged, this, [this](int index) {
-        keep_shown_set();
-        show_set(index);
-    });
-    connect(add_set, &QPushButton::clicked, this, [this] {
-        const QString name = QInputDialog::getText(this, tr("New Data Set"), tr("Name of the data set:"));
-        if (!name.trimmed().isEmpty() && m_sets->findText(name.trimmed()) < 0) this->add_set(name.trimmed());
-    });
-    connect(remove_set, &QPushButton::clicked, this, [this] {
-        if (m_shown < 0) return;
-        m_data.erase(m_data.begin() + m_shown);
-        m_shown = -1;
-        m_sets->removeItem(m_sets->currentIndex());
-    });
-    connect(add_row, &QPushButton::clicked, this, [this] {
-        if (m_shown >= 0) m_table->setRowCount(m_table->rowCount() + 1);
-    });
-}
-
-void DataPage::add_set(const QString& name) {
-    keep_shown_set();
-    graph::StrDataPnts set;
-    set.SetName(name.toStdString().c_str());
-    m_data.push_back(set);
-    m_sets->addItem(name);
-    m_sets->setCurrentIndex(m_sets->count() - 1);
-    m_table->setRowCount(5);
-}
-
-void DataPage::show_set(int index) {
-    m_shown = index;
-    m_table->clearContents();
-    if (index < 0 || index >= static_cast<int>(m_data.size())) {
-        m_table->setRowCount(0);
-        return;
-    }
-    const graph::StrDataPnts& set = m_data[static_cast<size_t>(index)];
-    const int rows = static_cast<int>(std::max(set.XPoints.size(), set.YPoints.size()));
-    m_table->setRowCount(std::max(rows, 5));
-    for (int r = 0; r < rows; ++r) {
-        if (const std::string* x = set.GetXDataPoint(r)) m_table->setItem(r, 0, new QTableWidgetItem(text_of(*x)));
-        if (const std::string* y = set.GetYDataPoint(r)) m_table->setItem(r, 1, new QTableWidgetItem(text_of(*y)));
-    }
-}
-
-void DataPage::keep_shown_set() {
-    if (m_shown < 0 || m_shown >= static_cast<int>(m_data.size())) return;
-    graph::StrDataPnts& set = m_data[static_cast<size_t>(m_shown)];
-    set.XPoints.clear();
-    set.YPoints.clear();
-    // Rows left empty at the end are no points.
-    int last = -1;
-    for (int r = 0; r < m_table->rowCount(); ++r)
-        for (int c = 0; c < 2; ++c)
-            if (m_table->item(r, c) && !m_table->item(r, c)->text().trimmed().isEmpty()) last = r;
-    for (int r = 0; r <= last; ++r) {
-        const auto cell = [&](int c) -> std::optional<std::string> {
-            const QTableWidgetItem* item = m_table->item(r, c);
-            if (!item || item->text().trimmed().isEmpty()) return std::nullopt;
-            return item->text().trimmed().toStdString();
-        };
-        set.PutXDataPoint(cell(0), r);
-        set.PutYDataPoint(cell(1), r);
-    }
-}
-
-void DataPage::load(const document::DocumentGraph& graph) {
-    m_data.assign(graph.Data.DataSets.begin(), graph.Data.DataSets.end());
-    m_shown = -1;
-    const QSignalBlocker quiet(m_sets);
-    m_sets->clear();
-    for (const graph::StrDataPnts& set : m_data) m_sets->addItem(text_of(set.Name));
-    show_set(m_data.empty() ? -1 : 0);
-}
-
-void DataPage::store(document::DocumentGraph& graph) {
-    keep_shown_set();
-    graph.Data.DataSets.assign(m_data.begin(), m_data.end());
 }
 
 // --- Labels ---------------------------------------------------------------------------------
@@ -411,13 +358,32 @@ StylesPage::StylesPage(store::IniFile* settings, QWidget* parent)
     m_table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
     m_table->verticalHeader()->hide();
+    m_width_for_all = new QSpinBox(this);
+    m_width_for_all->setRange(1, 10);
+    auto* apply_all = new QPushButton(tr("Apply &To All"), this);
+    auto* all_label = new QLabel(tr("Line &width of every series:"), this);
+    all_label->setBuddy(m_width_for_all);
+    auto* all_row = new QHBoxLayout;
+    all_row->addWidget(all_label);
+    all_row->addWidget(m_width_for_all);
+    all_row->addWidget(apply_all);
+    all_row->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(tr("2D Graph Line Styles"), this));
     layout->addWidget(m_table);
+    layout->addLayout(all_row);
+    connect(apply_all, &QPushButton::clicked, this, &StylesPage::apply_to_all);
+}
+
+void StylesPage::apply_to_all() {
+    for (int row = 0; row < m_table->rowCount(); ++row)
+        if (auto* spin = qobject_cast<QSpinBox*>(m_table->cellWidget(row, 1))) spin->setValue(m_width_for_all->value());
+    m_applied_to_all = true;
 }
 
 void StylesPage::load(const document::DocumentGraph& graph) {
     const size_t functions = graph.Data.Functions.size();
+    m_applied_to_all = graph.Data.ApplyAllLineWidths;
     m_table->setRowCount(0); // the widgets of the last load go
     m_table->setRowCount(static_cast<int>(functions + graph.Data.DataSets.size()));
     int row = 0;
@@ -444,6 +410,7 @@ void StylesPage::load(const document::DocumentGraph& graph) {
 }
 
 void StylesPage::store(document::DocumentGraph& graph) {
+    graph.Data.ApplyAllLineWidths = m_applied_to_all;
     const size_t functions = graph.Data.Functions.size();
     graph.FunctionStyles.resize(functions);
     int row = 0;
@@ -462,7 +429,8 @@ void StylesPage::store(document::DocumentGraph& graph) {
 
 // --- Colors ---------------------------------------------------------------------------------
 
-ColorsPage::ColorsPage(store::IniFile* settings, QWidget* parent) : SetupPage(parent) {
+ColorsPage::ColorsPage(const Services& services, QWidget* parent) : SetupPage(parent), m_services(services) {
+    store::IniFile* settings = services.settings;
     auto* grid = new QGridLayout(this);
     int n = 0;
     for (const graph::GraphColorEntry& entry : graph::graph_colors()) {
@@ -479,6 +447,42 @@ ColorsPage::ColorsPage(store::IniFile* settings, QWidget* parent) : SetupPage(pa
         m_buttons.push_back(button);
         ++n;
     }
+    auto* save = new QPushButton(tr("&Save As Defaults"), this);
+    auto* restore = new QPushButton(tr("&Load Defaults"), this);
+    save->setToolTip(tr("These colours become those of every new graph."));
+    restore->setToolTip(tr("The colours you saved as defaults replace those shown."));
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(save);
+    row->addWidget(restore);
+    grid->setRowStretch((n + 1) / 2, 1);
+    grid->addLayout(row, (n + 1) / 2 + 1, 0, 1, 4);
+    connect(save, &QPushButton::clicked, this, &ColorsPage::save_defaults);
+    connect(restore, &QPushButton::clicked, this, &ColorsPage::load_defaults);
+}
+
+bool ColorsPage::save_defaults() {
+    if (!m_services.settings ||
+        ask("Do you want to save these colors as your default graph colors, the colors of every new graph?") !=
+            QMessageBox::Yes)
+        return false;
+    document::DocumentGraph shown;
+    store(shown);
+    if (!shown.Data.SaveDefaultColors(*m_services.settings) || !m_services.settings->Save()) {
+        tell("The default graph colors could not be saved.");
+        return false;
+    }
+    return true;
+}
+
+bool ColorsPage::load_defaults() {
+    if (!m_services.settings ||
+        ask("Do you want to load your default graph colors? They replace the colors shown.") != QMessageBox::Yes)
+        return false;
+    document::DocumentGraph defaults;
+    defaults.Data.SetDefaultColors(*m_services.settings);
+    load(defaults);
+    return true;
 }
 
 void ColorsPage::load(const document::DocumentGraph& graph) {

@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <string>
 #include <vector>
 
 class QButtonGroup;
@@ -21,6 +23,7 @@ class IniFile;
 namespace quorvex::gui {
 
 class ColorButton;
+struct Services;
 
 // One page of the graph setup: it shows a graph's part in its controls (`load`) and writes the
 // controls back into the graph (`store`). The pages hold no graph of their own.
@@ -31,6 +34,16 @@ public:
     using QWidget::QWidget;
     virtual void load(const document::DocumentGraph& graph) = 0;
     virtual void store(document::DocumentGraph& graph) = 0;
+    // Where the page's messages and questions go.
+    void set_services(const Services* services) { m_services = services; }
+
+protected:
+    void tell(const std::string& text);
+    // Yes or No; a third answer for Cancel as well when `cancel`. The QMessageBox button chosen.
+    int ask(const std::string& text, bool cancel = false);
+
+private:
+    const Services* m_services = nullptr;
 };
 
 // The functions to graph, chosen from those the document defines.
@@ -42,6 +55,12 @@ public:
     void store(document::DocumentGraph& graph) override;
     QListWidget* chosen() const { return m_chosen; }
     QListWidget* defined() const { return m_defined; }
+    // Adds the function selected in the defined list, or removes the one selected in the chosen
+    // list; false (after the message) when refused.
+    bool add_selected();
+    bool remove_selected();
+    // Opens a function to be edited, offered when it shares no variable with those graphed.
+    std::function<void(const QString& function)> edit_function;
 
 private:
     engine::Parser& m_parser;
@@ -78,20 +97,37 @@ private:
     QSpinBox* m_z_points;
 };
 
-// The graph's data sets: each a name and rows of X and Y expressions.
+// The graph's data sets: each a name and rows of X and Y expressions. Enter and Tab move from X
+// to Y and on to the next point's X, adding a row past the last.
 class DataPage : public SetupPage {
     Q_OBJECT
 public:
-    explicit DataPage(QWidget* parent = nullptr);
+    explicit DataPage(engine::Parser& parser, QWidget* parent = nullptr);
     void load(const document::DocumentGraph& graph) override;
     void store(document::DocumentGraph& graph) override;
     QTableWidget* table() const { return m_table; }
     QComboBox* sets() const { return m_sets; }
-    void add_set(const QString& name);
+    // A new empty set; false (after the message) for an empty name or one a set has.
+    bool add_set(const QString& name);
+    // Removes the set shown after asking; false when there is none or the answer is No.
+    bool remove_set();
+    // Reads the points of a data file into the set shown (asking whether to add them to its
+    // points) or into a new set named after the file; false (after the message) when nothing was
+    // read.
+    bool load_file(const QString& path);
+    // Which column of a file with several holds Y (from 2); 0 cancels. A box unless replaced.
+    std::function<int(int columns)> choose_column;
+    // The cell after the current one, X then Y then the next point, with a row added past the last.
+    void move_to_next_cell();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void show_set(int index);
     void keep_shown_set();
+    std::vector<std::string> set_names() const;
+    engine::Parser& m_parser;
     std::vector<graph::StrDataPnts> m_data;
     int m_shown = -1;
     QComboBox* m_sets;
@@ -144,22 +180,33 @@ public:
     void load(const document::DocumentGraph& graph) override;
     void store(document::DocumentGraph& graph) override;
     QTableWidget* table() const { return m_table; }
+    QSpinBox* width_for_all() const { return m_width_for_all; }
+    // Gives every series the width of `width_for_all`.
+    void apply_to_all();
 
 private:
     store::IniFile* m_settings;
     QTableWidget* m_table;
+    QSpinBox* m_width_for_all;
+    bool m_applied_to_all = false;
 };
 
 // The sixteen colours of the chart's parts.
 class ColorsPage : public SetupPage {
     Q_OBJECT
 public:
-    ColorsPage(store::IniFile* settings, QWidget* parent = nullptr);
+    ColorsPage(const Services& services, QWidget* parent = nullptr);
     void load(const document::DocumentGraph& graph) override;
     void store(document::DocumentGraph& graph) override;
     const std::vector<ColorButton*>& buttons() const { return m_buttons; }
+    // The colours shown become the user's default graph colours, after asking; false for No or
+    // a failed write.
+    bool save_defaults();
+    // The user's default graph colours replace those shown, after asking; false for No.
+    bool load_defaults();
 
 private:
+    const Services& m_services;
     std::vector<ColorButton*> m_buttons;
 };
 

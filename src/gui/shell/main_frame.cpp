@@ -712,11 +712,20 @@ void MainFrame::export_pdf() {
 void MainFrame::graph_setup(bool wizard) {
     DocumentWindow* window = active_document();
     if (!window || (window->graph_shown() && window->graph_window()->refuse_setup())) return;
+    // The sheet is modeless and one per document and mode: asked again, it comes to the front.
+    const QString name = wizard ? QStringLiteral("graphsWizard") : QStringLiteral("graphSetup");
+    if (auto* open = window->findChild<GraphSetupDialog*>(name, Qt::FindDirectChildrenOnly)) {
+        open->raise();
+        open->activateWindow();
+        return;
+    }
     const int current = window->graph_shown() ? window->graph_window()->current_graph() : 0;
-    GraphSetupDialog dialog(*window, current, wizard ? GraphSetupDialog::Mode::Wizard : GraphSetupDialog::Mode::Pages, this);
-    if (wizard) dialog.setWindowTitle(tr("Graphs Wizard"));
-    connect(&dialog, &GraphSetupDialog::applied, window, [window](int graph) { window->show_graph(graph); });
-    dialog.exec();
+    auto* dialog =
+        new GraphSetupDialog(*window, current, wizard ? GraphSetupDialog::Mode::Wizard : GraphSetupDialog::Mode::Pages, window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    if (wizard) dialog->setWindowTitle(tr("Graphs Wizard"));
+    connect(dialog, &GraphSetupDialog::applied, window, [window](int graph) { window->show_graph(graph); });
+    dialog->show();
 }
 
 void MainFrame::new_function_graph() {

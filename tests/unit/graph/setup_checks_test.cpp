@@ -32,7 +32,13 @@ TEST_F(Checks, VariablesAreCheckedInOrderAndReversedLimitsSwapped) {
     found = check_graph(graph, parser);
     ASSERT_TRUE(found);
     EXPECT_EQ(found->page, SetupPage::Variables);
-    EXPECT_EQ(found->message, "Choose the variable of the X axis and its range.");
+    // No axis chosen: the first variable the functions share is offered, with a range to draw.
+    EXPECT_EQ(found->offer, SetupOffer::DefaultAxis);
+    EXPECT_EQ(found->variable, "x");
+    ASSERT_TRUE(pick_default_x_axis(graph));
+    EXPECT_EQ(graph.XAxisVar->name(), "x");
+    EXPECT_LT(graph.XAxisVar->low().real(), graph.XAxisVar->high().real());
+    EXPECT_GE(graph.XAxisVar->num_points(), 2);
 
     graph.XAxisVar = axis("x", 2, 2, 10);
     EXPECT_NE(check_graph(graph, parser)->message.find("are equal"), std::string::npos);
@@ -40,8 +46,16 @@ TEST_F(Checks, VariablesAreCheckedInOrderAndReversedLimitsSwapped) {
     EXPECT_NE(check_graph(graph, parser)->message.find("at least 2 points"), std::string::npos);
     EXPECT_EQ(graph.XAxisVar->low().real(), -5); // put the right way round
     graph.XAxisVar = axis("x", -5, 5, 11);
-    // k is neither an axis nor defined.
-    EXPECT_EQ(check_graph(graph, parser)->message, "The variable ' k ' of ' f[x,k] ' has no value: make it an axis or define it.");
+    // k is neither an axis nor defined: offered to be defined, with what No is told.
+    found = check_graph(graph, parser);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->offer, SetupOffer::DefineVariable);
+    EXPECT_EQ(found->variable, "k");
+    EXPECT_NE(found->message.find("2-dimensional"), std::string::npos);
+    EXPECT_NE(found->refusal.find("' k ' must be defined"), std::string::npos);
+    graph.ZAxisVar = axis("y", 0, 1, 3); // on a surface the question does not speak of 2 dimensions
+    EXPECT_EQ(check_graph(graph, parser)->message.find("2-dimensional"), std::string::npos);
+    graph.ZAxisVar.reset();
     parser.eval_exp("k = 3", true, false, false);
     EXPECT_FALSE(check_graph(graph, parser));
 
@@ -82,10 +96,46 @@ TEST_F(Checks, DataSetsAndTypesAreCheckedBeforeDrawing) {
     EXPECT_EQ(check_graph(graph, parser)->message,
               "The BAR graph needs data sets of equal length that share their X values.");
 
-    graph.Header.clear();
-    EXPECT_TRUE(check_titles(graph));
-    graph.Header = "h", graph.XAxisTitle = "x", graph.YAxisTitle = "y";
+    graph.Header = "h", graph.Footer = "f", graph.XAxisTitle = "x", graph.YAxisTitle = "y";
     EXPECT_FALSE(check_titles(graph));
+    EXPECT_FALSE(check_page(SetupPage::Labels, graph, parser));
+    for (std::string* title : {&graph.Header, &graph.Footer, &graph.XAxisTitle, &graph.YAxisTitle}) {
+        const std::string kept = *title;
+        title->clear();
+        const auto missing = check_page(SetupPage::Labels, graph, parser);
+        ASSERT_TRUE(missing);
+        EXPECT_EQ(missing->page, SetupPage::Labels);
+        *title = kept;
+    }
+    // Each page checks only its own part: the types page knows nothing of the data sets.
+    graph.DataSets.front().PutYDataPoint(static_cast<const char*>(nullptr), 1);
+    EXPECT_EQ(check_page(SetupPage::Data, graph, parser)->page, SetupPage::Data);
+    EXPECT_EQ(check_page(SetupPage::Types, graph, parser)->page, SetupPage::Types);
+    graph.Type = graph_type::Plot;
+    EXPECT_FALSE(check_page(SetupPage::Types, graph, parser));
+    EXPECT_FALSE(check_page(SetupPage::Styles, graph, parser));
+}
+
+TEST_F(Checks, AFunctionJoinsTheGraphOnlyOnceAndSharingAVariable) {
+    parser.eval_exp("g[x] = x^2", true, false, false);
+    parser.eval_exp("h[t] = t", true, false, false);
+    EXPECT_NE(check_function_to_add({}, "", parser)->message.find("Select a function"), std::string::npos);
+    EXPECT_FALSE(check_function_to_add({}, "h[t]", parser)); // the first function shares with nothing
+    const std::vector<Function> graphed{Function("f[x,k]", "k*x")};
+    EXPECT_EQ(check_function_to_add(graphed, "f[x,k]", parser)->message, "The function ' f[x,k] ' is graphed already.");
+    EXPECT_FALSE(check_function_to_add(graphed, "g[x]", parser));
+    const auto apart = check_function_to_add(graphed, "h[t]", parser);
+    ASSERT_TRUE(apart);
+    EXPECT_EQ(apart->offer, SetupOffer::EditFunction); // a user's function can be edited to share one
+    EXPECT_EQ(apart->variable, "h[t]");
+
+    EXPECT_TRUE(check_function_to_remove(0, true));
+    EXPECT_NE(check_function_to_remove(2, false)->message.find("Select a function"), std::string::npos);
+    EXPECT_FALSE(check_function_to_remove(2, true));
+
+    EXPECT_TRUE(check_new_set_name({"a"}, ""));
+    EXPECT_EQ(check_new_set_name({"a", "b"}, "b")->page, SetupPage::Data);
+    EXPECT_FALSE(check_new_set_name({"a", "b"}, "B2"));
 }
 
 TEST_F(Checks, AGraphTooLargeIsRefusedALargeOneAskedAboutAndBarsBoundedApart) {
