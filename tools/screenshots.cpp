@@ -95,6 +95,7 @@ bool shoot(const QString& out, const QString& suffix) {
     Services& services = scratch.services;
     scratch.save_answers = {0x00010000}; // No: the worksheet is not kept
     MainFrame frame(services);
+    frame.keypad()->hide(); // a first start shows it; the pictures give the documents the room
     ErrorDialog errors(&frame);
     services.error_dialog = &errors;
     frame.resize(1000, 640);
