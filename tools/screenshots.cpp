@@ -292,6 +292,18 @@ bool shoot(const QString& out, const QString& suffix) {
         plot->interval_count()->setValue(6);
         plot->compute();
         ok = save(plot, out + QStringLiteral("/stat-plot") + suffix + QStringLiteral(".png")) && ok;
+        // Its values in the data points dialog, and the distribution graphed both ways.
+        DataPointsDialog* values = plot->data_dialog();
+        values->set_points(window->document().Tools.StatPlotting.DataSet);
+        values->show();
+        ok = save(values, out + QStringLiteral("/stat-plot-values") + suffix + QStringLiteral(".png")) && ok;
+        values->hide();
+        plot->graph_answer();
+        ok = save(&frame, out + QStringLiteral("/stat-plot-hystogram") + suffix + QStringLiteral(".png")) && ok;
+        plot->pareto()->click();
+        plot->graph_answer();
+        ok = save(&frame, out + QStringLiteral("/stat-plot-pareto") + suffix + QStringLiteral(".png")) && ok;
+        window->toggle_graph();
         plot->hide();
 
         auto* matrices = static_cast<MatrixDialog*>(window->tools().open(Tool::Matrix));

@@ -4,6 +4,7 @@
 #include "engine/host.h"
 #include "engine/parser.h"
 #include "engine/variable.h"
+#include "graph/data_columns.h"
 #include "graph/graph_types.h"
 #include "quick_calc.h"
 
@@ -139,7 +140,7 @@ std::string frequency_graph_name(const graph::StrDataPnts& data) {
 
 int graph_frequencies(document::Document& document, const graph::StrDataPnts& data,
                       const std::vector<functions::Frequency>& frequencies, bool pareto,
-                      const std::string& unique_name) {
+                      const std::string& unique_name, const store::IniFile* user_settings) {
     const std::string name = frequency_graph_name(data);
     const std::string data_name = data.Name.empty() ? std::string("Data Set") : data.Name;
     int index = -1;
@@ -150,6 +151,11 @@ int graph_frequencies(document::Document& document, const graph::StrDataPnts& da
         graph::GraphData& fresh = made.Data;
         fresh.Name = unique_name.empty() ? name : unique_name;
         fresh.DataLayout = 1;
+        if (user_settings) {
+            fresh.SetDefaultOrientation(*user_settings);
+            fresh.SetDefaultColors(*user_settings);
+        }
+        // Bars stand flat, seen from the front.
         fresh.Rotation = fresh.Inclination = fresh.DefaultInclination = fresh.DefaultRotation = 0;
         // The interval captions under the bars are long.
         fresh.MarginBottom2D = fresh.DefaultMarginBottom2D = 150;
@@ -187,44 +193,21 @@ int graph_frequencies(document::Document& document, const graph::StrDataPnts& da
     return index;
 }
 
-std::vector<std::string> first_column_values(const std::string& text) {
-    std::vector<std::string> values;
-    std::istringstream lines(text);
-    std::string line;
-    while (std::getline(lines, line)) {
-        const std::string cell = trimmed(line.substr(0, line.find_first_of("\t,;\r")));
-        if (!cell.empty()) values.push_back(cell);
-    }
-    return values;
-}
-
 std::optional<graph::StrDataPnts> read_stat_values(engine::Parser& parser, const std::string& path,
                                                    std::string& error) {
-    std::vector<engine::StrPoint> points;
-    bool abort = false;
-    parser.ClearLastError();
-    parser.SetSilentMode(true); // the caller tells the reason
-    const bool read = parser.get_file_points(points, path.c_str(), -1, abort, true, true);
-    parser.SetSilentMode(false);
-    const char* why = parser.GetLastError();
-    const std::string reason = why ? why : "";
-    parser.ClearLastError();
-    for (const engine::StrPoint& point : points)
-        if (!point.y.empty() || !point.z.empty()) {
-            error = "The data file ' " + path +
-                    " ' holds more than one value to a line: the stat plot takes single values only, one to a line.";
-            return std::nullopt;
-        }
-    if (!read || points.empty()) {
-        error = reason.empty() ? "No data found in the ' " + path + " ' data file!" : reason;
+    std::string text;
+    if (!graph::read_data_text(path, text, error)) return std::nullopt;
+    std::optional<graph::StrDataPnts> data =
+        graph::single_values(graph::split_data_columns(text, graph::data_value_check(parser)), path, error);
+    if (!data) return std::nullopt;
+    if (data->GetNumXDataPoints() == 0) {
+        error = "No Data Found In The ' " + path + " ' Data File!";
         return std::nullopt;
     }
-    graph::StrDataPnts data;
     const size_t slash = path.find_last_of("/\\");
     std::string base = path.substr(slash == std::string::npos ? 0 : slash + 1);
     if (const size_t dot = base.find_last_of('.'); dot != std::string::npos && dot > 0) base.erase(dot);
-    data.SetName(base.c_str());
-    for (size_t i = 0; i < points.size(); ++i) data.PutXDataPoint(points[i].x, static_cast<int>(i));
+    data->SetName(base.c_str());
     return data;
 }
 

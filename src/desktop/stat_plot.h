@@ -13,6 +13,9 @@ class Parser;
 namespace quorvex::document {
 class Document;
 }
+namespace quorvex::store {
+class IniFile;
+}
 
 namespace quorvex::desktop {
 
@@ -62,17 +65,15 @@ std::string frequency_graph_name(const graph::StrDataPnts& data);
 // Puts the distribution into the document's graph of that name (made when there is none: one
 // shared X, no depth, a wide bottom margin for the interval captions) as its first data set: X
 // the middle of each class, Y its count. Titles the user did not set are written for the chart.
+// A new graph takes the user's default orientation and colours from `user_settings` when given.
 // Returns the index of the graph in the document.
 int graph_frequencies(document::Document& document, const graph::StrDataPnts& data,
                       const std::vector<functions::Frequency>& frequencies, bool pareto,
-                      const std::string& unique_name);
+                      const std::string& unique_name, const store::IniFile* user_settings = nullptr);
 
-// The first column of pasted text (a spreadsheet's column, or lines of values): the first cell
-// of each line that has one, cells separated by tabs, commas or semicolons.
-std::vector<std::string> first_column_values(const std::string& text);
-
-// The values of a data file of single values, one point a line (or several to a line), as texts
-// for a data set; none with `error` set when the file gives none. A file with y values is refused.
+// The values of a data file of single values, one to a line, as texts for a data set read as the
+// data points dialog reads them (a header above the data skipped); none with `error` set when the
+// file gives none. A file with y values is refused.
 std::optional<graph::StrDataPnts> read_stat_values(engine::Parser& parser, const std::string& path,
                                                    std::string& error);
 

@@ -97,6 +97,8 @@ std::optional<ChartBounds> shown_bounds(const ChartData& data, int type) {
         if (std::abs(bounds->x_min) > margin) bounds->x_min -= margin;
         if (std::abs(bounds->x_max) > margin) bounds->x_max += margin;
     }
+    // Counts stand on zero, so that a bar of the smallest count still shows its height.
+    if (bars) bounds->y_min = std::min(bounds->y_min, 0.0);
     const double margin = 0.05 * (bounds->y_max - bounds->y_min);
     bounds->y_max += margin;
     if (bounds->y_min < 0) bounds->y_min -= margin;

@@ -117,6 +117,17 @@ StrDataPnts points_from_columns(const DataColumns& columns, int x_column, int y_
     return points;
 }
 
+std::optional<StrDataPnts> single_values(const DataColumns& table, const std::string& path, std::string& error) {
+    for (size_t r = 0; r < table.rows.size(); ++r)
+        if (table.rows[r].size() > 1) {
+            error = "Invalid data found in the ' " + path + " ' data file at point number " + std::to_string(r + 1) +
+                    ". There were y value coordinates found.  Only single data values are valid, please remove the "
+                    "y data values in this file.";
+            return std::nullopt;
+        }
+    return points_from_columns(table, 1, 0);
+}
+
 std::string data_points_text(const StrDataPnts& points, bool with_y) {
     std::string text;
     const int last = points.GetMaxXYZPoint();

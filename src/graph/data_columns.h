@@ -2,6 +2,7 @@
 #include "graph/data_points.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,10 @@ bool read_data_text(const std::string& path, std::string& text, std::string& err
 // The points of two columns counted from 1; `y_column` 0 takes X values alone. A row too short
 // for a column leaves that slot empty.
 StrDataPnts points_from_columns(const DataColumns& columns, int x_column, int y_column);
+
+// The values of a file of single values, X alone point by point; none with `error` set, naming
+// the point, when a line of `table` (read from `path`) holds a second value.
+std::optional<StrDataPnts> single_values(const DataColumns& table, const std::string& path, std::string& error);
 
 // A data set as a data file holds it: a point a line, "X , Y" (X alone without `with_y`).
 std::string data_points_text(const StrDataPnts& points, bool with_y);

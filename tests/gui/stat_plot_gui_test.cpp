@@ -1,10 +1,12 @@
-// The stat plot offscreen: values typed and pasted, the distribution computed as the choices
-// say, the chart, the table's CSV and copy, and the inputs and values kept with the document.
+// The stat plot offscreen: values typed in the data points dialog, pasted and loaded, the
+// distribution computed as the choices say, the chart, the table's CSV and copy, and the inputs
+// and values kept with the document.
 #include "gui_test_support.h"
 
 #include "gui/common/scratch_services.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/tools/data_points_dialog.h"
 #include "gui/tools/stat_plot_dialog.h"
 #include "gui/tools/tool_windows.h"
 
@@ -14,21 +16,36 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTableView>
+#include <QTimer>
 #include <QtTest>
 
 using namespace quorvex::gui;
 
 namespace {
 
-// The editor the view opened: closed editors linger until the event loop deletes them.
-QLineEdit* open_editor(QTableView* view) {
-    for (QLineEdit* editor : view->findChildren<QLineEdit*>())
-        if (editor->isVisible()) return editor;
-    return nullptr;
+// Types `text` into point `row` (one of the first five) of the data points dialog as a user
+// does, then presses OK.
+void type_value(StatPlotDialog* plot, int row, const QString& text) {
+    QTimer::singleShot(0, plot, [plot, row, text] {
+        DataPointsDialog* dialog = plot->data_dialog();
+        QLineEdit* box = dialog->x_box(row);
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+        dialog->accept();
+    });
+    plot->edit_data();
+}
+
+const quorvex::graph::StrDataPnts& values_of(DocumentWindow& window) {
+    return window.document().Tools.StatPlotting.DataSet;
 }
 
 QStringList column(QAbstractItemModel* model, int column) {
@@ -53,19 +70,19 @@ private Q_SLOTS:
             QVERIFY(plot);
             QCOMPARE(plot->windowTitle(), QStringLiteral("Statistical Plotting"));
 
-            // A value typed into the table's empty last row, then a column pasted below it.
+            // A value typed in the data points dialog, shown as its value; then a column pasted
+            // below it.
             QTableView* values = plot->values_view();
+            QCOMPARE(values->model()->rowCount(), 0);
+            type_value(plot, 0, QStringLiteral("2/2"));
             QCOMPARE(values->model()->rowCount(), 1);
-            values->edit(values->model()->index(0, 0));
-            QLineEdit* cell = open_editor(values);
-            QVERIFY(cell);
-            QTest::keyClicks(cell, QStringLiteral("2/2"));
-            QTest::keyClick(cell, Qt::Key_Return);
-            QCoreApplication::processEvents(); // the delegate commits on its next turn of the event loop
-            QCOMPARE(values->model()->index(0, 1).data().toString(), QStringLiteral("1"));
+            QCOMPARE(values->model()->index(0, 0).data().toString(), QStringLiteral("1"));
+            QCOMPARE(*values_of(window).GetXDataPoint(0), std::string("2/2")); // kept as typed
+            QVERIFY(!plot->data_dialog()->isVisible());
             QApplication::clipboard()->setText(QStringLiteral("2\t9\n3\n4\n5\n6\n7\n8\n9\n10\n"));
             plot->paste_column();
-            QCOMPARE(values->model()->rowCount(), 11); // ten values and the row for a new one
+            QCOMPARE(values->model()->rowCount(), 10);
+            QCOMPARE(values->model()->index(1, 0).data().toString(), QStringLiteral("2")); // the first column
 
             // Three classes of width 3 from 1 to 10.
             plot->set_intervals()->click();
@@ -83,7 +100,7 @@ private Q_SLOTS:
             QCOMPARE(column(table, 1), (QStringList{"2", "2", "2", "2", "2"}));
 
             // Pareto puts the fullest class first; the chart is of that type.
-            values->model()->setData(values->model()->index(1, 0), QStringLiteral("3"));
+            type_value(plot, 1, QStringLiteral("3"));
             plot->pareto()->click();
             QCOMPARE(column(table, 1), (QStringList{"3", "2", "2", "2", "1"}));
             QVERIFY(plot->graph_answer());
@@ -100,15 +117,33 @@ private Q_SLOTS:
             QVERIFY(QString::fromStdString(text).startsWith(QStringLiteral("Interval,Frequency\r\n2.8+ to 4.6,3\r\n")));
             QVERIFY(plot->copy_text(true).startsWith(QStringLiteral("1\n3\n3\n")));
 
-            // A value that fails leaves its row empty, and the distribution names it.
+            // A value that fails is refused where it is typed, and OK leaves the dialog open
+            // until it is mended; Cancel keeps the old value.
             plot->auto_compute()->setChecked(false);
-            values->model()->setData(values->model()->index(2, 0), QStringLiteral("1/0"));
-            QVERIFY(values->model()->index(2, 1).data().toString().isEmpty());
             scratch.messages.clear();
+            bool stayed_open = false;
+            QTimer::singleShot(0, plot, [plot, &stayed_open] {
+                DataPointsDialog* dialog = plot->data_dialog();
+                dialog->x_box(2)->setFocus();
+                dialog->x_box(2)->setText(QStringLiteral("1/0"));
+                dialog->accept();
+                stayed_open = dialog->isVisible();
+                dialog->reject();
+            });
+            plot->edit_data();
+            QVERIFY(stayed_open);
+            QCOMPARE(scratch.messages, QStringList{QStringLiteral("Statistical Plotting: The data point coordinate "
+                                                                  "values must be real numbers!")});
+            QCOMPARE(*values_of(window).GetXDataPoint(2), std::string("3"));
+            // A value of the data set that fails (from a file, say) leaves its row empty, and the
+            // distribution names it.
+            plot->add_values({"1/0"});
+            QVERIFY(values->model()->index(10, 0).data().toString().isEmpty());
             QVERIFY(!plot->compute());
-            QCOMPARE(scratch.messages.value(0), QStringLiteral("Statistical Plotting: Data point 3 has no value, "
+            QCOMPARE(scratch.messages.value(1), QStringLiteral("Statistical Plotting: Data point 11 has no value, "
                                                                  "please correct this before continuing."));
-            values->model()->setData(values->model()->index(2, 0), QStringLiteral("3"));
+            plot->clear_data();
+            plot->add_values({"2/2", "3", "3", "4", "5", "6", "7", "8", "9", "10"});
             plot->precision()->setValue(6);
             plot->data_name()->setText(QStringLiteral("Scores"));
             plot->data_name()->editingFinished();
@@ -123,7 +158,8 @@ private Q_SLOTS:
         QCOMPARE(plot->interval_count()->value(), 5);
         QCOMPARE(plot->precision()->value(), 6);
         QCOMPARE(plot->data_name()->text(), QStringLiteral("Scores"));
-        QCOMPARE(column(plot->values_view()->model(), 0).mid(0, 3), (QStringList{"2/2", "3", "3"}));
+        QCOMPARE(*values_of(again).GetXDataPoint(0), std::string("2/2"));
+        QCOMPARE(column(plot->values_view()->model(), 0).mid(0, 3), (QStringList{"1", "3", "3"}));
         QVERIFY(plot->compute());
         QCOMPARE(column(plot->distribution_view()->model(), 1), (QStringList{"3", "2", "2", "2", "1"}));
     }
@@ -136,12 +172,27 @@ private Q_SLOTS:
         QVERIFY(quorvex::store::write_file_atomically(file.toStdString(), "1) 4\n2) 8\n3) 15\n"));
         QVERIFY(plot->load_data(file));
         QCOMPARE(plot->data_name()->text(), QStringLiteral("sample"));
-        QCOMPARE(column(plot->values_view()->model(), 1).mid(0, 3), (QStringList{"4", "8", "15"}));
+        QCOMPARE(column(plot->values_view()->model(), 0), (QStringList{"4", "8", "15"}));
+        QCOMPARE(plot->summary()->text(),
+                 QStringLiteral("Solution - Based on 3 points from sample.txt"));
         const QString pairs = scratch.file_path(QStringLiteral("pairs.txt"));
-        QVERIFY(quorvex::store::write_file_atomically(pairs.toStdString(), "1 2\n"));
+        QVERIFY(quorvex::store::write_file_atomically(pairs.toStdString(), "1\n2 5\n"));
         QVERIFY(!plot->load_data(pairs));
-        QVERIFY(scratch.messages.last().contains(QStringLiteral("single values")));
-        QCOMPARE(plot->values_view()->model()->rowCount(), 4); // the loaded values stay
+        QVERIFY(scratch.messages.last().contains(QStringLiteral("at point number 2. There were y value coordinates found.")));
+        QCOMPARE(plot->values_view()->model()->rowCount(), 3); // the loaded values stay
+        // With values there already, a file's values are added on Yes and replace them on No.
+        scratch.save_answers = {QMessageBox::Yes};
+        QVERIFY(plot->load_data(file));
+        QCOMPARE(plot->values_view()->model()->rowCount(), 6);
+        scratch.save_answers = {QMessageBox::No};
+        QVERIFY(plot->load_data(file));
+        QCOMPARE(plot->values_view()->model()->rowCount(), 3);
+        // Save writes the values one to a line, which load reads back.
+        const QString saved = scratch.file_path(QStringLiteral("saved.txt"));
+        QVERIFY(plot->save_data(saved));
+        plot->clear_data();
+        QVERIFY(plot->load_data(saved));
+        QCOMPARE(column(plot->values_view()->model(), 0), (QStringList{"4", "8", "15"}));
     }
 };
 

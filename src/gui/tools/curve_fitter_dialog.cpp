@@ -41,7 +41,6 @@ namespace quorvex::gui {
 namespace {
 
 const QString k_caption = QStringLiteral("Curve Fitting Utility");
-const QString k_file_filter = QStringLiteral("Data files (*.dat *.txt *.csv);;All files (*)");
 // Longer polynomials do not fit in one value of the document's file.
 constexpr int k_longest_saved_polynomial = 4096;
 
@@ -209,11 +208,11 @@ CurveFitterDialog::CurveFitterDialog(DocumentWindow& document, QWidget* parent)
     connect(data_button, &QPushButton::clicked, this, [this] { edit_data(); });
     connect(clear_button, &QPushButton::clicked, this, [this] { clear(); });
     connect(load_button, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getOpenFileName(this, tr("Open Data Point File"), QString(), k_file_filter);
+        const QString path = QFileDialog::getOpenFileName(this, tr("Open Data Point File"), QString(), DataPointsDialog::file_filter());
         if (!path.isEmpty()) load_data_file(path);
     });
     connect(save_button, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, tr("Save Data Point File"), QString(), k_file_filter);
+        const QString path = QFileDialog::getSaveFileName(this, tr("Save Data Point File"), QString(), DataPointsDialog::file_filter());
         if (!path.isEmpty()) save_data_file(path);
     });
     connect(export_button, &QPushButton::clicked, this, [this] {

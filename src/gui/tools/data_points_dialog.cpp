@@ -34,7 +34,6 @@ namespace quorvex::gui {
 namespace {
 
 QString text_of(const std::string& text) { return QString::fromStdString(text); }
-const QString k_file_filter = QStringLiteral("Data files (*.dat *.txt *.csv);;All files (*)");
 
 } // namespace
 
@@ -171,11 +170,11 @@ DataPointsDialog::DataPointsDialog(engine::Parser& parser, const Services& servi
     connect(remove, &QPushButton::clicked, this, &DataPointsDialog::delete_point);
     connect(clear, &QPushButton::clicked, this, &DataPointsDialog::clear_points);
     connect(load, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getOpenFileName(this, tr("Open Data Point File"), QString(), k_file_filter);
+        const QString path = QFileDialog::getOpenFileName(this, tr("Open Data Point File"), QString(), file_filter());
         if (!path.isEmpty()) load_file(path);
     });
     connect(save, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, tr("Save Data Point File"), QString(), k_file_filter);
+        const QString path = QFileDialog::getSaveFileName(this, tr("Save Data Point File"), QString(), file_filter());
         if (!path.isEmpty()) save_file(path);
     });
     connect(paste, &QPushButton::clicked, this, [this] { paste_text(QApplication::clipboard()->text()); });
@@ -194,6 +193,8 @@ DataPointsDialog::DataPointsDialog(engine::Parser& parser, const Services& servi
     show_rows();
     resize(760, 380);
 }
+
+QString DataPointsDialog::file_filter() { return QStringLiteral("Data files (*.dat *.txt *.csv);;All files (*)"); }
 
 void DataPointsDialog::set_points(const graph::StrDataPnts& points) {
     m_points = points;
@@ -377,6 +378,16 @@ bool DataPointsDialog::load_file(const QString& path) {
         tell(tr("No data points were found in the ' %1 ' data file.").arg(path));
         return false;
     }
+    // Single values take one value to a line: a second one is a y value they can not use.
+    std::optional<graph::StrDataPnts> single;
+    if (!m_with_y) {
+        std::string why;
+        single = graph::single_values(table, path.toStdString(), why);
+        if (!single) {
+            tell(text_of(why));
+            return false;
+        }
+    }
     int y_column = m_with_y ? 2 : 0;
     if (m_with_y && table.columns < 2) {
         tell(tr("Invalid data found in the ' %1 ' data file at point number 1. There was no y value found for the "
@@ -397,7 +408,7 @@ bool DataPointsDialog::load_file(const QString& path) {
         if (answer == QMessageBox::Cancel) return false;
         replace = answer != QMessageBox::Yes;
     }
-    graph::StrDataPnts loaded = graph::points_from_columns(table, 1, y_column);
+    graph::StrDataPnts loaded = single ? std::move(*single) : graph::points_from_columns(table, 1, y_column);
     if (replace) {
         const std::string name = QFileInfo(path).completeBaseName().toStdString();
         loaded.Name = name.empty() ? "2dDataSet" : name;
@@ -443,10 +454,19 @@ bool DataPointsDialog::check_points() {
     return true;
 }
 
+void DataPointsDialog::reject() {
+    // Cancel drops what the boxes hold: the box that loses its focus as the dialog goes is not
+    // checked.
+    m_showing = true;
+    QDialog::reject();
+    m_showing = false;
+}
+
 void DataPointsDialog::accept() {
+    // A box holding no real number keeps the dialog open, its focus there, until it is mended.
     for (int r = 0; r < k_rows; ++r)
         for (QLineEdit* box : {m_x[static_cast<size_t>(r)], m_y[static_cast<size_t>(r)]})
-            if (box->hasFocus()) commit_box(box);
+            if (box->hasFocus() && !commit_box(box)) return;
     if (check_points()) QDialog::accept();
 }
 

@@ -52,6 +52,9 @@ public:
     DataPointsDialog(engine::Parser& parser, const Services& services, QString owner_caption, bool with_y,
                      QWidget* parent);
 
+    // The file types offered where data files are opened and saved.
+    static QString file_filter();
+
     void set_points(const graph::StrDataPnts& points);
     const graph::StrDataPnts& points() const { return m_points; }
 
@@ -80,6 +83,7 @@ public:
     bool check_points();
 
     void accept() override;
+    void reject() override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -6,6 +6,7 @@
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/math_editor.h"
+#include "gui/tools/data_points_dialog.h"
 #include "gui/tools/table_csv.h"
 
 #include "engine/parser.h"
@@ -46,12 +47,12 @@ QString text_of(const std::string& text) { return QString::fromStdString(text); 
 
 } // namespace
 
-// The data set's values for the view: the text of each value as typed (editable) and its value at
-// the dialog's precision, with one empty row at the end to type a new value into.
+// The data set's values as the table shows them: each at the dialog's precision (empty where
+// its text fails), the text as typed in the tool tip. The values are edited in the data points
+// dialog.
 class StatValuesModel : public QAbstractTableModel {
 public:
-    StatValuesModel(QObject* parent, engine::Parser& parser, graph::StrDataPnts& data)
-        : QAbstractTableModel(parent), m_parser(parser), m_data(data) {}
+    StatValuesModel(QObject* parent, const graph::StrDataPnts& data) : QAbstractTableModel(parent), m_data(data) {}
 
     // The values as shown, evaluated again (after a change of the data or the precision).
     void refresh(std::vector<std::string> shown) {
@@ -60,53 +61,30 @@ public:
         endResetModel();
     }
     const std::vector<std::string>& shown() const { return m_shown; }
-    void set_precision(int precision) { m_precision = precision; }
     int values() const { return m_data.GetLastXIndex() + 1; }
 
-    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : values() + 1; }
-    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
-    Qt::ItemFlags flags(const QModelIndex& index) const override {
-        const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-        return index.column() == 0 ? flags | Qt::ItemIsEditable : flags;
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(m_shown.size());
     }
+    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 1; }
     QVariant data(const QModelIndex& index, int role) const override {
-        if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
-        if (index.column() == 0) {
+        if (index.row() >= rowCount()) return {};
+        if (role == Qt::ToolTipRole) {
             const std::string* text = m_data.GetXDataPoint(index.row());
             return text ? text_of(*text) : QString();
         }
-        const auto row = static_cast<size_t>(index.row());
-        return row < m_shown.size() ? text_of(m_shown[row]) : QString();
-    }
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-        if (role != Qt::EditRole || index.column() != 0) return false;
-        const std::string text = value.toString().trimmed().toStdString();
-        const int rows_before = rowCount();
-        m_data.PutXDataPoint(text.empty() ? std::nullopt : std::optional<std::string>(text), index.row());
-        const auto row = static_cast<size_t>(index.row());
-        if (m_shown.size() <= row) m_shown.resize(row + 1);
-        m_shown[row] = desktop::stat_value_text(m_parser, m_data.GetXDataPoint(index.row()), m_precision);
-        m_shown.resize(static_cast<size_t>(values()));
-        if (rowCount() != rows_before) {
-            // A value typed into the last row adds a row; emptying the last value takes one away.
-            beginResetModel();
-            endResetModel();
-        }
-        const int row_now = std::min(index.row(), rowCount() - 1);
-        Q_EMIT dataChanged(this->index(row_now, 0), this->index(row_now, 1));
-        return true;
+        if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+        return role == Qt::DisplayRole ? text_of(m_shown[static_cast<size_t>(index.row())]) : QVariant();
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (role != Qt::DisplayRole) return {};
         if (orientation == Qt::Vertical) return section + 1;
-        return section == 0 ? QObject::tr("Data") : QObject::tr("Value");
+        return QObject::tr("Values");
     }
 
 private:
-    engine::Parser& m_parser;
-    graph::StrDataPnts& m_data;
+    const graph::StrDataPnts& m_data;
     std::vector<std::string> m_shown;
-    int m_precision = 14;
 };
 
 // The distribution for the view: "Interval" and "Frequency".
@@ -147,7 +125,8 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
       m_document(document),
       m_name(new QLineEdit(this)),
       m_values_view(new QTableView(this)),
-      m_values(new StatValuesModel(this, document.parser(), document.document().Tools.StatPlotting.DataSet)),
+      m_values(new StatValuesModel(this, document.document().Tools.StatPlotting.DataSet)),
+      m_data_dialog(new DataPointsDialog(document.parser(), document.services(), k_caption, false, this)),
       m_distribution_view(new QTableView(this)),
       m_frequencies(new FrequencyModel(this)),
       m_hystogram(new QRadioButton(QStringLiteral("&Hystogram"), this)),
@@ -165,24 +144,26 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
     m_precision->setRange(1, 14);
     m_name->setPlaceholderText(QStringLiteral("Data Set"));
 
-    // The values: their name, the table, and the ways to fill it.
+    // The values: their name, the table, and the ways to fill it (typed in the data points dialog,
+    // loaded, pasted).
     auto* data_box = new QGroupBox(tr("Data"), this);
     auto* name_row = new QFormLayout;
     name_row->addRow(tr("N&ame:"), m_name);
     m_values_view->setModel(m_values);
     m_values_view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_values_view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
-    m_values_view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
-                                  QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+    m_values_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    auto* edit = new QPushButton(tr("A&dd/Edit..."), this);
     auto* paste = new QPushButton(tr("Pas&te Column"), this);
     auto* load = new QPushButton(tr("&Load Data..."), this);
     auto* save = new QPushButton(tr("Sa&ve Data..."), this);
     auto* clear = new QPushButton(tr("Clea&r"), this);
     auto* data_buttons = new QGridLayout;
-    data_buttons->addWidget(paste, 0, 0);
-    data_buttons->addWidget(clear, 0, 1);
+    data_buttons->addWidget(edit, 0, 0);
+    data_buttons->addWidget(paste, 0, 1);
     data_buttons->addWidget(load, 1, 0);
     data_buttons->addWidget(save, 1, 1);
+    data_buttons->addWidget(clear, 2, 0);
     auto* data_layout = new QVBoxLayout(data_box);
     data_layout->addLayout(name_row);
     data_layout->addWidget(m_values_view, 1);
@@ -256,14 +237,18 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
     layout->addLayout(columns, 1);
     layout->addWidget(close);
 
+    connect(edit, &QPushButton::clicked, this, &StatPlotDialog::edit_data);
+    connect(m_values_view, &QAbstractItemView::activated, this, &StatPlotDialog::edit_data);
     connect(paste, &QPushButton::clicked, this, &StatPlotDialog::paste_column);
     connect(clear, &QPushButton::clicked, this, &StatPlotDialog::clear_data);
     connect(load, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open Data Point File"));
+        const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open Data Point File"), QString(),
+                                                          DataPointsDialog::file_filter());
         if (!path.isEmpty()) load_data(path);
     });
     connect(save, &QPushButton::clicked, this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Data Point File"));
+        const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Data Point File"), QString(),
+                                                          DataPointsDialog::file_filter());
         if (!path.isEmpty()) save_data(path);
     });
     connect(compute_button, &QPushButton::clicked, this, [this] { compute(); });
@@ -282,12 +267,6 @@ StatPlotDialog::StatPlotDialog(DocumentWindow& document, QWidget* parent)
         const QString path = QFileDialog::getSaveFileName(this, tr("Export CSV"), QString(), tr("CSV files (*.csv)"));
         QString error;
         if (!path.isEmpty() && !export_csv(path, &error)) tell(error);
-    });
-    // A value typed into the table changes the document's data set.
-    connect(m_values, &QAbstractItemModel::dataChanged, this, [this] {
-        store_inputs();
-        m_document.parser().set_vars_saved(false);
-        show_summary();
     });
     connect(m_values, &QAbstractItemModel::modelReset, this, [this] { show_summary(); });
     connect(m_name, &QLineEdit::editingFinished, this, [this] { store_inputs(); });
@@ -330,7 +309,6 @@ void StatPlotDialog::load_inputs() {
     m_auto_compute->setChecked(kept.StatPlottingAutoCompute != 0);
     m_auto_graph->setChecked(kept.StatPlottingAutoGraph != 0);
     m_precision->setValue(kept.StatPlottingPrecision);
-    m_values->set_precision(m_precision->value());
     m_loading = false;
 }
 
@@ -375,7 +353,6 @@ void StatPlotDialog::choice_changed(bool recompute_always) {
 
 void StatPlotDialog::values_changed() {
     m_count->setEnabled(m_set_intervals->isChecked());
-    m_values->set_precision(m_precision->value());
     const graph::StrDataPnts& data = m_document.document().Tools.StatPlotting.DataSet;
     std::vector<std::string> shown;
     {
@@ -393,58 +370,48 @@ void StatPlotDialog::show_summary() {
                            : QStringLiteral("Solution - Based on %1 points from %2").arg(points).arg(m_source));
 }
 
-void StatPlotDialog::add_values(const std::vector<std::string>& texts) {
+void StatPlotDialog::set_values(const graph::StrDataPnts& values) {
     graph::StrDataPnts& data = m_document.document().Tools.StatPlotting.DataSet;
-    int next = data.GetLastXIndex() + 1;
-    for (const std::string& text : texts) data.PutXDataPoint(text, next++);
+    const std::string name = data.Name;
+    data = values;
+    // A set named in this window keeps its name; a loaded file names a set that has none.
+    if (!m_name->text().trimmed().isEmpty() || data.Name.empty()) data.Name = name;
+    else m_name->setText(text_of(data.Name));
     store_inputs();
     m_document.parser().set_vars_saved(false);
     values_changed();
 }
 
+void StatPlotDialog::add_values(const std::vector<std::string>& texts) {
+    graph::StrDataPnts data = m_document.document().Tools.StatPlotting.DataSet;
+    int next = data.GetLastXIndex() + 1;
+    for (const std::string& text : texts) data.PutXDataPoint(text, next++);
+    set_values(data);
+}
+
+void StatPlotDialog::edit_data() {
+    m_data_dialog->set_points(m_document.document().Tools.StatPlotting.DataSet);
+    if (m_data_dialog->exec() == QDialog::Accepted) set_values(m_data_dialog->points());
+}
+
 void StatPlotDialog::paste_column() {
-    const std::vector<std::string> values =
-        desktop::first_column_values(QApplication::clipboard()->text().toStdString());
-    if (values.empty()) {
-        tell(tr("The clipboard holds no values: copy a column of numbers first."));
-        return;
-    }
-    add_values(values);
+    m_data_dialog->set_points(m_document.document().Tools.StatPlotting.DataSet);
+    if (m_data_dialog->paste_text(QApplication::clipboard()->text())) set_values(m_data_dialog->points());
 }
 
 bool StatPlotDialog::load_data(const QString& path) {
-    std::string error;
-    std::optional<graph::StrDataPnts> data = desktop::read_stat_values(m_document.parser(), path.toStdString(), error);
-    if (!data) {
-        tell(text_of(error));
-        return false;
-    }
-    m_document.document().Tools.StatPlotting.DataSet = std::move(*data);
-    m_name->setText(text_of(m_document.document().Tools.StatPlotting.DataSet.Name));
+    m_data_dialog->set_points(m_document.document().Tools.StatPlotting.DataSet);
+    if (!m_data_dialog->load_file(path)) return false;
+    m_name->clear(); // the file names the set
+    set_values(m_data_dialog->points());
     m_source = QFileInfo(path).fileName();
-    m_document.parser().set_vars_saved(false);
-    values_changed();
+    show_summary();
     return true;
 }
 
 bool StatPlotDialog::save_data(const QString& path) {
-    const graph::StrDataPnts& data = m_document.document().Tools.StatPlotting.DataSet;
-    if (data.GetNumXDataPoints() == 0) {
-        tell(tr("There are no values to save."));
-        return false;
-    }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        tell(tr("The file %1 can not be written: %2").arg(path, file.errorString()));
-        return false;
-    }
-    for (int i = 0; i <= data.GetLastXIndex(); ++i)
-        if (const std::string* text = data.GetXDataPoint(i)) file.write((*text + "\n").c_str());
-    if (!file.commit()) {
-        tell(tr("The file %1 can not be written: %2").arg(path, file.errorString()));
-        return false;
-    }
-    return true;
+    m_data_dialog->set_points(m_document.document().Tools.StatPlotting.DataSet);
+    return m_data_dialog->save_file(path);
 }
 
 void StatPlotDialog::clear_data() {
@@ -488,7 +455,8 @@ bool StatPlotDialog::graph_answer() {
     const graph::StrDataPnts& data = document.Tools.StatPlotting.DataSet;
     const std::string name = desktop::frequency_graph_name(data);
     const int index = desktop::graph_frequencies(document, data, *m_distribution, m_pareto->isChecked(),
-                                                 m_document.hub().GetUniqueGraphName(name));
+                                                 m_document.hub().GetUniqueGraphName(name),
+                                                 m_document.services().settings);
     m_document.parser().set_vars_saved(false);
     return m_document.show_graph(index);
 }

@@ -16,15 +16,16 @@ class QTableView;
 
 namespace quorvex::gui {
 
+class DataPointsDialog;
 class DocumentWindow;
 class FrequencyModel;
 class StatValuesModel;
 
 // The stat plot ("Statistical Plotting"): a list of single values becomes a frequency
 // distribution of equal-width or equally full intervals, shown as a table and graphed as a
-// histogram or a Pareto chart. The values are the document's stat plot data set, edited in a
-// table of their own (typed, pasted as a column, loaded from a data file); its inputs and data
-// are kept with the document.
+// histogram or a Pareto chart. The values are the document's stat plot data set, typed in the
+// data points dialog (X values only), pasted as a column or loaded from a data file, and shown in
+// a table at the tool's precision; its inputs and data are kept with the document.
 class StatPlotDialog : public ToolDialog {
     Q_OBJECT
 
@@ -35,6 +36,7 @@ public:
     QTableView* values_view() const { return m_values_view; }
     QTableView* distribution_view() const { return m_distribution_view; }
     QLineEdit* data_name() const { return m_name; }
+    DataPointsDialog* data_dialog() const { return m_data_dialog; }
     QRadioButton* hystogram() const { return m_hystogram; }
     QRadioButton* pareto() const { return m_pareto; }
     QRadioButton* equal_intervals() const { return m_equal_intervals; }
@@ -44,6 +46,8 @@ public:
     QCheckBox* auto_compute() const { return m_auto_compute; }
     QCheckBox* auto_graph() const { return m_auto_graph; }
     QSpinBox* precision() const { return m_precision; }
+    // "Solution - Based on ... points".
+    QLabel* summary() const { return m_summary; }
     // The distribution computed last; none before the first run or after a refused one.
     const std::optional<std::vector<functions::Frequency>>& distribution() const { return m_distribution; }
 
@@ -53,9 +57,12 @@ public:
 
     // Appends values (texts, each an expression) to the data set.
     void add_values(const std::vector<std::string>& texts);
+    // The data points dialog on the values; OK keeps what it holds.
+    void edit_data();
     // Appends the first column of the clipboard's text.
     void paste_column();
-    // Replaces the data set by a file's values; false (after the message) when it gives none.
+    // Adds a file's values to the data set, or replaces them (the data points dialog asks when
+    // there are values); false (after the message) when it gives none.
     bool load_data(const QString& path);
     bool save_data(const QString& path);
     void clear_data();
@@ -76,12 +83,15 @@ private:
     // A choice changed: kept with the document, and computed again when asked to.
     void choice_changed(bool recompute_always);
     void values_changed();
+    // The data set becomes `values`, keeping the name typed in this window.
+    void set_values(const graph::StrDataPnts& values);
     void show_summary();
 
     DocumentWindow& m_document;
     QLineEdit* m_name;
     QTableView* m_values_view;
     StatValuesModel* m_values;
+    DataPointsDialog* m_data_dialog;
     QTableView* m_distribution_view;
     FrequencyModel* m_frequencies;
     QRadioButton* m_hystogram;

@@ -8,6 +8,7 @@
 #include "engine/parser.h"
 #include "functions/builtin_functions.h"
 #include "graph/graph_types.h"
+#include "store/ini_file.h"
 
 #include <gtest/gtest.h>
 
@@ -63,9 +64,6 @@ TEST_F(StatPlot, ValuesAreShownAtThePrecisionAndBinnedAsShown) {
     ASSERT_TRUE(frequencies) << error;
     EXPECT_EQ(interval_text(frequencies->front(), 14), "1 to 3.5");
     EXPECT_EQ(interval_text(frequencies->back(), 14), "3.5+ to 6");
-
-    // A pasted column: the first cell of each line.
-    EXPECT_EQ(first_column_values("1.5\tx\r\n\n 2*3 ,y\n7;8\n"), (std::vector<std::string>{"1.5", "2*3", "7"}));
 
     StopAfter stop(3); // asked before each value: the third asking stops
     bool stopped = false;
@@ -140,11 +138,33 @@ TEST_F(StatPlot, TheGraphIsMadeOnceAndTakesEachNewDistribution) {
     EXPECT_EQ(*graph.DataSets.front().GetYDataPoint(0), "2");
 }
 
+TEST_F(StatPlot, ANewGraphTakesTheUsersDefaultOrientationAndColours) {
+    store::IniFile settings("unused.ini");
+    settings.SetText("[Graph Default Orientation]\r\nDepth2D=35\r\nInclination2D=40\r\n"
+                     "[Graph Default Colors]\r\nBackground=10,20,30\r\n");
+    document::Document document(parser);
+    const graph::StrDataPnts data = data_of({"1", "2", "2", "3"});
+    const auto frequencies = frequency_distribution(parser, {"1", "2", "2", "3"}, {}, error);
+    ASSERT_TRUE(frequencies) << error;
+    graph::GraphData& graph = document.Graphs[static_cast<size_t>(
+        graph_frequencies(document, data, *frequencies, false, frequency_graph_name(data), &settings))].Data;
+    EXPECT_EQ(graph.Depth, 35);
+    EXPECT_EQ(graph.BackgroundColor, 0x1E140Au); // r,g,b kept as 0x00BBGGRR
+    // The bars stand flat whatever the user's inclination.
+    EXPECT_EQ(graph.Inclination, 0);
+    EXPECT_EQ(graph.DefaultInclination, 0);
+    // A graph that exists keeps the colours it has.
+    graph.BackgroundColor = 0x123456;
+    graph_frequencies(document, data, *frequencies, true, "unused", &settings);
+    EXPECT_EQ(document.Graphs.size(), 1u);
+    EXPECT_EQ(graph.BackgroundColor, 0x123456u);
+}
+
 TEST_F(StatPlot, AFileOfSingleValuesIsReadAndOneWithPairsRefused) {
     const auto folder = std::filesystem::temp_directory_path() / "quorvex_stat_plot_test";
     std::filesystem::create_directories(folder);
     const auto values = folder / "weights.txt";
-    std::ofstream(values) << "1) 2.5\n2) 2*3\n\n7\n";
+    std::ofstream(values) << "Weight\n1) 2.5\n2) 2*3\n\n7\n"; // a header line above the values
     const auto data = read_stat_values(parser, values.string(), error);
     ASSERT_TRUE(data) << error;
     EXPECT_EQ(data->Name, "weights");
@@ -153,9 +173,9 @@ TEST_F(StatPlot, AFileOfSingleValuesIsReadAndOneWithPairsRefused) {
     EXPECT_EQ(stat_value_texts(parser, *data, 6, nullptr), (std::vector<std::string>{"2.5", "6", "7"}));
 
     const auto pairs = folder / "pairs.txt";
-    std::ofstream(pairs) << "1 2\n3 4\n";
+    std::ofstream(pairs) << "1\n3 4\n";
     EXPECT_FALSE(read_stat_values(parser, pairs.string(), error));
-    EXPECT_NE(error.find("single values"), std::string::npos);
+    EXPECT_NE(error.find("at point number 2. There were y value coordinates found."), std::string::npos);
     EXPECT_FALSE(read_stat_values(parser, (folder / "missing.txt").string(), error));
     EXPECT_NE(error.find("missing.txt"), std::string::npos);
     std::filesystem::remove_all(folder);

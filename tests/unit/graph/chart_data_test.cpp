@@ -34,7 +34,7 @@ TEST(ChartData, SharedOrOwnXAndHolesLeftOutOfTheExtent) {
     EXPECT_FALSE(data_extent(ChartData(1, 1, 4)));
 }
 
-TEST(ChartData, ShownRangeKeepsAnEndAtZeroAndWidensBars) {
+TEST(ChartData, ShownRangeKeepsAnEndAtZeroAndWidensBarsFromZero) {
     ChartData curve(1, 1, 3);
     const double xs[] = {0, 5, 10}, ys[] = {1, 3, 5};
     for (size_t p = 0; p < 3; ++p) {
@@ -56,6 +56,13 @@ TEST(ChartData, ShownRangeKeepsAnEndAtZeroAndWidensBars) {
     shown = shown_bounds(curve, graph_type::Hystogram);
     EXPECT_DOUBLE_EQ(shown->x_min, -5); // one bar gap on each side
     EXPECT_DOUBLE_EQ(shown->x_max, 15);
+    // Counts of 1, 3 and 5: the axis starts at 0, so the bar of 1 has a height.
+    curve.set_y(0, 0, 1);
+    for (const int bars : {graph_type::Hystogram, graph_type::Pareto}) {
+        shown = shown_bounds(curve, bars);
+        EXPECT_DOUBLE_EQ(shown->y_min, 0);
+        EXPECT_DOUBLE_EQ(shown->y_max, 5.25);
+    }
 }
 
 TEST(ChartData, DefaultColoursAndSeriesStyles) {
