@@ -139,7 +139,9 @@ bool build_2d(engine::Parser& parser, GraphData& graph, std::span<const SeriesLo
                        "they are left out.");
     std::vector<std::string> intervals;
     if (graph.Type == graph_type::Hystogram || graph.Type == graph_type::Pareto) {
-        const int digits = parser.answer_format().precision;
+        // Four digits at most: under a bar, at 45 degrees, a longer number runs out of the room
+        // the chart gives each category and is cut short.
+        const int digits = std::min(parser.answer_format().precision, 4);
         intervals = histogram_axis_labels(*data, graph.Functions.size(), [digits](double value) {
             std::ostringstream out;
             engine::Variable::StreamVariable(engine::complex(value, 0), out, digits);

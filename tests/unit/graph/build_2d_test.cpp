@@ -222,6 +222,13 @@ TEST_F(Build, APieWarnsOfValuesItCanNotShowAndAHistogramNamesItsIntervals) {
     EXPECT_DOUBLE_EQ(chart.label_angle, 45);
     // The bars stand at their index.
     EXPECT_DOUBLE_EQ(chart.data.x(0, 2), 2);
+
+    // Intervals of thirds are written short enough to stand under their bars.
+    graph.DataSets.front().PutXDataPoint("1/3", 0);
+    graph.DataSets.front().PutXDataPoint("1", 1);
+    graph.DataSets.front().PutXDataPoint("5/3", 2);
+    ASSERT_TRUE(build_2d(parser, graph, {}, chart, report, &told));
+    EXPECT_EQ(chart.value_labels[1], "0.6667 to 1.333");
 }
 
 TEST_F(Build, AHistogramsPointLabelNamesItsIntervalAndStaysWhileItsBarKeepsItsHeight) {
