@@ -36,6 +36,12 @@ const char* usage_text() {
            "                      the math tools' fields; nothing is computed\n"
            "      --in-place      write each FILE back as it stands after its lines are processed\n"
            "                      (through a temporary file), printing nothing\n"
+           "      --check         compute the lines of each FILE as Enter would, on an engine of\n"
+           "                      its own, changing nothing, and print each line whose stored\n"
+           "                      answer differs from the answer its lines give now as\n"
+           "                        FILE:LINE: stored ANSWER, now ANSWER\n"
+           "                      (now \"error: MESSAGE\" when the line fails); exit status 1\n"
+           "                      when any differs, 0 when all agree\n"
            "      --angle deg|rad angle unit of the trigonometric functions (default deg)\n"
            "      --precision N   significant digits of answers, 1 to 14 (default 14)\n"
            "      --format dec|sci  decimal or scientific notation (default dec)\n"
@@ -111,11 +117,11 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 24> k_long_options{
+constexpr std::array<std::string_view, 25> k_long_options{
     "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
     "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
     "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive",
-    "--output",  "--dump",     "--degree", "--columns",   "--intervals"};
+    "--output",  "--dump",     "--degree", "--columns",   "--intervals",   "--check"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -191,6 +197,8 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
                 return std::nullopt;
             }
             options.method = text[0] - '0';
+        } else if (arg == "--check") {
+            options.check = true;
         } else if (arg == "--in-place") {
             options.in_place = true;
         } else if (arg == "-o" || arg == "--output" || arg == "--dump") {
@@ -257,6 +265,12 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
     if (options.in_place && (options.files.empty() || options.answers || !options.command.empty() ||
                              std::find(options.files.begin(), options.files.end(), "-") != options.files.end())) {
         error = "--in-place needs files to write back, and no --answers or command";
+        return std::nullopt;
+    }
+    if (options.check && (options.files.empty() || !options.eval_lines.empty() || options.answers ||
+                          options.in_place || !options.output.empty() || !options.dump.empty() ||
+                          !options.command.empty() || options.interactive)) {
+        error = "--check takes the files to check, and no -e, --answers, --in-place, --output, --dump, -i or command";
         return std::nullopt;
     }
     if (!options.output.empty()) {

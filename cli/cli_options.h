@@ -19,6 +19,7 @@ struct CliOptions {
     bool answers = false;
     int method = 1;          // --method: 0 Enter never computes, 1 it does, 2 ':=' assigns too
     bool in_place = false;
+    bool check = false;      // --check: each FILE's stored answers against its lines now
     bool interactive = false;
     std::string output;      // -o OUT.qvx: where a processed document is saved
     std::string dump;        // --dump FILE.qvx: a summary of the document, nothing computed // -i: the prompt even when standard input is no terminal   // --in-place: each FILE is written back as it stands afterwards

@@ -1,4 +1,5 @@
 // quorvex-cli: the command-line face of the engine, for batch and interactive use.
+#include "check_files.h"
 #include "cli_options.h"
 #include "commands.h"
 #include "data_folders.h"
@@ -18,6 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -140,21 +142,38 @@ int main(int argc, char** argv) {
 
     StderrReporter reporter;
     // The system data (statistics tables) lies beside the installed library, else in the source tree.
-    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), quorvex::cli::default_library_dir() + "/");
-    parser.set_reporter(&reporter);
     // The user library is made on first use; if that fails, the Parser says the file is missing.
     const std::string data_dir = options->data_dir.empty() ? quorvex::cli::default_data_dir() : options->data_dir;
     if (!data_dir.empty()) quorvex::store::ensure_user_library(data_dir);
-    parser.set_library_dirs(options->library_dir.empty() ? quorvex::cli::default_library_dir() : options->library_dir,
-                            data_dir);
-    // The user's settings first (a missing file gives the defaults), the command line over them.
-    if (!data_dir.empty()) {
-        const quorvex::store::IniFile settings(quorvex::document::settings_path(data_dir));
-        quorvex::document::ApplyToNewParser(quorvex::document::ReadAppSettings(settings), parser);
-        quorvex::document::ReadGlobalSettings(settings, parser);
-    }
-    quorvex::cli::apply_answer_options(parser, *options);
+    const auto prepare = [&](quorvex::engine::Parser& engine) {
+        engine.set_reporter(&reporter);
+        engine.set_library_dirs(options->library_dir.empty() ? quorvex::cli::default_library_dir() : options->library_dir,
+                                data_dir);
+        // The user's settings first (a missing file gives the defaults), the command line over them.
+        if (!data_dir.empty()) {
+            const quorvex::store::IniFile settings(quorvex::document::settings_path(data_dir));
+            quorvex::document::ApplyToNewParser(quorvex::document::ReadAppSettings(settings), engine);
+            quorvex::document::ReadGlobalSettings(settings, engine);
+        }
+        quorvex::cli::apply_answer_options(engine, *options);
+    };
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions(), quorvex::cli::default_library_dir() + "/");
+    prepare(parser);
     if (!options->command.empty()) return quorvex::cli::run_command(*options, parser, std::cout, std::cerr);
+    if (options->check) {
+        // Each file is checked on its own, from the engine as the settings leave it.
+        int worst = 0;
+        for (const auto& path : options->files) {
+            if (path != "-" && !readable_as_lines(path)) return 2;
+            quorvex::engine::Parser checking(&quorvex::functions::builtin_functions(),
+                                             quorvex::cli::default_library_dir() + "/");
+            prepare(checking);
+            const int status = quorvex::cli::check_file(*options, checking, reporter, path, std::cout, std::cerr);
+            if (status == 2) return 2;
+            worst = std::max(worst, status);
+        }
+        return worst;
+    }
     if (!options->dump.empty()) return quorvex::cli::dump_document(parser, reporter, options->dump, std::cout, std::cerr);
 
     quorvex::cli::LineEvaluator evaluator(*options, parser, std::cout, std::cerr);

@@ -47,6 +47,8 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
 
 #include <cstdio>
 
@@ -259,6 +261,27 @@ bool shoot(const QString& out, const QString& suffix) {
         scratch.save_answers = {0x00010000}; // and No again when the worksheet closes
         ok = save(calc, out + QStringLiteral("/quick-calc") + suffix + QStringLiteral(".png")) && ok;
         calc->hide();
+    }
+
+    {
+        // Answers made stale by a change of the radius above them.
+        DocumentWindow* sheet = frame.new_document();
+        MathEditor* lines = sheet->editor();
+        for (const char* line : {"r = 2", "area = PI*r^2", "perimeter = 2*PI*r", "1+1 // not touched", "area/perimeter"}) {
+            QTest::keyClicks(lines, QString::fromLatin1(line));
+            QTest::keyClick(lines, Qt::Key_Return);
+        }
+        QTextCursor first(lines->document()->firstBlock());
+        first.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        first.insertText(QStringLiteral("r = 3"));
+        lines->setTextCursor(first);
+        QTest::keyClick(lines, Qt::Key_F4);
+        ok = save(&frame, out + QStringLiteral("/stale-lines") + suffix + QStringLiteral(".png")) && ok;
+        // Nothing of it to keep: it closes without the save question, the worksheet comes back.
+        lines->document()->setModified(false);
+        sheet->parser().set_vars_saved(true);
+        sheet->parser().set_funcs_saved(true);
+        sheet->parentWidget()->close();
     }
 
     {

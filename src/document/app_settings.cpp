@@ -24,6 +24,7 @@ AppSettings ReadAppSettings(const store::IniFile& ini) {
     const int method = ini.GetInt(k_options, "CalculationMethod", 1);
     settings.CalculationMethod = method >= 0 && method <= 2 ? method : 1;
     settings.UseSquareFunctionBrackets = ini.GetInt(k_options, "UseSquareFunctionBrackets", 0) != 0;
+    settings.RecalcDependentLines = ini.GetInt(k_options, "RecalcDependentLines", 0) != 0;
     settings.PlayedWelcomeTutorial = ini.GetInt(k_options, "PlayedWelcomeTutorial", 0) != 0;
     settings.AutoCheckVersion = ini.GetInt(k_options, "AutoCheckVersion", -1);
     settings.AutoCheckDays = ini.GetInt(k_options, "AutoCheckDays", 7);

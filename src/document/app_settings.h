@@ -14,6 +14,7 @@ struct AppSettings {
     bool FlatButtons = false;
     int CalculationMethod = 1; // 0 Shift+Enter computes, 1 Enter, 2 Enter or the '=' key
     bool UseSquareFunctionBrackets = false;
+    bool RecalcDependentLines = false; // after Enter, the lines it made stale are computed too
     bool PlayedWelcomeTutorial = false;
     int AutoCheckVersion = -1; // -1 ask once, 1 check, 0 never
     int AutoCheckDays = 7;

@@ -1,6 +1,8 @@
 #include "line_processor.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace quorvex::document {
@@ -13,6 +15,24 @@ constexpr const char* k_operator_characters = "!+-<>*/%^=()[]{},;:#$@&?~`'\"| \\
 bool is_blank(char c) { return c == ' ' || c == '\t'; }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool in(const char* set, char c) { return c != '\0' && std::strchr(set, c) != nullptr; }
+
+// The answer behind "=" with the blanks around it taken off.
+std::string bare_answer(std::string_view text) {
+    const size_t equal = text.find('=');
+    if (equal != std::string_view::npos) text.remove_prefix(equal + 1);
+    while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && is_blank(text.back())) text.remove_suffix(1);
+    return std::string(text);
+}
+
+// Where the old answer of a statement that ends in one begins (its '=' with the blanks ahead)
+// and ends (at the comment or the end).
+std::pair<size_t, size_t> old_answer_span(std::string_view statement, size_t comment) {
+    size_t start = statement.rfind('=');
+    while (start > 0 && is_blank(statement[start - 1])) --start;
+    const size_t end = comment != std::string_view::npos && comment > start ? comment : statement.size();
+    return {start, end};
+}
 
 // A '/' that, with a neighbour, makes "//" (never counting column 0 as the '/' itself).
 bool is_comment_slash(std::string_view text, size_t i) {
@@ -79,9 +99,11 @@ bool LineProcessor::Calculate(std::string& piece, size_t lead, std::string state
         }
     } else {
         // The old answer, from its '=' (with the blanks ahead of it) to the comment or the end.
-        size_t start = statement.rfind('=');
-        while (start > 0 && is_blank(statement[start - 1])) --start;
-        const size_t end = comment != std::string::npos && comment > start ? comment : statement.size();
+        const auto [start, end] = old_answer_span(statement, comment);
+        if (last) {
+            outcome.held_answer = true;
+            outcome.old_answer = bare_answer(std::string_view(statement).substr(start, end - start));
+        }
         piece.erase(lead + start, end - start);
         statement.resize(start);
         caret = lead + start;
@@ -107,6 +129,7 @@ bool LineProcessor::Calculate(std::string& piece, size_t lead, std::string state
         return false;
     }
     if (last && !answer.empty()) {
+        outcome.answer = bare_answer(answer);
         piece.insert(caret, answer);
         caret += answer.size();
         outcome.answered = true;
@@ -147,7 +170,17 @@ LineOutcome LineProcessor::process(std::string_view line) {
         const size_t length_before = piece.size();
         const bool ok = Calculate(piece, lead, piece.substr(lead), last, outcome);
         if (!last) before_last += piece.size() - length_before; // an old answer may have gone
-        if (!ok) break;
+        if (!ok) {
+            // A statement ahead of the last failed: what the last one held still counts.
+            const std::string_view tail = std::string_view(pieces.back()).substr(
+                std::min(pieces.back().find_first_not_of(" \t"), pieces.back().size()));
+            if (!last && IsRecalculating(tail)) {
+                const auto [start, end] = old_answer_span(tail, find_comment(tail));
+                outcome.held_answer = true;
+                outcome.old_answer = bare_answer(tail.substr(start, end - start));
+            }
+            break;
+        }
     }
     outcome.text.clear();
     for (size_t i = 0; i < pieces.size(); ++i) outcome.text += (i ? ";" : "") + pieces[i];

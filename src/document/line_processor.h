@@ -24,6 +24,11 @@ struct LineOutcome {
     bool variables_changed = false;
     bool functions_changed = false;
     size_t caret = 0;           // where the caret stands: behind the answer, or at the line's end
+    // The last statement's answer as the line held it before ("5", "2 : -2"; held_answer tells
+    // whether there was one) and as it is now (empty when none was written).
+    bool held_answer = false;
+    std::string old_answer;
+    std::string answer;
 };
 
 // What Enter does to a line of the math editor, as logic on text: statements cut at ';', each
@@ -35,6 +40,7 @@ public:
 
     void set_settings(const LineSettings& settings) { m_settings = settings; }
     const LineSettings& settings() const { return m_settings; }
+    engine::Parser& parser() { return m_parser; }
 
     LineOutcome process(std::string_view line);
     // True when the text already ends in an answer (" = 5", " = 2 : -2") that a new one replaces.

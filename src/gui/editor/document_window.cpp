@@ -55,11 +55,13 @@ DocumentWindow::DocumentWindow(Services& services, QString untitled_name, QWidge
     connect(m_editor->document(), &QTextDocument::modificationChanged, this, [this] { update_caption(); });
     desktop::HubListener listener;
     listener.variables_changed = [this] {
+        m_editor->refresh_stale_marks(); // an edit or a deletion in a manager changes answers too
         update_caption();
         Q_EMIT variablesChanged();
     };
     listener.functions_changed = [this] {
         m_editor->refresh_names();
+        m_editor->refresh_stale_marks();
         update_caption();
         Q_EMIT functionsChanged();
     };
@@ -463,6 +465,7 @@ bool DocumentWindow::is_modified() const {
 
 bool DocumentWindow::may_close(const std::function<QString()>& save_as) {
     // A tool's run works on this document's engine until it ends or is stopped.
+    if (m_editor->recalculating()) return false; // its progress shows Stop
     if (!m_tools->may_close(m_reporter)) return false;
     // The solver's list of data points is the user's work too, kept nowhere else.
     if (m_solver && !m_solver->may_close()) return false;

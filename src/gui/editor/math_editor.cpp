@@ -1,7 +1,9 @@
 #include "math_editor.h"
 
+#include "line_marks.h"
 #include "math_highlighter.h"
 #include "name_completer.h"
+#include "recalculation.h"
 
 #include "engine/builtin_table.h"
 #include "gui/common/error_dialog.h"
@@ -9,7 +11,10 @@
 #include "gui/common/sound_player.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QTimer>
+#include <QToolTip>
 #include <QTextBlock>
 
 namespace quorvex::gui {
@@ -30,6 +35,42 @@ MathEditor::MathEditor(Services& services, engine::Parser& parser, QWidget* pare
     m_completer->popup()->installEventFilter(this);
     m_highlighter->set_function_names(m_completer->function_names());
     m_highlighter->adapt_to_palette(palette());
+    connect(document(), &QTextDocument::contentsChange, this, &MathEditor::follow_marks);
+}
+
+void MathEditor::follow_marks(int position, int /*removed*/, int added) {
+    QTextBlock first = document()->findBlock(position);
+    const QTextBlock last = document()->findBlock(position + added);
+    for (QTextBlock block = first; block.isValid(); block = block.next()) {
+        // Undo brought back a text that has a record: whether it is stale is found again.
+        const LineMarks* marks = LineMarks::of(block);
+        const document::LineRecord* record = marks ? marks->record_for(block.text()) : nullptr;
+        if (record && record != marks->judged && !m_refresh_due) {
+            m_refresh_due = true;
+            QTimer::singleShot(0, this, [this] {
+                m_refresh_due = false;
+                refresh_stale_marks();
+            });
+        }
+        if (block == last) break;
+    }
+    // A line split where its text begins (a line break typed or pasted at its start) leaves the
+    // marks on the part before; they go with the line's text to the block that now holds it.
+    LineMarks* marks = LineMarks::of(first);
+    if (added == 0 || !marks || marks->records.empty() || marks->record_for(first.text())) return;
+    const std::string& text = marks->records.front()->text;
+    for (QTextBlock block = first.next(); block.isValid() && block.position() <= position + added; block = block.next()) {
+        if (LineMarks::of(block) || block.text().toStdString() != text) continue;
+        LineMarks& moved = LineMarks::make(block);
+        moved.records = std::move(marks->records);
+        moved.staleness = marks->staleness;
+        moved.judged = marks->judged;
+        marks->records.clear();
+        marks->staleness = {};
+        marks->judged = nullptr;
+        m_highlighter->refresh_block(block);
+        return;
+    }
 }
 
 desktop::KeypadLine MathEditor::keypad_line() const {
@@ -228,22 +269,63 @@ void MathEditor::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
 }
 
+document::LineOutcome MathEditor::compute_block(QTextCursor& cursor, const QTextBlock& block) {
+    const QString before = block.text();
+    engine::NameUse use;
+    engine::Parser& parser = m_processor.parser();
+    parser.track_names(&use);
+    const document::LineOutcome outcome = m_processor.process(before.toStdString());
+    parser.track_names(nullptr);
+    const QString after = QString::fromStdString(outcome.text);
+    if (after != before) {
+        cursor.setPosition(block.position());
+        cursor.setPosition(block.position() + static_cast<int>(before.length()), QTextCursor::KeepAnchor);
+        cursor.insertText(after);
+    }
+    const QTextBlock computed = document()->findBlock(block.position());
+    if (outcome.computed && !outcome.error) {
+        LineMarks& marks = LineMarks::make(computed);
+        marks.keep(document::make_record(parser, use, outcome.text));
+        marks.staleness = {};
+        marks.judged = marks.records.front().get();
+        marks.differs_text.reset();
+    } else if (LineMarks* marks = LineMarks::of(computed)) {
+        // No answer stands for this text now, whatever stood for it before.
+        const std::string text = outcome.text;
+        std::erase_if(marks->records, [&](const auto& kept) { return kept->text == text; });
+        marks->staleness = {};
+        marks->judged = nullptr;
+    }
+    m_highlighter->mark_error(computed, outcome.error);
+    return outcome;
+}
+
+void MathEditor::announce(bool variables_changed, bool functions_changed) {
+    if (variables_changed) Q_EMIT variablesChanged();
+    if (functions_changed) {
+        refresh_names();
+        Q_EMIT functionsChanged();
+    }
+}
+
+void MathEditor::show_line_error(const QString& message) {
+    m_last_error = message;
+    if (m_services.sounds) m_services.sounds->play(QStringLiteral("Error.wav"));
+    if (m_services.error_dialog)
+        m_services.error_dialog->show_error(m_last_error,
+                                            QRect(viewport()->mapToGlobal(cursorRect().topLeft()), cursorRect().size()),
+                                            window()->frameGeometry());
+}
+
 bool MathEditor::compute_current_line(desktop::EditorKey key) {
     QTextCursor cursor = textCursor();
     const QTextBlock block = cursor.block();
-    const QString before = block.text();
-    const std::string line = before.toStdString();
-    const document::LineOutcome outcome = m_processor.process(line);
+    cursor.beginEditBlock();
+    const document::LineOutcome outcome = compute_block(cursor, block);
+    cursor.endEditBlock();
     m_recalculated = outcome.recalculated;
     const QString after = QString::fromStdString(outcome.text);
 
-    if (after != before) {
-        cursor.beginEditBlock();
-        cursor.setPosition(block.position());
-        cursor.setPosition(block.position() + before.length(), QTextCursor::KeepAnchor);
-        cursor.insertText(after);
-        cursor.endEditBlock();
-    }
     // The caret: behind the answer for F4 and Shift+Enter in method 0, at the line's end when
     // Enter computes in the other methods (the new line then follows the whole line).
     const bool to_end = key == desktop::EditorKey::Enter || key == desktop::EditorKey::Equals ||
@@ -253,27 +335,80 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
     cursor.setPosition(block.position() + std::min<int>(column, static_cast<int>(after.length())));
     setTextCursor(cursor);
 
-    m_highlighter->mark_error(document()->findBlock(block.position()), outcome.error);
     if (outcome.error) {
-        m_last_error = QString::fromStdString(outcome.message);
-        if (m_services.sounds) m_services.sounds->play(QStringLiteral("Error.wav"));
-        if (m_services.error_dialog)
-            m_services.error_dialog->show_error(m_last_error,
-                                                QRect(viewport()->mapToGlobal(cursorRect().topLeft()), cursorRect().size()),
-                                                window()->frameGeometry());
+        refresh_stale_marks();
+        show_line_error(QString::fromStdString(outcome.message));
         return false;
     }
     m_last_error.clear();
     if (!outcome.computed) return true;
-    if (outcome.variables_changed) Q_EMIT variablesChanged();
-    if (outcome.functions_changed) {
-        refresh_names();
-        Q_EMIT functionsChanged();
-    }
+    announce(outcome.variables_changed, outcome.functions_changed);
     if (m_services.sounds)
         m_services.sounds->play(outcome.variables_changed || outcome.functions_changed ? QStringLiteral("Add.wav")
                                                                                        : QStringLiteral("Command.wav"));
+    if (refresh_stale_marks() > 0 && m_services.options.RecalcDependentLines && !m_recalculating) {
+        // The line itself computed; a failure further down is shown as the command shows it.
+        const QTextCursor caret = textCursor();
+        if (recalculate_lines(*this, RecalcScope::StaleLines).error_line < 0) setTextCursor(caret);
+    }
     return true;
+}
+
+int MathEditor::refresh_stale_marks() {
+    std::vector<QTextBlock> blocks;
+    std::vector<const document::LineRecord*> records;
+    blocks.reserve(static_cast<size_t>(document()->blockCount()));
+    records.reserve(blocks.capacity());
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const LineMarks* marks = LineMarks::of(block);
+        blocks.push_back(block);
+        records.push_back(marks ? marks->record_for(block.text()) : nullptr);
+    }
+    const std::vector<document::Staleness> found = document::find_stale(m_processor.parser(), records);
+    m_stale_count = 0;
+    std::vector<QTextBlock> redraw;
+    for (size_t i = 0; i < blocks.size(); ++i) {
+        if (found[i].stale) ++m_stale_count;
+        LineMarks* marks = LineMarks::of(blocks[i]);
+        if (!marks || (marks->staleness == found[i] && marks->judged == records[i])) continue;
+        const bool shown_before = marks->staleness.stale && marks->judged && marks->judged == records[i];
+        marks->staleness = found[i];
+        marks->judged = records[i];
+        if (shown_before != (found[i].stale && records[i])) redraw.push_back(blocks[i]);
+    }
+    m_highlighter->refresh_blocks(redraw);
+    return m_stale_count;
+}
+
+QString MathEditor::mark_tooltip(const QTextBlock& block) const {
+    const LineMarks* marks = LineMarks::of(block);
+    if (!marks) return {};
+    const QString text = block.text();
+    if (marks->is_stale(text))
+        return tr("This answer was computed before %1 changed; Recalculate Stale Lines brings it up to date.")
+            .arg(QString::fromStdString(document::changed_names_text(marks->staleness.changed)));
+    if (marks->differs(text))
+        return tr("Computed again from the lines above, this line gives %1.").arg(marks->differs_answer);
+    return {};
+}
+
+bool MathEditor::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QTextBlock block = cursorForPosition(help->pos()).block();
+        const QString tip = mark_tooltip(block);
+        if (tip.isEmpty())
+            QToolTip::hideText();
+        else
+            QToolTip::showText(help->globalPos(), tip, this);
+        return true;
+    }
+    return QPlainTextEdit::viewportEvent(event);
+}
+
+void MathEditor::set_recalculating(bool on) {
+    m_recalculating = on;
+    setReadOnly(on);
 }
 
 } // namespace quorvex::gui

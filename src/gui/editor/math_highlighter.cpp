@@ -3,18 +3,16 @@
 #include "desktop/line_colouring.h"
 #include "document/line_processor.h"
 
+#include "line_marks.h"
+
 #include <QPalette>
-#include <QTextBlockUserData>
 
 namespace quorvex::gui {
 
 namespace {
 
-// A refused line, with the text it had: once the text changes the mark no longer applies.
-struct ErrorMark : QTextBlockUserData {
-    explicit ErrorMark(QString text) : text(std::move(text)) {}
-    QString text;
-};
+// Beyond this many blocks one pass over the document is cheaper than a pass per block.
+constexpr size_t k_one_pass_from = 64;
 
 } // namespace
 
@@ -36,6 +34,17 @@ void MathHighlighter::adapt_to_palette(const QPalette& palette) {
     m_answer.setForeground(colour(QColor(0x0b, 0x6e, 0x2e), QColor(0x7e, 0xe7, 0x87)));
     m_error.setUnderlineStyle(QTextCharFormat::WaveUnderline);
     m_error.setUnderlineColor(colour(QColor(0xc4, 0x1a, 0x1a), QColor(0xff, 0x6b, 0x6b)));
+    // An answer out of date: the palette's own faint text, slanted and underlined with dots on a
+    // light wash of the selection colour, so it reads as provisional on any theme and apart from
+    // a comment.
+    const QColor faint = palette.color(QPalette::PlaceholderText);
+    QColor wash = palette.color(QPalette::Highlight);
+    wash.setAlpha(48);
+    m_stale.setForeground(faint);
+    m_stale.setBackground(wash);
+    m_stale.setFontItalic(true);
+    m_stale.setUnderlineStyle(QTextCharFormat::DotLine);
+    m_stale.setUnderlineColor(faint);
     rehighlight();
 }
 
@@ -48,11 +57,21 @@ void MathHighlighter::set_function_names(const QStringList& names) {
 }
 
 void MathHighlighter::mark_error(const QTextBlock& block, bool error) {
-    QTextBlock target = block;
-    const auto* mark = static_cast<const ErrorMark*>(target.userData());
-    if (!error && !mark) return;
-    target.setUserData(error ? new ErrorMark(target.text()) : nullptr);
-    rehighlightBlock(target);
+    LineMarks* marks = LineMarks::of(block);
+    if (!error && (!marks || !marks->error_text)) return;
+    if (error)
+        LineMarks::make(block).error_text = block.text();
+    else
+        marks->error_text.reset();
+    rehighlightBlock(block);
+}
+
+void MathHighlighter::refresh_blocks(const std::vector<QTextBlock>& blocks) {
+    if (blocks.size() > k_one_pass_from) {
+        rehighlight();
+        return;
+    }
+    for (const QTextBlock& block : blocks) rehighlightBlock(block);
 }
 
 void MathHighlighter::highlightBlock(const QString& text) {
@@ -78,8 +97,20 @@ void MathHighlighter::highlightBlock(const QString& text) {
         }
         setFormat(static_cast<int>(span.start), static_cast<int>(span.length), *format);
     }
-    const auto* mark = static_cast<const ErrorMark*>(currentBlockUserData());
-    if (mark && mark->text == text) {
+    const auto* marks = dynamic_cast<const LineMarks*>(currentBlockUserData());
+    if (marks && (marks->is_stale(text) || marks->differs(text))) {
+        const int from = answer == std::string::npos ? 0 : QString::fromUtf8(line.data(), static_cast<qsizetype>(answer)).length();
+        const size_t comment = document::find_comment(line);
+        const int to = comment == std::string::npos || comment < answer
+                           ? static_cast<int>(text.length())
+                           : static_cast<int>(QString::fromUtf8(line.data(), static_cast<qsizetype>(comment)).length());
+        for (int i = from; i < to; ++i) {
+            QTextCharFormat merged = format(i);
+            merged.merge(m_stale);
+            setFormat(i, 1, merged);
+        }
+    }
+    if (marks && marks->has_error(text)) {
         for (int i = 0; i < text.length(); ++i) {
             QTextCharFormat merged = format(i);
             merged.setUnderlineStyle(m_error.underlineStyle());

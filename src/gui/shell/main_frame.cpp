@@ -9,6 +9,7 @@
 #include "gui/editor/document_printer.h"
 #include "gui/editor/document_window.h"
 #include "gui/editor/editor_actions.h"
+#include "gui/editor/recalc_actions.h"
 #include "gui/editor/find_replace_dialog.h"
 #include "gui/editor/keypad.h"
 #include "gui/editor/math_editor.h"
@@ -309,6 +310,8 @@ void MainFrame::create_menus() {
     QMenu* compute = menuBar()->addMenu(tr("&Compute"));
     compute->addAction(action(QStringLiteral("computeLine")));
     compute->addAction(action(QStringLiteral("computeAsFraction")));
+    compute->addSeparator();
+    m_recalc_actions = add_recalc_actions(this, compute, [this] { return active_document(); });
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     for (const char* name : {"viewKeypad", "viewVariables", "viewFunctions", "viewIncrementalVariables"})
@@ -360,6 +363,7 @@ void MainFrame::create_menus() {
     for (const char* name : {"editCut", "editCopy", "editPaste"}) bar->addAction(action(QLatin1String(name)));
     bar->addSeparator();
     bar->addAction(action(QStringLiteral("computeLine")));
+    bar->addAction(m_recalc_actions.front());
     update_recent_menu();
 }
 
@@ -376,7 +380,7 @@ void MainFrame::update_actions() {
           "graphCopy", "graphPrint", "graphPrintPreview", "windowTile", "windowCascade", "windowNext",
           "windowPrevious"})
         action(QLatin1String(name))->setEnabled(window != nullptr);
-    for (QAction* tool : m_tool_actions) tool->setEnabled(window != nullptr);
+    for (QAction* tool : m_tool_actions + m_recalc_actions) tool->setEnabled(window != nullptr);
     if (window) action(QStringLiteral("computeAsFraction"))->setChecked(window->editor()->as_fraction());
 }
 

@@ -92,6 +92,7 @@ private:
     Keypad* m_keypad = nullptr;
     bool m_first_start = false;
     QList<QAction*> m_tool_actions; // the math tools' commands, enabled with a document
+    QList<QAction*> m_recalc_actions; // recalculation and the document check, enabled with a document
     FindReplaceDialog* m_find = nullptr;
     QLabel* m_autosave_warning = nullptr; // shown from a failed autosave until one works again
     int m_untitled_count = 0;

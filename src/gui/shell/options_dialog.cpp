@@ -40,11 +40,15 @@ OptionsDialog::OptionsDialog(Services& services, engine::Parser* parser, QWidget
     m_incremental->setChecked(services.options.IncrementalVariables);
     m_square = new QCheckBox(tr("Function calls in s&quare brackets"), program);
     m_square->setChecked(services.options.UseSquareFunctionBrackets);
+    m_recalc = new QCheckBox(tr("Recalculate &dependent lines automatically"), program);
+    m_recalc->setObjectName(QStringLiteral("recalcDependentLines"));
+    m_recalc->setChecked(services.options.RecalcDependentLines);
     auto* program_form = new QFormLayout(program);
     program_form->addRow(tr("&Calculation:"), m_method);
     program_form->addRow(m_sound);
     program_form->addRow(m_incremental);
     program_form->addRow(m_square);
+    program_form->addRow(m_recalc);
     auto* note = new QLabel(tr("Incremental variables and square brackets apply to documents opened from now on."),
                             program);
     note->setWordWrap(true);
@@ -114,6 +118,7 @@ void OptionsDialog::accept() {
     options.CalculationMethod = m_method->currentIndex();
     options.IncrementalVariables = m_incremental->isChecked();
     options.UseSquareFunctionBrackets = m_square->isChecked();
+    options.RecalcDependentLines = m_recalc->isChecked();
     if (m_services.sounds) m_services.sounds->set_enabled(options.Sound);
 
     const auto read = [](const FormatControls& controls, engine::PrecformType& format) {
@@ -133,6 +138,7 @@ void OptionsDialog::accept() {
         ini->WriteString(k_options, "CalculationMethod", std::to_string(options.CalculationMethod));
         ini->WriteString(k_options, "IncrementalVariables", options.IncrementalVariables ? "1" : "0");
         ini->WriteString(k_options, "UseSquareFunctionBrackets", options.UseSquareFunctionBrackets ? "1" : "0");
+        ini->WriteString(k_options, "RecalcDependentLines", options.RecalcDependentLines ? "1" : "0");
         if (m_for_new->isChecked()) {
             engine::PrecformType answers, variables;
             read(m_answers, answers);

@@ -40,6 +40,7 @@ private:
     QCheckBox* m_incremental;
     QComboBox* m_method;
     QCheckBox* m_square;
+    QCheckBox* m_recalc;
     QComboBox* m_angle;
     FormatControls m_answers{};
     FormatControls m_variables{};

@@ -52,3 +52,22 @@ TEST_F(NameUseTest, AssignmentsRangesAndFunctionsReportWhatTheyReadAndWrite) {
     parser.eval_exp("area", true, false, false);
     EXPECT_TRUE(use.read.empty());
 }
+
+TEST_F(NameUseTest, RedefinedNamesReportTheirNewMeaning) {
+    run("k = 2");
+    run("m = 5");
+    run("f(x) = k*x");
+    run("g(x) = f(x)-1");
+    EXPECT_EQ(run("g(3)").read, (Names{"g[]", "f[]", "k"}));
+    // A function declared again: its callers now read what the new body reads.
+    EXPECT_EQ(run("f(x) = m*x^2").written, Names{"f[]"});
+    EXPECT_EQ(run("g(3)").read, (Names{"g[]", "f[]", "m"}));
+    // A variable given a value from itself reads and writes it.
+    const NameUse step = run("k = k+1");
+    EXPECT_EQ(step.read, Names{"k"});
+    EXPECT_EQ(step.written, Names{"k"});
+    // A variable turned into a ranged one is written again; its range reads what its limits read.
+    const NameUse ranged = run("k = 0, m*2, 5");
+    EXPECT_EQ(ranged.written, Names{"k"});
+    EXPECT_EQ(ranged.read, Names{"m"});
+}
