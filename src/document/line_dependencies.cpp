@@ -54,7 +54,7 @@ std::string name_state(engine::Parser& parser, const std::string& key) {
 LineRecord make_record(engine::Parser& parser, const engine::NameUse& use, std::string text) {
     LineRecord record;
     for (const std::string& name : use.read) record.read.emplace(name, name_state(parser, name));
-    record.written = use.written;
+    record.written.insert(use.written.begin(), use.written.end());
     record.text = std::move(text);
     return record;
 }

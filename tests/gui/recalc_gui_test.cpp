@@ -203,6 +203,22 @@ private Q_SLOTS:
                                                           QStringLiteral("v+w = 44")}));
         QVERIFY(stale_lines(editor).isEmpty());
         QCOMPARE(editor->textCursor().block().blockNumber(), 0); // the caret stays where Enter left it
+
+        // A dependent line that fails is shown and marked, and Enter still moves on from its
+        // own line, leaving the failing one as it is.
+        QTextCursor last(line(editor, 3));
+        editor->setTextCursor(last);
+        type_line(editor, QStringLiteral("1/(w-5)"));
+        QCOMPARE(lines_of(editor).at(3), QStringLiteral("1/(w-5) = -1"));
+        QTextCursor first(line(editor, 0));
+        first.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        first.insertText(QStringLiteral("w = 5"));
+        editor->setTextCursor(first);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QVERIFY(program.errors->isVisible());
+        QCOMPARE(lines_of(editor), (QStringList{QStringLiteral("w = 5"), QString(), QStringLiteral("v = w*10 = 50"),
+                                                QStringLiteral("v+w = 55"), QStringLiteral("1/(w-5)"), QString()}));
+        QCOMPARE(editor->textCursor().block().blockNumber(), 1);
     }
 
     void theCheckMarksDifferingAnswersAndChangesNothing() {

@@ -347,9 +347,11 @@ bool MathEditor::compute_current_line(desktop::EditorKey key) {
         m_services.sounds->play(outcome.variables_changed || outcome.functions_changed ? QStringLiteral("Add.wav")
                                                                                        : QStringLiteral("Command.wav"));
     if (refresh_stale_marks() > 0 && m_services.options.RecalcDependentLines && !m_recalculating) {
-        // The line itself computed; a failure further down is shown as the command shows it.
+        // A failure further down is shown and marked there as the command shows it; the caret
+        // comes back, without a selection, for Enter to move on from this line.
         const QTextCursor caret = textCursor();
-        if (recalculate_lines(*this, RecalcScope::StaleLines).error_line < 0) setTextCursor(caret);
+        recalculate_lines(*this, RecalcScope::StaleLines);
+        setTextCursor(caret);
     }
     return true;
 }

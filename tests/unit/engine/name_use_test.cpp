@@ -19,7 +19,7 @@ struct NameUseTest : ::testing::Test {
         parser.track_names(nullptr);
         return use;
     }
-    using Names = std::set<std::string>;
+    using Names = NameUse::Names;
 };
 
 } // namespace
