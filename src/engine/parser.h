@@ -83,6 +83,11 @@ public:
     void set_auto_declare(bool on) { m_auto_declare = on; }
     bool auto_declare() const { return m_auto_declare; }
     void set_neg_sqrt(bool on) { m_neg_sqrt = on; }
+    // Precise arithmetic: values carry about 34 significant decimal digits from step to step
+    // (operators, variables, the elementary functions), so a shown answer of up to 14 digits is
+    // the true value correctly rounded. Off, every step comes back through 15 digits.
+    void set_precise(bool on) { m_precise = on; }
+    bool precise() const { return m_precise; }
     void set_incremental_display(bool on) { m_incremental_display = on; }
     void set_use_square_brackets(bool on) { m_use_square_brackets = on; }
     bool use_square_brackets() const { return m_use_square_brackets; }
@@ -462,6 +467,7 @@ private:
     bool m_root_taken = false;
     long double m_derivative_error = 0; // the error estimate of the last Derivative's answer
     bool m_neg_sqrt = false;
+    bool m_precise = false;
     bool m_mode_warning = true;
     std::mt19937_64 m_random{std::random_device{}()};
 
