@@ -56,6 +56,7 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
     SetSilentMode(silent);
     m_show_equal = show_equal;
     m_data_chain_refused = false;
+    m_call_arguments.clear();
     ClearLastError();
 
     std::ostringstream out;
@@ -72,13 +73,20 @@ const char* Parser::eval_exp(const char* text, complex& answer, bool silent, boo
         m_scanning = true;
         m_implied_mult = m_var_changed = m_func_declared = false;
         m_depth = 0;
-        eval_exp0(answer, out);
+        Operand value{answer, nullptr};
+        eval_exp0(value, out);
+        answer = value.z;
 
         if (!m_token.empty()) parser_exception(m_token == ")" ? 2 : 1);
         if (m_mapping) record_instruction(END_OF_EXPRESSION);
         if (out.tellp() == 0) {
             if (show_equal) out << " = ";
-            stream_answer(answer, out, -1, as_fraction);
+            if (m_precise) {
+                complex shown = precise_shown(value, m_answer_format.precision);
+                stream_answer(shown, out, -1, as_fraction);
+            } else {
+                stream_answer(answer, out, -1, as_fraction);
+            }
         } else if (m_var_changed) {
             // "FLAG": the line assigned a plain number and shows no answer.
             m_vars_saved = false;

@@ -29,6 +29,14 @@
 namespace quorvex::engine {
 
 class FunctionLibrary;
+struct PreciseValue;
+
+// A value of the descent: the double pair the engine computes with and, in precise arithmetic,
+// the value's own digits (null: nothing beyond the double).
+struct Operand {
+    complex z{0, 0};
+    std::shared_ptr<const PreciseValue> precise;
+};
 
 // The engine: evaluates one line of text at a time while reading it, by recursive descent, one
 // function per level of precedence. Variables live in the Parser and outlive evaluations; each
@@ -224,6 +232,8 @@ public:
     char token_kind() const { return m_token_kind; }
     void next_token() { get_token(); }
     void read_expression(complex& value, std::ostringstream& out) { eval_exp1(value, out); }
+    // A parameter as a value of the descent, its precise digits included.
+    void eval_exp1(complex& value, std::ostringstream& out);
     void set_check_digits(bool on) { m_check_digits = on; }
     void get_one_par(std::ostringstream& out, complex& a, int function);
     void get_two_pars(std::ostringstream& out, complex& a, complex& b, int function);
@@ -410,21 +420,40 @@ private:
     bool text_holds_name(const std::string& text, const std::string& name);
 
     // The levels of the descent.
-    void eval_exp0(complex& value, std::ostringstream& out);
-    void declare_variable(complex& value, std::ostringstream& out, const std::string& name);
-    void eval_exp1(complex& value, std::ostringstream& out);
-    void eval_exp2(complex& value, std::ostringstream& out);
-    void eval_exp3(complex& value, std::ostringstream& out);
-    void eval_exp4(complex& value, std::ostringstream& out);
-    void eval_exp5(complex& value, std::ostringstream& out);
-    void eval_exp6(complex& value, std::ostringstream& out);
-    void atom(complex& value, std::ostringstream& out);
-    void atom_name(complex& value, std::ostringstream& out);
-    void atom_number(complex& value, std::ostringstream& out);
-    void get_scientific_value(long double& value);
-    void eval_equality(complex& value, std::ostringstream& out);
+    void eval_exp0(Operand& value, std::ostringstream& out);
+    void declare_variable(Operand& value, std::ostringstream& out, const std::string& name);
+    void eval_exp1(Operand& value, std::ostringstream& out);
+    void eval_exp2(Operand& value, std::ostringstream& out);
+    void eval_exp3(Operand& value, std::ostringstream& out);
+    void eval_exp4(Operand& value, std::ostringstream& out);
+    void eval_exp5(Operand& value, std::ostringstream& out);
+    void eval_exp6(Operand& value, std::ostringstream& out);
+    void atom(Operand& value, std::ostringstream& out);
+    void atom_name(Operand& value, std::ostringstream& out);
+    void atom_number(Operand& value, std::ostringstream& out);
+    // Reads the exponent behind a mantissa; returns the power of ten applied to it.
+    long get_scientific_value(long double& value);
 
     bool compare(char relation, bool flag, const complex& a, const complex& b);
+
+    // Precise arithmetic (parser_precise.cpp). Each takes the double the default rules computed,
+    // with their checks and messages, and adds the value's own digits.
+    void precise_operator(char op, Operand& value, const Operand& other, const complex& result);
+    void precise_power(Operand& value, const Operand& exponent, const complex& result);
+    void precise_negate(Operand& value);
+    void precise_literal(Operand& value, const std::string& digits, long exponent, bool imaginary);
+    bool precise_constant(Operand& value, const std::string& name);
+    void precise_imaginary(Operand& value, const Operand& factor);
+    void precise_factorial(Operand& value, const Operand& argument);
+    // The built-in's double result, or the precise kernel's value where it has one and agrees.
+    void precise_builtin(Operand& value, int function, std::ostringstream& out);
+    bool precise_compare(char relation, bool flag, const Operand& a, const Operand& b);
+    void precise_variable(Operand& value, const Variable& variable);
+    void store_precise(const std::string& name, const Operand& value);
+    // The answer as it is shown: each part rounded once to the digits shown.
+    complex precise_shown(const Operand& value, int digits) const;
+    // The parameters of the built-in being called, as they were read (see eval_exp1(complex&)).
+    std::vector<Operand> m_call_arguments;
 
     void enter_nesting();
     complex checked(const complex& value);

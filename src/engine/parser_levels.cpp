@@ -41,7 +41,7 @@ complex Parser::checked(const complex& value) {
     return value;
 }
 
-void Parser::eval_exp0(complex& value, std::ostringstream& out) {
+void Parser::eval_exp0(Operand& value, std::ostringstream& out) {
     if (!get_token()) parser_exception(4);
     if (m_token == "i") {
         get_token();
@@ -110,7 +110,7 @@ void Parser::eval_exp0(complex& value, std::ostringstream& out) {
     eval_exp1(value, out);
 }
 
-void Parser::declare_variable(complex& value, std::ostringstream& out, const std::string& name) {
+void Parser::declare_variable(Operand& value, std::ostringstream& out, const std::string& name) {
     if (at(skip_spaces(m_input_pos)) == '\0') parser_exception(7);
     // A plain number on the right shows no answer; an expression shows its value.
     bool literal = Mathematics::is_number(m_expression.c_str() + m_input_pos);
@@ -122,33 +122,34 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
         record_instruction(NEW_VARIABLE, {}, name.c_str());
     }
     if (m_token != ",") {
-        set_var_value(value, name.c_str());
+        set_var_value(value.z, name.c_str());
+        if (m_precise) store_precise(name, value);
         record_instruction(ASSIGN, {}, name.c_str());
     } else {
         // name = low, high, points
-        const complex low = value;
-        set_var_lowlimit(value, name.c_str());
+        const complex low = value.z;
+        set_var_lowlimit(value.z, name.c_str());
         record_instruction(LOW_LIMIT, {}, name.c_str());
         get_token();
         eval_exp1(value, out);
         if (m_token != ",")
             special_exception("Comma expected after high limit in incremental variable declaration Of ' %s '",
                               name.c_str());
-        set_var_hilimit(value, name.c_str());
+        set_var_hilimit(value.z, name.c_str());
         record_instruction(HIGH_LIMIT, {}, name.c_str());
-        if (low == value)
+        if (low == value.z)
             special_exception("The lower and higher incremental limits for ' %s ' can not be equal", name.c_str());
         get_token();
         eval_exp1(value, out);
-        if (value.imag() != 0 || !Mathematics::is_integer(value.real()))
+        if (value.z.imag() != 0 || !Mathematics::is_integer(value.z.real()))
             special_exception("The number of increments must be an integer in variable declaration of ' %s '",
                               name.c_str());
         // The count is kept in 32 bits; a count that does not fit is refused, never cut.
-        if (value.real() < 1 || value.real() > 2147483647.0)
+        if (value.z.real() < 1 || value.z.real() > 2147483647.0)
             special_exception("The number of points in the incremental variable declaration of ' %s ' must lie "
                               "between 1 and 2147483647!",
                               name.c_str());
-        set_var_numpoints(static_cast<long>(value.real()), name.c_str());
+        set_var_numpoints(static_cast<long>(value.z.real()), name.c_str());
         record_instruction(NUM_POINTS, {}, name.c_str());
         literal = true;
     }
@@ -157,12 +158,20 @@ void Parser::declare_variable(complex& value, std::ostringstream& out, const std
 }
 
 void Parser::eval_exp1(complex& value, std::ostringstream& out) {
+    Operand operand;
+    eval_exp1(operand, out);
+    value = operand.z;
+    // A built-in being called in precise arithmetic takes its parameters' own digits from here.
+    if (m_precise) m_call_arguments.push_back(std::move(operand));
+}
+
+void Parser::eval_exp1(Operand& value, std::ostringstream& out) {
     enter_nesting();
     NestingScope scope(m_depth);
     eval_exp2(value, out);
     if (!starts_relational(m_token)) return;
     // A chain: every pair must hold, and the answer is 1 or 0.
-    complex left = value;
+    Operand left = value;
     bool holds = true;
     bool first = true;
     while (starts_relational(m_token)) {
@@ -170,30 +179,32 @@ void Parser::eval_exp1(complex& value, std::ostringstream& out) {
         first = false;
         const char relation = m_token[0];
         get_token();
-        complex right;
+        Operand right;
         eval_exp2(right, out);
-        holds = compare(relation, holds, left, right);
+        holds = m_precise ? precise_compare(relation, holds, left, right) : compare(relation, holds, left.z, right.z);
         record_instruction(LESS + (relation - relational::less));
         left = right;
     }
-    value = complex(holds ? 1 : 0, 0);
+    value = Operand{complex(holds ? 1 : 0, 0), nullptr};
     record_instruction(END_RELATION);
 }
 
-void Parser::eval_exp2(complex& value, std::ostringstream& out) {
+void Parser::eval_exp2(Operand& value, std::ostringstream& out) {
     eval_exp3(value, out);
     while (m_token == "+" || m_token == "-") {
         const char op = m_token[0];
         get_token();
         if (m_token == ")" || m_token.empty()) parser_exception(5);
-        complex term;
+        Operand term;
         eval_exp3(term, out);
-        value = checked(op == '+' ? m_math.complex_add(value, term) : m_math.complex_sub(value, term));
+        const complex result = checked(op == '+' ? m_math.complex_add(value.z, term.z) : m_math.complex_sub(value.z, term.z));
+        if (m_precise) precise_operator(op, value, term, result);
+        else value.z = result;
         record_instruction(op == '+' ? ADD : SUBTRACT);
     }
 }
 
-void Parser::eval_exp3(complex& value, std::ostringstream& out) {
+void Parser::eval_exp3(Operand& value, std::ostringstream& out) {
     eval_exp4(value, out);
     while (m_implied_mult || m_token == "*" || m_token == "/" || m_token == "%") {
         char op = '*';
@@ -206,35 +217,43 @@ void Parser::eval_exp3(complex& value, std::ostringstream& out) {
         }
         get_token();
         if (m_token == ")" || m_token.empty()) parser_exception(5);
-        complex factor;
+        Operand factor;
         eval_exp4(factor, out);
-        if (op == '*') {
-            value = checked(m_math.complex_mult(value, factor));
-            record_instruction(MULTIPLY);
-        } else if (op == '/') {
-            value = checked(m_math.complex_div(value, factor));
-            record_instruction(DIVIDE);
+        if (op == '*' || op == '/') {
+            const complex result = checked(op == '*' ? m_math.complex_mult(value.z, factor.z)
+                                                     : m_math.complex_div(value.z, factor.z));
+            if (m_precise) precise_operator(op, value, factor, result);
+            else value.z = result;
+            record_instruction(op == '*' ? MULTIPLY : DIVIDE);
         } else {
             // The integer remainder has no meaning for a zero divisor.
-            if (factor == complex(0, 0)) m_math.math_exception(0);
-            value = m_math.modulus(value, factor);
+            if (factor.z == complex(0, 0)) m_math.math_exception(0);
+            value = Operand{m_math.modulus(value.z, factor.z), nullptr};
             record_instruction(MODULUS);
         }
     }
 }
 
-void Parser::eval_exp4(complex& value, std::ostringstream& out) {
+void Parser::eval_exp4(Operand& value, std::ostringstream& out) {
     eval_exp5(value, out);
     if (m_token == "^") {
         get_token();
-        complex exponent;
+        Operand exponent;
         eval_exp5(exponent, out);
-        value = checked(_pow(value, exponent));
+        // _pow may turn a negative base positive on the way; the precise power takes the original.
+        const Operand base = value;
+        const complex result = checked(_pow(value.z, exponent.z));
+        if (m_precise) {
+            value = base;
+            precise_power(value, exponent, result);
+        } else {
+            value.z = result;
+        }
         record_instruction(POWER);
     }
 }
 
-void Parser::eval_exp5(complex& value, std::ostringstream& out) {
+void Parser::eval_exp5(Operand& value, std::ostringstream& out) {
     char sign = 0;
     if ((m_token == "+" && m_token_kind == DELIMITER) || m_token == "-") {
         sign = m_token[0];
@@ -243,18 +262,21 @@ void Parser::eval_exp5(complex& value, std::ostringstream& out) {
     eval_exp6(value, out);
     if (sign == '-') {
         // Subtracting from zero keeps a negated zero from printing as "-0".
-        value = complex(0.0 - value.real(), 0.0 - value.imag());
+        if (m_precise) precise_negate(value);
+        else value.z = complex(0.0 - value.z.real(), 0.0 - value.z.imag());
         record_instruction(NEGATE);
     }
     if (m_token == "!") {
-        value = _factorial(value);
+        const Operand argument = value;
+        value = Operand{_factorial(value.z), nullptr};
+        if (m_precise) precise_factorial(value, argument);
         get_token();
         if (m_token == "(") m_implied_mult = true;
         record_instruction(FACTORIAL);
     }
 }
 
-void Parser::eval_exp6(complex& value, std::ostringstream& out) {
+void Parser::eval_exp6(Operand& value, std::ostringstream& out) {
     if (m_token != "(") {
         atom(value, out);
         return;
@@ -268,7 +290,7 @@ void Parser::eval_exp6(complex& value, std::ostringstream& out) {
         m_implied_mult = true;
 }
 
-void Parser::atom(complex& value, std::ostringstream& out) {
+void Parser::atom(Operand& value, std::ostringstream& out) {
     if (m_token_kind == VARIABLE)
         atom_name(value, out);
     else if (m_token_kind == NUMBER)
@@ -277,7 +299,7 @@ void Parser::atom(complex& value, std::ostringstream& out) {
         parser_exception(1);
 }
 
-void Parser::atom_name(complex& value, std::ostringstream& out) {
+void Parser::atom_name(Operand& value, std::ostringstream& out) {
     const std::string name = m_token;
     const size_t bracket = skip_spaces(m_input_pos);
     if (at(bracket) == '[') {
@@ -302,9 +324,13 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
         }
         get_token(); // the "["
         get_token(); // the first token of the parameters
-        value = m_builtins->call(function, *this, out);
+        if (m_precise) {
+            precise_builtin(value, function, out);
+        } else {
+            value.z = m_builtins->call(function, *this, out);
+        }
         // A result beyond the range of a double is an overflow, never a number shown as 0.
-        if (!std::isfinite(value.real()) || !std::isfinite(value.imag())) mathlib_exception(34, function);
+        if (!std::isfinite(value.z.real()) || !std::isfinite(value.z.imag())) mathlib_exception(34, function);
         if (m_token != "]") parser_exception(3);
         get_token();
         if (m_token == "(" || m_token_kind == VARIABLE || m_token_kind == NUMBER) m_implied_mult = true;
@@ -312,7 +338,8 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
     }
 
     if (is_constant(name.c_str())) {
-        value = complex(static_cast<double>(get_constant_value(name.c_str())), 0);
+        value = Operand{complex(static_cast<double>(get_constant_value(name.c_str())), 0), nullptr};
+        if (m_precise) precise_constant(value, name);
     } else if (Variable* variable = find_var(name.c_str())) {
         if (variable->locked())
             special_exception("Variable ' %s ' has been temporarily locked by another running process!",
@@ -322,7 +349,8 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
             if (m_func_declared) throw EvaluationAborted{};
             special_exception("No value for variable ' %s ' could be found!", name.c_str());
         }
-        value = get_var_value(name.c_str());
+        if (m_precise) precise_variable(value, *variable);
+        else value = Operand{get_var_value(name.c_str()), nullptr};
     } else {
         special_exception("' %s ' can not be identified as a variable or a constant!", name.c_str());
     }
@@ -331,18 +359,19 @@ void Parser::atom_name(complex& value, std::ostringstream& out) {
     if (m_token == "(" || m_token_kind == VARIABLE || m_token_kind == NUMBER) m_implied_mult = true;
 }
 
-void Parser::atom_number(complex& value, std::ostringstream& out) {
+void Parser::atom_number(Operand& value, std::ostringstream& out) {
     if (m_token == "i") {
         // The imaginary unit takes only the real part of a directly following atom: "i i" is 0.
         get_token();
         if (m_token_kind == VARIABLE || m_token_kind == NUMBER) {
             enter_nesting();
             NestingScope scope(m_depth);
-            complex factor;
+            Operand factor;
             atom(factor, out);
-            value = complex(0, factor.real());
+            value = Operand{complex(0, factor.z.real()), nullptr};
+            if (m_precise) precise_imaginary(value, factor);
         } else {
-            value = complex(0, 1);
+            value = Operand{complex(0, 1), nullptr};
         }
         putback();
     } else {
@@ -356,29 +385,30 @@ void Parser::atom_number(complex& value, std::ostringstream& out) {
                                   m_token.c_str());
         }
         long double number = std::strtold(m_token.c_str(), nullptr);
+        const std::string digits = m_token;
+        long power_of_ten = 0;
         const char next = at(m_input_pos);
         if (next == 'e' || next == 'E') {
             get_token();
             const bool exponent = m_token == "e" || m_token == "E";
             putback();
-            if (exponent) get_scientific_value(number);
+            if (exponent) power_of_ten = get_scientific_value(number);
         }
         if (number > 1e307L) parser_exception(24);
         if (number > 0 && number < 1e-307L) parser_exception(25);
         get_token();
-        if (m_token == "i") {
-            value = complex(0, static_cast<double>(number));
-        } else {
-            value = complex(static_cast<double>(number), 0);
-            putback();
-        }
+        const bool imaginary = m_token == "i";
+        value = Operand{imaginary ? complex(0, static_cast<double>(number)) : complex(static_cast<double>(number), 0),
+                        nullptr};
+        if (!imaginary) putback();
+        if (m_precise) precise_literal(value, digits, power_of_ten, imaginary);
     }
-    record_instruction(LOAD_LITERAL, value);
+    record_instruction(LOAD_LITERAL, value.z);
     get_token();
     if (m_token == "(" || m_token_kind == VARIABLE) m_implied_mult = true;
 }
 
-void Parser::get_scientific_value(long double& value) {
+long Parser::get_scientific_value(long double& value) {
     ++m_input_pos; // over the e
     get_token();
     if (m_token != "+" && m_token != "-") parser_exception(9);
@@ -405,6 +435,8 @@ void Parser::get_scientific_value(long double& value) {
     mantissa_text += exponent >= 0 ? "E+" : "E";
     mantissa_text += std::to_string(exponent);
     value = std::strtold(mantissa_text.c_str(), nullptr);
+    return negative ? -static_cast<long>(std::fmin(exponent_value, 100000.0L))
+                    : static_cast<long>(std::fmin(exponent_value, 100000.0L));
 }
 
 } // namespace quorvex::engine

@@ -25,7 +25,8 @@ Variable::Variable(std::string name, complex low, complex high, long points) : m
 Variable::Variable(const Variable& other)
     : m_name(other.m_name), m_assigned(other.m_assigned), m_value(other.m_value), m_low(other.m_low),
       m_high(other.m_high), m_increment(other.m_increment), m_num_increments(other.m_num_increments),
-      m_num_points(other.m_num_points), m_incremented(other.m_incremented), m_locked(false) {}
+      m_num_points(other.m_num_points), m_incremented(other.m_incremented), m_locked(false),
+      m_precise(other.m_precise), m_precise_of(other.m_precise_of) {}
 
 Variable& Variable::operator=(const Variable& other) {
     if (this == &other) return *this;
@@ -37,6 +38,8 @@ Variable& Variable::operator=(const Variable& other) {
     m_incremented = other.m_incremented;
     m_value = other.m_value;
     m_assigned = other.m_assigned;
+    m_precise = other.m_precise;
+    m_precise_of = other.m_precise_of;
     m_value_text.clear();
     return *this;
 }
@@ -44,6 +47,12 @@ Variable& Variable::operator=(const Variable& other) {
 void Variable::SetVarValue(complex value) {
     m_value = value;
     m_assigned = true;
+}
+
+void Variable::SetVarPreciseValue(complex value, std::shared_ptr<const PreciseValue> precise) {
+    SetVarValue(value);
+    m_precise = std::move(precise);
+    m_precise_of = value;
 }
 
 namespace {

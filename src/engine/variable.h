@@ -1,6 +1,7 @@
 #pragma once
 #include "complex.h"
 
+#include <memory>
 #include <sstream>
 #include <string>
 
@@ -8,6 +9,8 @@ namespace quorvex::engine {
 
 // A named value that may also carry a range (low, high, number of points). An incremental
 // variable holds one present value at a time; tools walk it through the range with Increment.
+struct PreciseValue;
+
 class Variable {
 public:
     // Starts without a value whatever `assigned` says: setting the limits to zero clears it.
@@ -32,6 +35,12 @@ public:
     long num_points() const { return m_num_points; }
 
     void SetVarValue(complex value);
+    // The value with its own digits, from precise arithmetic; a later change of the value by any
+    // other way leaves the digits behind.
+    void SetVarPreciseValue(complex value, std::shared_ptr<const PreciseValue> precise);
+    std::shared_ptr<const PreciseValue> precise_value() const {
+        return m_precise_of == m_value ? m_precise : nullptr;
+    }
     bool SetVarLowLimit(complex low);
     bool SetVarHiLimit(complex high);
     bool SetVarNumIncrmnts(long n);
@@ -65,6 +74,8 @@ private:
     long m_num_points = 1;
     bool m_incremented = false;
     bool m_locked = false;
+    std::shared_ptr<const PreciseValue> m_precise;
+    complex m_precise_of{0, 0}; // the value the digits belong to
 };
 
 } // namespace quorvex::engine

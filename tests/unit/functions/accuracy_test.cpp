@@ -45,6 +45,7 @@ struct ArithmeticMode {
 
 const ArithmeticMode k_modes[] = {
     {"default", [](Parser&) {}, 0.632, 0.965, 0.961},
+    {"precise", [](Parser& parser) { parser.set_precise(true); }, 0.0, 0.0, 0.0},
 };
 
 struct Reference {

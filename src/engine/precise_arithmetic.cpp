@@ -1,0 +1,248 @@
+// Precise arithmetic on the 21-digit decimal type: operators, comparisons, rounding for display,
+// constants and the kernels of the elementary built-in functions.
+#include "precise_arithmetic.h"
+
+#include "token_kind.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <string>
+
+namespace quorvex::engine::precise {
+
+namespace {
+
+using number::Decimal21;
+
+const Decimal21& ten_to_trusted() {
+    static const Decimal21 value = Decimal21::from_text("1e" + std::to_string(k_trusted_digits));
+    return value;
+}
+
+// A difference far below the operands is what is left of their last digits, not a value.
+Decimal21 cancelled_to_zero(const Decimal21& result, const Decimal21& a, const Decimal21& b) {
+    if (result.is_zero()) return result;
+    const Decimal21 larger = a.abs() > b.abs() ? a.abs() : b.abs();
+    return result.abs() * ten_to_trusted() < larger ? Decimal21() : result;
+}
+
+Decimal21 from_shortest(double x) {
+    if (x == 0) return Decimal21();
+    char text[32];
+    const auto written = std::to_chars(text, text + sizeof text, x);
+    return Decimal21::from_text(std::string_view(text, static_cast<size_t>(written.ptr - text)));
+}
+
+// Rounded half away from zero to `digits` significant digits, exactly.
+Decimal21 rounded(const Decimal21& x, int digits) { return Decimal21::from_text(x.to_text(digits - 1)); }
+
+const Decimal21& degree() {
+    static const Decimal21 value = number::pi<21>() / Decimal21(180);
+    return value;
+}
+
+// An angle in degrees taken into [0, 360) exactly; multiples of 90 degrees then have exact
+// sines and cosines, which the conversion to radians would blur in the last digits.
+Decimal21 reduced_degrees(const Decimal21& x) {
+    const Decimal21 turn(360);
+    return x - turn * (x / turn).floor();
+}
+
+// sin or cos of an angle in the user's unit. A result below the noise that the argument's own
+// trusted digits carry is zero: SIN(PI) is 0.
+Decimal21 circular(bool cosine, const Decimal21& x, bool degrees) {
+    if (degrees) {
+        const Decimal21 angle = reduced_degrees(x);
+        for (int quarter = 0; quarter < 4; ++quarter) {
+            if (angle == Decimal21(90 * quarter)) {
+                static constexpr int k_sine[] = {0, 1, 0, -1};
+                return Decimal21(k_sine[cosine ? (quarter + 1) % 4 : quarter]);
+            }
+        }
+        return cosine ? number::cos(angle * degree()) : number::sin(angle * degree());
+    }
+    const Decimal21 value = cosine ? number::cos(x) : number::sin(x);
+    const Decimal21 scale = x.abs() > Decimal21(1) ? x.abs() : Decimal21(1);
+    return value.abs() * ten_to_trusted() < scale ? Decimal21() : value;
+}
+
+Decimal21 to_user_angle(const Decimal21& radians, bool degrees) { return degrees ? radians / degree() : radians; }
+
+// Real x^n by squaring, n a whole number of moderate size: every step keeps 56 digits.
+Decimal21 integer_power(Decimal21 x, long long n) {
+    Decimal21 result(1);
+    for (; n > 0; n >>= 1) {
+        if (n & 1) result = result * x;
+        x = x * x;
+    }
+    return result;
+}
+
+std::optional<Decimal21> real_function(std::string_view name, const std::vector<Decimal21>& a, bool degrees) {
+    bool fault = false;
+    auto checked = [&fault](const Decimal21& value) -> std::optional<Decimal21> {
+        if (fault) return std::nullopt;
+        return value;
+    };
+    const size_t n = a.size();
+    if (n == 2) {
+        if (name == "POW") {
+            Wide result;
+            if (!pow(result, {a[0], {}}, {a[1], {}}) || !result.is_real()) return std::nullopt;
+            return result.re;
+        }
+        if (name == "HYPOT") return number::sqrt(a[0] * a[0] + a[1] * a[1]);
+        if (name == "LOG") {
+            if (a[0].sign() <= 0 || a[1].sign() <= 0 || a[1] == Decimal21(1)) return std::nullopt;
+            return number::log(a[0]) / number::log(a[1]);
+        }
+        return std::nullopt;
+    }
+    if (n != 1) return std::nullopt;
+    const Decimal21& x = a[0];
+    if (name == "SQRT") return checked(number::sqrt(x, &fault));
+    if (name == "CUBERT") {
+        if (x.is_zero()) return x;
+        const Decimal21 root = number::exp(number::log(x.abs()) / Decimal21(3));
+        return x.sign() < 0 ? -root : root;
+    }
+    if (name == "EXP") return number::exp(x);
+    if (name == "LN") return checked(number::log(x, &fault));
+    if (name == "LOG10") return checked(number::log10(x, &fault));
+    if (name == "ABS") return x.abs();
+    if (name == "DEG") return x / degree();
+    if (name == "RAD") return x * degree();
+    if (name == "SIN") return circular(false, x, degrees);
+    if (name == "COS") return circular(true, x, degrees);
+    if (name == "TAN") {
+        const Decimal21 cosine = circular(true, x, degrees);
+        if (cosine.is_zero()) return std::nullopt;
+        return circular(false, x, degrees) / cosine;
+    }
+    if (name == "ASIN") return checked(to_user_angle(number::asin(x, &fault), degrees));
+    if (name == "ACOS") return checked(to_user_angle(number::acos(x, &fault), degrees));
+    if (name == "ATAN") return to_user_angle(number::atan(x), degrees);
+    if (name == "SINH") return number::sinh(x);
+    if (name == "COSH") return number::cosh(x);
+    if (name == "TANH") return number::tanh(x);
+    if (name == "ASINH") return number::asinh(x);
+    if (name == "ACOSH") return checked(number::acosh(x, &fault));
+    if (name == "ATANH") return checked(number::atanh(x, &fault));
+    return std::nullopt;
+}
+
+} // namespace
+
+Wide from_literal(std::string_view digits, long exponent) {
+    std::string text(digits);
+    text += 'e';
+    text += std::to_string(exponent);
+    return {Decimal21::from_text(text), {}};
+}
+
+Wide from_double(const complex& z) { return {from_shortest(z.real()), from_shortest(z.imag())}; }
+
+complex to_double(const Wide& z) { return {z.re.to_double(), z.im.to_double()}; }
+
+Wide add(const Wide& a, const Wide& b) {
+    return {cancelled_to_zero(a.re + b.re, a.re, b.re), cancelled_to_zero(a.im + b.im, a.im, b.im)};
+}
+
+Wide sub(const Wide& a, const Wide& b) {
+    return {cancelled_to_zero(a.re - b.re, a.re, b.re), cancelled_to_zero(a.im - b.im, a.im, b.im)};
+}
+
+Wide mul(const Wide& a, const Wide& b) {
+    if (a.is_real() && b.is_real()) return {a.re * b.re, {}};
+    return number::mul(a, b);
+}
+
+bool div(Wide& result, const Wide& a, const Wide& b) {
+    if (b.re.is_zero() && b.im.is_zero()) return false;
+    if (b.is_real()) {
+        result = {a.re / b.re, a.im / b.re};
+        return true;
+    }
+    return number::div(result, a, b) == 0;
+}
+
+Wide negate(const Wide& a) { return {-a.re, -a.im}; }
+
+Wide settled(const Wide& z) {
+    return {z.re.is_zero() ? z.re : rounded(z.re, k_trusted_digits),
+            z.im.is_zero() ? z.im : rounded(z.im, k_trusted_digits)};
+}
+
+bool is_real_integer(const Wide& z) { return z.is_real() && settled(z).re.is_integer(); }
+
+bool pow(Wide& result, const Wide& z, const Wide& w) {
+    if (z.is_real() && is_real_integer(w)) {
+        const Decimal21 n = settled(w).re;
+        if (n.abs() <= Decimal21(100000)) {
+            const long long k = std::llround(n.to_double());
+            const Decimal21 power = integer_power(z.re, k < 0 ? -k : k);
+            if (k >= 0) {
+                result = {power, {}};
+                return true;
+            }
+            if (power.is_zero()) return false;
+            result = {Decimal21(1) / power, {}};
+            return true;
+        }
+    }
+    if (z.is_real() && w.is_real() && z.re.sign() > 0) {
+        result = {number::pow(z.re, w.re), {}};
+        return true;
+    }
+    return number::pow(result, z, w) == 0;
+}
+
+int compare_real(const Decimal21& a, const Decimal21& b) {
+    const Decimal21 x = a.is_zero() ? a : rounded(a, 14);
+    const Decimal21 y = b.is_zero() ? b : rounded(b, 14);
+    return x.compare(y);
+}
+
+bool relation_holds(char relation, const Wide& a, const Wide& b) {
+    const int re = compare_real(a.re, b.re);
+    const int im = compare_real(a.im, b.im);
+    switch (relation) {
+    case relational::equal: return re == 0 && im == 0;
+    case relational::not_equal: return re != 0 || im != 0;
+    case relational::greater: return re >= 0 && im >= 0 && re + im > 0;
+    case relational::greater_equal: return re >= 0 && im >= 0;
+    case relational::less: return re <= 0 && im <= 0 && re + im < 0;
+    case relational::less_equal: return re <= 0 && im <= 0;
+    default: return false;
+    }
+}
+
+double rounded_for_display(const Decimal21& x, int digits) {
+    if (x.is_zero()) return 0;
+    if (digits < 1) digits = 1;
+    if (digits > 15) digits = 15;
+    return std::strtod(x.to_text(digits - 1).c_str(), nullptr);
+}
+
+std::optional<Wide> function(std::string_view name, const std::vector<Wide>& arguments, bool degrees) {
+    if (name == "ABS" && arguments.size() == 1 && !arguments[0].is_real())
+        return Wide{number::abs(arguments[0]), {}};
+    std::vector<Decimal21> real;
+    real.reserve(arguments.size());
+    for (const Wide& a : arguments) {
+        if (!a.is_real()) return std::nullopt;
+        real.push_back(a.re);
+    }
+    const auto value = real_function(name, real, degrees);
+    if (!value) return std::nullopt;
+    return Wide{*value, {}};
+}
+
+std::optional<Wide> constant(std::string_view name) {
+    if (name == "PI") return Wide{number::pi<21>(), {}};
+    if (name == "e") return Wide{number::exp(Decimal21(1)), {}};
+    if (name == "EULER") return Wide{Decimal21::from_text("0.57721566490153286060651209008240243104215933593992"), {}};
+    return std::nullopt;
+}
+
+} // namespace quorvex::engine::precise
