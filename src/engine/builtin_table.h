@@ -2,6 +2,7 @@
 #include "complex.h"
 #include "mapped_machine.h"
 
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,15 @@ public:
     virtual bool run_instruction(int code, Parser& parser, MachineState& machine, std::vector<long double>& data) const {
         (void)code, (void)parser, (void)machine, (void)data;
         return false;
+    }
+
+    // Precise arithmetic: the function's value from real parameters held wider than a double (as
+    // they were read, list points included), computed without rounding the result to a double;
+    // nothing where the table has no such kernel or the parameters do not fit it. The caller
+    // keeps the ordinary result unless this one agrees with it.
+    virtual std::optional<long double> precise_value(int index, const std::vector<long double>& arguments) const {
+        (void)index, (void)arguments;
+        return std::nullopt;
     }
 
     // Constant names match exactly; -1 for an unknown name.

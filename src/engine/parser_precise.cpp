@@ -6,6 +6,7 @@
 #include "precise_arithmetic.h"
 
 #include <cmath>
+#include <optional>
 
 namespace quorvex::engine {
 
@@ -18,9 +19,22 @@ Operand made(const Wide& z) { return Operand{precise::to_double(z), std::make_sh
 // Whether the precise value is the one the default rules meant (or its negative, for the second
 // root the user asked for): the same to nine digits, or both within 1e-12 of zero. Anything else
 // is another branch or a special case the default rules decide, and the default value stands.
-bool agrees(const complex& precise_value, const complex& result) {
-    const double tolerance = 1e-9 * std::abs(result) + 1e-12;
+bool agrees(const complex& precise_value, const complex& result, double relative = 1e-9) {
+    const double tolerance = relative * std::abs(result) + 1e-12;
     return std::abs(precise_value - result) <= tolerance;
+}
+
+// The built-in table's own precise value, on real parameters taken to long double.
+std::optional<Wide> table_kernel(const BuiltinTable& table, int function, const std::vector<Wide>& arguments) {
+    std::vector<long double> real;
+    real.reserve(arguments.size());
+    for (const Wide& a : arguments) {
+        if (!a.is_real()) return std::nullopt;
+        real.push_back(precise::to_long_double(a.re));
+    }
+    const auto value = table.precise_value(function, real);
+    if (!value) return std::nullopt;
+    return precise::from_long_double(*value);
 }
 
 } // namespace
@@ -95,20 +109,23 @@ void Parser::precise_builtin(Operand& value, int function, std::ostringstream& o
         ~Restore() { arguments.swap(outer); }
     } restore{m_call_arguments, outer};
     value = Operand{m_builtins->call(function, *this, out), nullptr};
+    value.precise = made(precise::from_result(value.z)).precise;
     if (m_call_arguments.empty()) return;
     std::vector<Wide> arguments;
     arguments.reserve(m_call_arguments.size());
     for (const Operand& argument : m_call_arguments) arguments.push_back(wide(argument));
-    const auto kernel = precise::function(get_function_name(function), arguments, m_angle_type == 0);
-    if (kernel) {
-        const Operand candidate = made(*kernel);
-        if (agrees(candidate.z, value.z)) {
-            value = candidate;
-            return;
-        }
-        const Operand negated = made(precise::negate(*kernel));
-        if (agrees(negated.z, value.z)) value = negated;
+    const char* name = get_function_name(function);
+    auto kernel = precise::function(name, arguments, m_angle_type == 0);
+    if (!kernel) kernel = table_kernel(*m_builtins, function, arguments);
+    if (!kernel) return;
+    const double tolerance = precise::agreement_tolerance(name);
+    const Operand candidate = made(*kernel);
+    if (agrees(candidate.z, value.z, tolerance)) {
+        value = candidate;
+        return;
     }
+    const Operand negated = made(precise::negate(*kernel));
+    if (agrees(negated.z, value.z, tolerance)) value = negated;
 }
 
 bool Parser::precise_compare(char relation, bool flag, const Operand& a, const Operand& b) {

@@ -4,6 +4,7 @@
 
 #include "token_kind.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <string>
@@ -78,6 +79,38 @@ Decimal21 integer_power(Decimal21 x, long long n) {
     return result;
 }
 
+// The position (n + 1) p / 100 - 1 in the sorted values, exact, and the value interpolated there.
+Decimal21 percentile(std::vector<Decimal21> x, const Decimal21& p) {
+    std::sort(x.begin(), x.end());
+    const Decimal21 position = Decimal21(static_cast<int>(x.size()) + 1) * p / Decimal21(100) - Decimal21(1);
+    if (position >= Decimal21(static_cast<int>(x.size()) - 1)) return x.back();
+    if (position.sign() <= 0) return x.front();
+    const Decimal21 low = position.floor();
+    const auto k = static_cast<size_t>(low.to_double());
+    return x[k] + (position - low) * (x[k + 1] - x[k]);
+}
+
+std::optional<Decimal21> list_function(std::string_view name, const std::vector<Decimal21>& a) {
+    if (a.empty()) return std::nullopt;
+    if (name == "SRESIST" || name == "PRESIST") {
+        Decimal21 sum;
+        for (const Decimal21& r : a) {
+            if (name == "SRESIST") sum = sum + r;
+            else if (r.is_zero()) return std::nullopt;
+            else sum = sum + Decimal21(1) / r;
+        }
+        if (name == "SRESIST") return sum;
+        return sum.is_zero() ? std::nullopt : std::optional<Decimal21>(Decimal21(1) / sum);
+    }
+    if (name == "LQRTLE" || name == "UQRTLE") return percentile(a, Decimal21(name == "LQRTLE" ? 25 : 75));
+    if (name == "PRCTLE" && a.size() >= 2) {
+        const Decimal21 p = a.back();
+        if (p.sign() < 0 || p > Decimal21(100)) return std::nullopt;
+        return percentile(std::vector<Decimal21>(a.begin(), a.end() - 1), p);
+    }
+    return std::nullopt;
+}
+
 std::optional<Decimal21> real_function(std::string_view name, const std::vector<Decimal21>& a, bool degrees) {
     bool fault = false;
     auto checked = [&fault](const Decimal21& value) -> std::optional<Decimal21> {
@@ -85,6 +118,7 @@ std::optional<Decimal21> real_function(std::string_view name, const std::vector<
         return value;
     };
     const size_t n = a.size();
+    if (const auto value = list_function(name, a)) return value;
     if (n == 2) {
         if (name == "POW") {
             Wide result;
@@ -141,6 +175,29 @@ Wide from_literal(std::string_view digits, long exponent) {
 }
 
 Wide from_double(const complex& z) { return {from_shortest(z.real()), from_shortest(z.imag())}; }
+
+Wide from_result(const complex& z) {
+    auto digits = [](double x) {
+        if (x == 0) return Decimal21();
+        char text[40];
+        const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, 16);
+        return Decimal21::from_text(std::string_view(text, static_cast<size_t>(written.ptr - text)));
+    };
+    return {digits(z.real()), digits(z.imag())};
+}
+
+Wide from_long_double(long double x) {
+    if (x == 0) return {};
+    char text[48];
+    const auto written = std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, 20);
+    return {Decimal21::from_text(std::string_view(text, static_cast<size_t>(written.ptr - text))), {}};
+}
+
+long double to_long_double(const Decimal21& x) { return std::strtold(x.to_text(20).c_str(), nullptr); }
+
+double agreement_tolerance(std::string_view name) {
+    return name == "PRCTLE" || name == "LQRTLE" || name == "UQRTLE" ? 1e-5 : 1e-9;
+}
 
 complex to_double(const Wide& z) { return {z.re.to_double(), z.im.to_double()}; }
 

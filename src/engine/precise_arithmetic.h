@@ -31,6 +31,12 @@ Wide from_literal(std::string_view digits, long exponent);
 // A double that came from elsewhere (a tool, a built-in without a precise kernel): the digits of
 // its shortest text, so 0.1 stays 0.1.
 Wide from_double(const complex& z);
+// A built-in's double result: all 17 significant digits of the double, since a function computed
+// in binary is closer to its true value than any shorter text of it.
+Wide from_result(const complex& z);
+// A long double result with all its digits, and a real value to the nearest long double.
+Wide from_long_double(long double x);
+long double to_long_double(const number::Decimal21& x);
 // The double the rest of the engine sees: the value through 15 significant digits.
 complex to_double(const Wide& z);
 
@@ -58,10 +64,15 @@ bool relation_holds(char relation, const Wide& a, const Wide& b);
 double rounded_for_display(const number::Decimal21& x, int digits);
 
 // The built-in functions with a precise kernel: SQRT, CUBERT, EXP, LN, LOG10, LOG, POW, ABS,
-// HYPOT, DEG, RAD, the circular and hyperbolic functions and their inverses, on real arguments
+// HYPOT, DEG, RAD, the circular and hyperbolic functions and their inverses, the sum and the
+// parallel value of resistances and the percentiles (their position exact), on real arguments
 // (angles in degrees when `degrees`). Nothing for another function, a complex argument or a
 // value outside the kernel's domain: the caller keeps the double the built-in computed.
 std::optional<Wide> function(std::string_view name, const std::vector<Wide>& arguments, bool degrees);
+
+// How near the default result a precise kernel's value must be to be taken as the same answer,
+// relative: the percentiles of the default rules place their position in single precision.
+double agreement_tolerance(std::string_view name);
 
 // PI, e and EULER to the working digits; nothing for the other constants (their decimal values are
 // exact as written).

@@ -16,6 +16,7 @@ public:
     engine::complex call(int index, engine::Parser& parser, std::ostringstream& out) const override;
     bool run_instruction(int code, engine::Parser& parser, engine::MachineState& machine,
                          std::vector<long double>& data) const override;
+    std::optional<long double> precise_value(int index, const std::vector<long double>& arguments) const override;
     int constant_index(std::string_view name) const override;
     const char* constant_name(int index) const override;
     long double constant_value(int index) const override;

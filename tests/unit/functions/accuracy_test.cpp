@@ -45,7 +45,7 @@ struct ArithmeticMode {
 
 const ArithmeticMode k_modes[] = {
     {"default", [](Parser&) {}, 0.632, 0.965, 0.961},
-    {"precise", [](Parser& parser) { parser.set_precise(true); }, 0.0, 0.0, 0.0},
+    {"precise", [](Parser& parser) { parser.set_precise(true); }, 0.999, 0.999, 0.999},
 };
 
 struct Reference {
