@@ -18,6 +18,7 @@ struct ArithmeticMode {
 
 const ArithmeticMode k_modes[] = {
     {"default", [](quorvex::engine::Parser&) {}},
+    {"precise", [](quorvex::engine::Parser& parser) { parser.set_precise(true); }},
 };
 constexpr int k_mode_count = static_cast<int>(sizeof k_modes / sizeof k_modes[0]);
 

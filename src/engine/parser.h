@@ -436,9 +436,10 @@ private:
 
     bool compare(char relation, bool flag, const complex& a, const complex& b);
 
-    // Precise arithmetic (parser_precise.cpp). Each takes the double the default rules computed,
-    // with their checks and messages, and adds the value's own digits.
-    void precise_operator(char op, Operand& value, const Operand& other, const complex& result);
+    // Precise arithmetic (parser_precise.cpp). The four operators work on the digits alone (their
+    // only faults, a zero divisor and an overflow, are checked there); the rest take the double the
+    // default rules computed, with their checks and messages, and add the value's own digits.
+    void precise_operator(char op, Operand& value, const Operand& other);
     void precise_power(Operand& value, const Operand& exponent, const complex& result);
     void precise_negate(Operand& value);
     void precise_literal(Operand& value, const std::string& digits, long exponent, bool imaginary);

@@ -197,9 +197,8 @@ void Parser::eval_exp2(Operand& value, std::ostringstream& out) {
         if (m_token == ")" || m_token.empty()) parser_exception(5);
         Operand term;
         eval_exp3(term, out);
-        const complex result = checked(op == '+' ? m_math.complex_add(value.z, term.z) : m_math.complex_sub(value.z, term.z));
-        if (m_precise) precise_operator(op, value, term, result);
-        else value.z = result;
+        if (m_precise) precise_operator(op, value, term);
+        else value.z = checked(op == '+' ? m_math.complex_add(value.z, term.z) : m_math.complex_sub(value.z, term.z));
         record_instruction(op == '+' ? ADD : SUBTRACT);
     }
 }
@@ -220,10 +219,10 @@ void Parser::eval_exp3(Operand& value, std::ostringstream& out) {
         Operand factor;
         eval_exp4(factor, out);
         if (op == '*' || op == '/') {
-            const complex result = checked(op == '*' ? m_math.complex_mult(value.z, factor.z)
-                                                     : m_math.complex_div(value.z, factor.z));
-            if (m_precise) precise_operator(op, value, factor, result);
-            else value.z = result;
+            if (m_precise)
+                precise_operator(op, value, factor);
+            else
+                value.z = checked(op == '*' ? m_math.complex_mult(value.z, factor.z) : m_math.complex_div(value.z, factor.z));
             record_instruction(op == '*' ? MULTIPLY : DIVIDE);
         } else {
             // The integer remainder has no meaning for a zero divisor.

@@ -14,7 +14,9 @@ namespace {
 
 Wide wide(const Operand& value) { return value.precise ? value.precise->z : precise::from_double(value.z); }
 
-Operand made(const Wide& z) { return Operand{precise::to_double(z), std::make_shared<const PreciseValue>(PreciseValue{z})}; }
+Operand made(const Wide& z) {
+    return Operand{precise::to_double(z), std::make_shared<const PreciseValue>(PreciseValue{z})};
+}
 
 // Whether the precise value is the one the default rules meant (or its negative, for the second
 // root the user asked for): the same to nine digits, or both within 1e-12 of zero. Anything else
@@ -39,7 +41,7 @@ std::optional<Wide> table_kernel(const BuiltinTable& table, int function, const 
 
 } // namespace
 
-void Parser::precise_operator(char op, Operand& value, const Operand& other, const complex& result) {
+void Parser::precise_operator(char op, Operand& value, const Operand& other) {
     const Wide a = wide(value), b = wide(other);
     Wide z;
     switch (op) {
@@ -48,7 +50,8 @@ void Parser::precise_operator(char op, Operand& value, const Operand& other, con
     case '*': z = precise::mul(a, b); break;
     default:
         if (!precise::div(z, a, b)) {
-            value = Operand{result, nullptr};
+            m_math.math_exception(0);
+            value = Operand{};
             return;
         }
     }
@@ -95,8 +98,8 @@ void Parser::precise_imaginary(Operand& value, const Operand& factor) {
 }
 
 void Parser::precise_factorial(Operand& value, const Operand& argument) {
-    const Wide n = precise::settled(wide(argument));
-    if (n.is_real() && n.re.is_integer() && n.re.sign() >= 0) value = made(Wide{n.re.factorial(), {}});
+    const auto n = precise::nearest_integer(wide(argument));
+    if (n && n->sign() >= 0) value = made(Wide{n->factorial(), {}});
 }
 
 void Parser::precise_builtin(Operand& value, int function, std::ostringstream& out) {

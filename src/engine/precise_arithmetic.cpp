@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 
@@ -18,6 +19,18 @@ using number::Decimal21;
 const Decimal21& ten_to_trusted() {
     static const Decimal21 value = Decimal21::from_text("1e" + std::to_string(k_trusted_digits));
     return value;
+}
+
+constexpr int k_power_limit = 300;
+
+// 10^k for |k| up to k_power_limit, exact, made once.
+const Decimal21& power_of_ten(int k) {
+    static const std::vector<Decimal21> table = [] {
+        std::vector<Decimal21> powers;
+        for (int e = -k_power_limit; e <= k_power_limit; ++e) powers.push_back(Decimal21::from_text("1e" + std::to_string(e)));
+        return powers;
+    }();
+    return table[static_cast<size_t>(k + k_power_limit)];
 }
 
 // A difference far below the operands is what is left of their last digits, not a value.
@@ -168,10 +181,35 @@ std::optional<Decimal21> real_function(std::string_view name, const std::vector<
 } // namespace
 
 Wide from_literal(std::string_view digits, long exponent) {
-    std::string text(digits);
-    text += 'e';
-    text += std::to_string(exponent);
-    return {Decimal21::from_text(text), {}};
+    // Up to 18 digits go straight into the mantissa, with an exact power of ten: reading text
+    // into the decimal type costs more than the arithmetic of a whole line.
+    std::uint64_t mantissa = 0;
+    int count = 0;
+    long scale = exponent;
+    bool point = false;
+    for (const char c : digits) {
+        if (c == '.' && !point) {
+            point = true;
+        } else if (c >= '0' && c <= '9') {
+            if (mantissa == 0 && c == '0') {
+                if (point) --scale;
+                continue;
+            }
+            if (++count > 18) break;
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+            if (point) --scale;
+        } else {
+            count = 19; // anything else: the text reader decides
+            break;
+        }
+    }
+    if (count > 18 || scale < -k_power_limit || scale > k_power_limit) {
+        std::string text(digits);
+        text += 'e';
+        text += std::to_string(exponent);
+        return {Decimal21::from_text(text), {}};
+    }
+    return {Decimal21(Decimal21::Value(static_cast<unsigned long long>(mantissa))) * power_of_ten(static_cast<int>(scale)), {}};
 }
 
 Wide from_double(const complex& z) { return {from_shortest(z.real()), from_shortest(z.imag())}; }
@@ -225,16 +263,17 @@ bool div(Wide& result, const Wide& a, const Wide& b) {
 
 Wide negate(const Wide& a) { return {-a.re, -a.im}; }
 
-Wide settled(const Wide& z) {
-    return {z.re.is_zero() ? z.re : rounded(z.re, k_trusted_digits),
-            z.im.is_zero() ? z.im : rounded(z.im, k_trusted_digits)};
+std::optional<Decimal21> nearest_integer(const Wide& z) {
+    if (!z.is_real()) return std::nullopt;
+    if (z.re.is_integer()) return z.re;
+    const Decimal21 whole = z.re.round();
+    if ((z.re - whole).abs() * ten_to_trusted() <= z.re.abs()) return whole;
+    return std::nullopt;
 }
 
-bool is_real_integer(const Wide& z) { return z.is_real() && settled(z).re.is_integer(); }
-
 bool pow(Wide& result, const Wide& z, const Wide& w) {
-    if (z.is_real() && is_real_integer(w)) {
-        const Decimal21 n = settled(w).re;
+    if (const auto whole = z.is_real() ? nearest_integer(w) : std::nullopt) {
+        const Decimal21 n = *whole;
         if (n.abs() <= Decimal21(100000)) {
             const long long k = std::llround(n.to_double());
             const Decimal21 power = integer_power(z.re, k < 0 ? -k : k);

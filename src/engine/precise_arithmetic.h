@@ -50,9 +50,8 @@ bool div(Wide& result, const Wide& a, const Wide& b);
 Wide negate(const Wide& a);
 // Real integer powers exactly by squaring; the rest as exp(w log z). False where z^w has no value.
 bool pow(Wide& result, const Wide& z, const Wide& w);
-// The value rounded to the trusted digits: what integer tests and comparisons look at.
-Wide settled(const Wide& z);
-bool is_real_integer(const Wide& z);
+// The integer a real value is, to its trusted digits (1/3*3 is 1); nothing for another value.
+std::optional<number::Decimal21> nearest_integer(const Wide& z);
 
 // Comparison of two values as the user sees them: each rounded to 14 significant digits first,
 // so values equal to 14 digits are equal. Complex values are ordered part by part.
