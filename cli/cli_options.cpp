@@ -49,6 +49,11 @@ const char* usage_text() {
            "      --zero TOL      answer parts smaller than TOL show as 0 (default 1e-12)\n"
            "      --point         always show the decimal point\n"
            "      --sign          write + in front of positive answers\n"
+           "      --precise       precise arithmetic: values carry about 34 digits from step to\n"
+           "                      step, so each answer shown is the true value correctly rounded\n"
+           "                      (slower); without it every step is rounded through 15 digits\n"
+           "                      (also PreciseArithmetic=1 in [OPTIONS]; a document saved with\n"
+           "                      a choice of its own keeps it)\n"
            "      --data-dir DIR  the user's folder: user function library, settings in Quorvex.ini\n"
            "                      ([PARSER OPTIONS] number formats and AngleType, [OPTIONS]) (default\n"
            "                      $XDG_DATA_HOME/Quorvex, else ~/.local/share/Quorvex)\n"
@@ -117,11 +122,12 @@ const char* usage_text() {
 namespace {
 
 // The long options; behind a command only these are read as options.
-constexpr std::array<std::string_view, 25> k_long_options{
+constexpr std::array<std::string_view, 26> k_long_options{
     "--eval",    "--answers",  "--angle",  "--precision", "--format",      "--fraction",
     "--zero",    "--point",    "--sign",   "--data-dir",  "--library-dir", "--help",
     "--version", "--accuracy", "--order",  "--step",      "--method",      "--in-place", "--interactive",
-    "--output",  "--dump",     "--degree", "--columns",   "--intervals",   "--check"};
+    "--output",  "--dump",     "--degree", "--columns",   "--intervals",   "--check",
+    "--precise"};
 
 bool is_long_option(std::string_view arg) {
     return std::find(k_long_options.begin(), k_long_options.end(), arg) != k_long_options.end();
@@ -225,6 +231,8 @@ std::optional<CliOptions> parse_options(int argc, char** argv, std::string& erro
             options.point = true;
         } else if (arg == "--sign") {
             options.sign = true;
+        } else if (arg == "--precise") {
+            options.precise = true;
         } else if (arg == "--data-dir" || arg == "--library-dir") {
             const char* text = value_of(i, arg.c_str());
             if (!text) return std::nullopt;

@@ -30,6 +30,7 @@ struct CliOptions {
     std::optional<float> zero_tolerance; // answer parts below it show as 0
     bool point = false;                  // always show the decimal point
     bool sign = false;                   // write + on positive answers
+    bool precise = false;                // --precise: about 34 digits between steps
     std::string data_dir;    // the user's folder (user library, settings); empty: the default
     std::string library_dir; // the folder of the system library; empty: the default
     bool help = false;

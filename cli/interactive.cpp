@@ -19,6 +19,8 @@ constexpr const char* k_help =
     "  :funcs    the functions\n"
     "  :last     the last answer, shown and put in the history: Up edits it\n"
     "  :history  the lines of this session (Up and Down recall them too)\n"
+    "  :precise  whether precise arithmetic is on; :precise on|off switches it (values\n"
+    "            carry about 34 digits between steps, each answer correctly rounded)\n"
     "  :help     this text\n"
     "  :quit     end the session (also Ctrl-D)\n";
 
@@ -53,6 +55,8 @@ InteractiveSession::Next InteractiveSession::handle(const std::string& line, std
         list_functions();
     } else if (command == ":history") {
         list_history();
+    } else if (command == ":precise" || command.rfind(":precise ", 0) == 0 || command.rfind(":precise\t", 0) == 0) {
+        precise(trimmed(command.substr(8)));
     } else if (command == ":last") {
         if (m_evaluator.last_answer().empty())
             m_out << "There is no answer yet: compute an expression first.\n";
@@ -63,6 +67,15 @@ InteractiveSession::Next InteractiveSession::handle(const std::string& line, std
     }
     m_out.flush();
     return Next::more;
+}
+
+void InteractiveSession::precise(const std::string& argument) {
+    if (argument == "on" || argument == "off") m_parser.set_precise(argument == "on");
+    else if (!argument.empty()) {
+        m_out << ":precise takes on or off.\n";
+        return;
+    }
+    m_out << "Precise arithmetic is " << (m_parser.precise() ? "on" : "off") << ".\n";
 }
 
 void InteractiveSession::list_variables() {

@@ -25,6 +25,8 @@ private:
     void list_variables();
     void list_functions();
     void list_history();
+    // ":precise" tells whether precise arithmetic is on; with "on" or "off" it switches first.
+    void precise(const std::string& argument);
 
     LineEvaluator& m_evaluator;
     engine::Parser& m_parser;

@@ -5,6 +5,7 @@ namespace quorvex::cli {
 void apply_answer_options(engine::Parser& parser, const CliOptions& options) {
     // What the command line gives overrides the settings file; what it leaves out does not.
     if (options.angle_type) parser.set_angle_type(*options.angle_type);
+    if (options.precise) parser.set_precise(true);
     engine::PrecformType& format = parser.answer_format();
     if (options.format) format.format = *options.format;
     if (options.precision) format.precision = *options.precision;

@@ -5,7 +5,7 @@
 
 namespace quorvex::cli {
 
-// Gives the Parser the angle unit and the answer format that the options ask for.
+// Gives the Parser the angle unit, the answer format and the arithmetic that the options ask for.
 void apply_answer_options(engine::Parser& parser, const CliOptions& options);
 
 } // namespace quorvex::cli

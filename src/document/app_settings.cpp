@@ -20,6 +20,7 @@ AppSettings ReadAppSettings(const store::IniFile& ini) {
     AppSettings settings;
     settings.Sound = ini.GetInt(k_options, "Sound", 1) != 0;
     settings.IncrementalVariables = ini.GetInt(k_options, "IncrementalVariables", 1) != 0;
+    settings.PreciseArithmetic = ini.GetInt(k_options, "PreciseArithmetic", 0) != 0;
     settings.FlatButtons = ini.GetInt(k_options, "FlatButtons", 0) != 0;
     const int method = ini.GetInt(k_options, "CalculationMethod", 1);
     settings.CalculationMethod = method >= 0 && method <= 2 ? method : 1;
@@ -34,6 +35,7 @@ AppSettings ReadAppSettings(const store::IniFile& ini) {
 void ApplyToNewParser(const AppSettings& settings, engine::Parser& parser) {
     parser.set_incremental_display(settings.IncrementalVariables);
     parser.set_use_square_brackets(settings.UseSquareFunctionBrackets);
+    parser.set_precise(settings.PreciseArithmetic);
 }
 
 void ReadGlobalSettings(const store::IniFile& ini, engine::Parser& parser) {

@@ -11,6 +11,9 @@ namespace quorvex::document {
 struct AppSettings {
     bool Sound = true;
     bool IncrementalVariables = true;
+    // Values carry about 34 digits between steps, so each shown answer is correctly rounded;
+    // off, every step is rounded through 15 digits. A document may keep its own choice.
+    bool PreciseArithmetic = false;
     bool FlatButtons = false;
     int CalculationMethod = 1; // 0 Shift+Enter computes, 1 Enter, 2 Enter or the '=' key
     bool UseSquareFunctionBrackets = false;
@@ -25,7 +28,7 @@ std::string settings_path(const std::string& data_dir);
 
 AppSettings ReadAppSettings(const store::IniFile& ini);
 
-// A new document's engine: the two options every editor copies from the program, then the
+// A new document's engine: the options every editor copies from the program, then the
 // number formats and angle type of [PARSER OPTIONS]. A document's [SETUP] overrides the latter
 // when it is read.
 void ApplyToNewParser(const AppSettings& settings, engine::Parser& parser);

@@ -13,7 +13,19 @@ const FunctionStyle& DocumentGraph::StyleOf(size_t function) const {
 }
 
 Document::Document(engine::Parser& parser, engine::Reporter* reporter, engine::Host* host)
-    : m_parser(parser), m_reporter(reporter), m_host(host) {}
+    : m_parser(parser), m_reporter(reporter), m_host(host), m_program_precise(parser.precise()) {}
+
+void Document::set_precise_choice(std::optional<bool> choice) {
+    // Until the document takes a choice of its own, the engine holds the program's option.
+    if (!m_precise_choice) m_program_precise = m_parser.precise();
+    m_precise_choice = choice;
+    m_parser.set_precise(choice.value_or(m_program_precise));
+}
+
+void Document::set_program_precise(bool on) {
+    m_program_precise = on;
+    if (!m_precise_choice) m_parser.set_precise(on);
+}
 
 void Document::Clear() {
     Lines.clear();

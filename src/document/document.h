@@ -74,6 +74,14 @@ public:
 
     engine::Parser& parser() { return m_parser; }
 
+    // Precise arithmetic. A document may keep a choice of its own, saved in its [SETUP] as
+    // PreciseArithmetic and taken back on load; a document without one follows the program's
+    // option. Either way the engine is switched at once.
+    std::optional<bool> precise_choice() const { return m_precise_choice; }
+    void set_precise_choice(std::optional<bool> choice);
+    // The program's option changed: the engine follows it unless the document has its own choice.
+    void set_program_precise(bool on);
+
     // The editor's text, one entry per line, without line ends.
     std::vector<std::string> Lines;
     FontRecord Font;
@@ -131,6 +139,8 @@ private:
     ProgressSink m_progress;
     bool m_auto_declare = false;
     std::string m_last_error;
+    std::optional<bool> m_precise_choice;
+    bool m_program_precise; // what the engine goes back to when the document drops its own choice
 };
 
 // Splits text into lines at LF, dropping the CR of each CR LF; a line end at the very end does not

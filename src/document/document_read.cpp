@@ -136,6 +136,10 @@ bool Document::ReadFunctions(const store::IniFile& ini) {
 void Document::ReadSettings(const store::IniFile& ini) {
     step("Reading And Setting Up Predefined Configuration", 0);
     ReadNumberSettings(ini, k_setup, m_parser);
+    // Only a document saved with a choice of its own has the key.
+    const std::string precise = ini.GetString(k_setup, "PreciseArithmetic", "");
+    if (precise.empty()) set_precise_choice(std::nullopt);
+    else set_precise_choice(ini.GetInt(k_setup, "PreciseArithmetic", 0) != 0);
 }
 
 void Document::ReadFont(const store::IniFile& ini) {

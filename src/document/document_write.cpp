@@ -117,6 +117,7 @@ void Document::WriteSettings(SectionWriter& out) {
     out.PutInt("AnsLeadSign", answer.lead_sign);
     out.PutInt("VarLeadSign", variable.lead_sign);
     out.PutInt("AngleType", m_parser.angle_type());
+    if (m_precise_choice) out.PutInt("PreciseArithmetic", *m_precise_choice);
 }
 
 void Document::WriteFont(SectionWriter& out) {

@@ -1,6 +1,7 @@
 // Answers that stay current, offscreen: stale marks after a change, as lines move and as undo
 // restores them, the recalculation commands on a chain of lines and at an error, the option that
-// recalculates after Enter, a deletion in a manager, and the document check.
+// recalculates after Enter, a deletion in a manager, and the document check; the arithmetic of
+// the program and of a document.
 #include "gui_test_support.h"
 
 #include "gui/common/error_dialog.h"
@@ -12,10 +13,13 @@
 #include "gui/shell/options_dialog.h"
 #include "store/ini_file.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -246,6 +250,51 @@ private Q_SLOTS:
         program.run("computeCheckDocument");
         QCOMPARE(program.frame->statusBar()->currentMessage(), QStringLiteral("All answers agree"));
         QVERIFY(!differs(1) && !differs(3));
+    }
+
+    void thePreciseOptionSwitchesOpenDocumentsAndADocumentMayKeepItsOwnChoice() {
+        Program program;
+        DocumentWindow* own = program.frame->new_document();
+        QAction* toggle = program.frame->action(QStringLiteral("computePreciseArithmetic"));
+        QVERIFY(toggle && toggle->isCheckable());
+        toggle->setChecked(true);
+        toggle->trigger(); // off, as this document's own choice
+        QCOMPARE(own->document().precise_choice(), std::optional<bool>(false));
+        QVERIFY(own->is_modified());
+        DocumentWindow* follows = program.frame->new_document();
+
+        QTimer::singleShot(0, [] {
+            auto* dialog = qobject_cast<OptionsDialog*>(QApplication::activeModalWidget());
+            if (!dialog) return;
+            if (auto* box = dialog->findChild<QCheckBox*>(QStringLiteral("preciseArithmetic"))) box->setChecked(true);
+            dialog->accept();
+        });
+        program.run("toolsOptions");
+        QVERIFY(program.services.options.PreciseArithmetic);
+        QCOMPARE(program.services.settings->GetInt("OPTIONS", "PreciseArithmetic", 0), 1);
+        QVERIFY(follows->parser().precise());
+        QVERIFY(!own->parser().precise());
+        QVERIFY(program.frame->new_document()->parser().precise());
+        OptionsDialog shown(program.services, nullptr);
+        QVERIFY(shown.findChild<QCheckBox*>(QStringLiteral("preciseArithmetic"))->isChecked());
+
+        // The menu's check mark shows the active document as the menu opens.
+        QMenu* compute = nullptr;
+        for (QMenu* menu : program.frame->findChildren<QMenu*>())
+            if (menu->actions().contains(toggle)) compute = menu;
+        QVERIFY(compute);
+        toggle->setChecked(false);
+        Q_EMIT compute->aboutToShow();
+        QVERIFY(toggle->isChecked());
+
+        // The document's choice goes with its text and wins over the program's option there.
+        std::string saved;
+        QVERIFY(own->compose(saved));
+        QVERIFY(saved.find("PreciseArithmetic=0") != std::string::npos);
+        DocumentWindow* reopened = program.frame->new_document();
+        QVERIFY(reopened->load_recovered(saved, QString()));
+        QVERIFY(!reopened->parser().precise());
+        QCOMPARE(reopened->document().precise_choice(), std::optional<bool>(false));
     }
 };
 

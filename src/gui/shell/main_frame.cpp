@@ -747,7 +747,10 @@ void MainFrame::new_function_graph() {
 void MainFrame::show_options() {
     OptionsDialog dialog(m_services, active_document() ? &active_document()->parser() : nullptr, this);
     if (dialog.exec() != QDialog::Accepted) return;
-    for (DocumentWindow* window : documents()) window->editor()->apply_options();
+    for (DocumentWindow* window : documents()) {
+        window->editor()->apply_options();
+        window->document().set_program_precise(m_services.options.PreciseArithmetic);
+    }
     action(QStringLiteral("viewIncrementalVariables"))->setChecked(m_services.options.IncrementalVariables);
 }
 

@@ -43,12 +43,21 @@ OptionsDialog::OptionsDialog(Services& services, engine::Parser* parser, QWidget
     m_recalc = new QCheckBox(tr("Recalculate &dependent lines automatically"), program);
     m_recalc->setObjectName(QStringLiteral("recalcDependentLines"));
     m_recalc->setChecked(services.options.RecalcDependentLines);
+    m_precise = new QCheckBox(tr("&Precise arithmetic (about 34 digits between steps)"), program);
+    m_precise->setObjectName(QStringLiteral("preciseArithmetic"));
+    m_precise->setToolTip(tr("Values carry about 34 significant digits from step to step, so each answer shown is "
+                             "the true value correctly rounded to the digits shown. Calculations are slower.\n"
+                             "Off (the default), every step is rounded through 15 digits.\n"
+                             "Applies to every open document at once, except one switched on its own in "
+                             "Compute > Precise Arithmetic."));
+    m_precise->setChecked(services.options.PreciseArithmetic);
     auto* program_form = new QFormLayout(program);
     program_form->addRow(tr("&Calculation:"), m_method);
     program_form->addRow(m_sound);
     program_form->addRow(m_incremental);
     program_form->addRow(m_square);
     program_form->addRow(m_recalc);
+    program_form->addRow(m_precise);
     auto* note = new QLabel(tr("Incremental variables and square brackets apply to documents opened from now on."),
                             program);
     note->setWordWrap(true);
@@ -119,6 +128,7 @@ void OptionsDialog::accept() {
     options.IncrementalVariables = m_incremental->isChecked();
     options.UseSquareFunctionBrackets = m_square->isChecked();
     options.RecalcDependentLines = m_recalc->isChecked();
+    options.PreciseArithmetic = m_precise->isChecked();
     if (m_services.sounds) m_services.sounds->set_enabled(options.Sound);
 
     const auto read = [](const FormatControls& controls, engine::PrecformType& format) {
@@ -139,6 +149,7 @@ void OptionsDialog::accept() {
         ini->WriteString(k_options, "IncrementalVariables", options.IncrementalVariables ? "1" : "0");
         ini->WriteString(k_options, "UseSquareFunctionBrackets", options.UseSquareFunctionBrackets ? "1" : "0");
         ini->WriteString(k_options, "RecalcDependentLines", options.RecalcDependentLines ? "1" : "0");
+        ini->WriteString(k_options, "PreciseArithmetic", options.PreciseArithmetic ? "1" : "0");
         if (m_for_new->isChecked()) {
             engine::PrecformType answers, variables;
             read(m_answers, answers);

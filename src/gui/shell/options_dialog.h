@@ -41,6 +41,7 @@ private:
     QComboBox* m_method;
     QCheckBox* m_square;
     QCheckBox* m_recalc;
+    QCheckBox* m_precise;
     QComboBox* m_angle;
     FormatControls m_answers{};
     FormatControls m_variables{};

@@ -1,5 +1,6 @@
 #include "cli_options.h"
 #include "interactive.h"
+#include "parser_setup.h"
 #include "line_evaluator.h"
 
 #include "functions/builtin_functions.h"
@@ -40,6 +41,17 @@ TEST(CliOptions, ValuesAreCheckedAndOrderIsKept) {
         EXPECT_FALSE(parse(bad, error)) << bad[0];
         EXPECT_FALSE(error.empty());
     }
+    // --precise switches the engine that evaluates the lines, also behind a command.
+    quorvex::engine::Parser parser(&quorvex::functions::builtin_functions());
+    apply_answer_options(parser, *options);
+    EXPECT_FALSE(parser.precise());
+    const auto precise = parse({"map", "x", "x", "0", "1", "2", "--precise"}, error);
+    ASSERT_TRUE(precise) << error;
+    EXPECT_EQ(precise->command_args.size(), 5u);
+    apply_answer_options(parser, *precise);
+    EXPECT_TRUE(parser.precise());
+    EXPECT_NE(std::string(usage_text()).find("\n      --precise       "), std::string::npos);
+
     const auto dashes = parse({"--", "-e"}, error);
     ASSERT_TRUE(dashes);
     EXPECT_EQ(dashes->files, (std::vector<std::string>{"-e"}));
@@ -119,6 +131,16 @@ TEST(InteractiveSession, CommandsListTheStateAndRecallTheLastAnswer) {
     EXPECT_EQ(out.str(), "");
     type(":history");
     EXPECT_EQ(out.str(), "1  x = 3\n2  f[t] = t^2\n3  f[x]+1\n");
+    type(":precise on");
+    EXPECT_TRUE(parser.precise());
+    EXPECT_EQ(out.str(), "Precise arithmetic is on.\n");
+    type(":precise maybe");
+    EXPECT_TRUE(parser.precise());
+    EXPECT_EQ(out.str(), ":precise takes on or off.\n");
+    type(":precise off");
+    type(":precise");
+    EXPECT_FALSE(parser.precise());
+    EXPECT_EQ(out.str(), "Precise arithmetic is off.\n");
     type(":nonsense");
     EXPECT_NE(out.str().find("Unknown command :nonsense"), std::string::npos);
     EXPECT_TRUE(session.all_ok());

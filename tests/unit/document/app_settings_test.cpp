@@ -9,19 +9,25 @@ TEST(AppSettings, MissingKeysTakeTheDefaultsAndValuesAreRead) {
     quorvex::store::IniFile empty("");
     const auto defaults = quorvex::document::ReadAppSettings(empty);
     EXPECT_TRUE(defaults.IncrementalVariables);
+    EXPECT_FALSE(defaults.PreciseArithmetic);
     EXPECT_EQ(defaults.CalculationMethod, 1);
     EXPECT_FALSE(defaults.UseSquareFunctionBrackets);
     EXPECT_EQ(defaults.AutoCheckVersion, -1);
     EXPECT_EQ(defaults.AutoCheckDays, 7);
 
     quorvex::store::IniFile ini("");
-    ini.SetText("[options]\r\nCalculationMethod=2\r\nUseSquareFunctionBrackets=1\r\nSound=0\r\n"
+    ini.SetText("[options]\r\nCalculationMethod=2\r\nUseSquareFunctionBrackets=1\r\nSound=0\r\nPreciseArithmetic=1\r\n"
                 "[PARSER OPTIONS]\r\nAnsPrecision=6\r\nVarPrecision=99\r\nAnsFormat=1\r\nAngleType=1\r\n"
                 "AnsZeroPrecision=banana\r\n");
     const auto read = quorvex::document::ReadAppSettings(ini);
     EXPECT_EQ(read.CalculationMethod, 2);
     EXPECT_TRUE(read.UseSquareFunctionBrackets);
     EXPECT_FALSE(read.Sound);
+    EXPECT_TRUE(read.PreciseArithmetic);
+    quorvex::engine::Parser fresh(&quorvex::functions::builtin_functions());
+    quorvex::document::ApplyToNewParser(read, fresh);
+    EXPECT_TRUE(fresh.precise());
+    EXPECT_TRUE(fresh.use_square_brackets());
     ini.SetText("[OPTIONS]\r\nCalculationMethod=7\r\n");
     EXPECT_EQ(quorvex::document::ReadAppSettings(ini).CalculationMethod, 1);
 

@@ -225,3 +225,43 @@ TEST(DocumentWrite, SavedDocumentsReadBackToThemselves) {
         EXPECT_EQ(twice.find("\r\r"), std::string::npos);
     }
 }
+
+TEST(DocumentWrite, PreciseArithmeticIsTheDocumentsOwnChoiceElseTheProgramsOption) {
+    const auto setup_key = [](const std::string& text) {
+        const size_t setup = text.find("[SETUP]");
+        const size_t key = text.find("PreciseArithmetic=");
+        return key == std::string::npos || key < setup ? std::string() : text.substr(key, 19);
+    };
+    Editor e;
+    e.doc.set_program_precise(true);
+    ASSERT_TRUE(e.doc.ReadText("1/3*3\r\n[SETUP]\r\nAngleType=1\r\n"));
+    EXPECT_FALSE(e.doc.precise_choice());
+    EXPECT_TRUE(e.parser.precise()); // no key: the program's option
+    EXPECT_EQ(setup_key(compose(e.doc)), "");
+
+    e.doc.set_precise_choice(false);
+    EXPECT_FALSE(e.parser.precise());
+    e.doc.set_program_precise(true); // the program's option does not override the document's
+    EXPECT_FALSE(e.parser.precise());
+    const std::string saved = compose(e.doc);
+    EXPECT_EQ(setup_key(saved), "PreciseArithmetic=0");
+
+    Editor other;
+    other.doc.set_program_precise(true);
+    ASSERT_TRUE(other.doc.ReadText(saved));
+    EXPECT_EQ(other.doc.precise_choice(), std::optional<bool>(false));
+    EXPECT_FALSE(other.parser.precise());
+    EXPECT_EQ(compose(other.doc), saved);
+    // The same engine reads a document without a choice: back to the program's option.
+    ASSERT_TRUE(other.doc.ReadText("2\r\n"));
+    EXPECT_FALSE(other.doc.precise_choice());
+    EXPECT_TRUE(other.parser.precise());
+
+    Editor third; // the program's option off, set on the engine before the document was made
+    ASSERT_TRUE(third.doc.ReadText("1\r\n[SETUP]\r\nPreciseArithmetic=1\r\n"));
+    EXPECT_TRUE(third.parser.precise());
+    EXPECT_EQ(setup_key(compose(third.doc)), "PreciseArithmetic=1");
+    third.doc.set_precise_choice(std::nullopt);
+    EXPECT_FALSE(third.parser.precise());
+    EXPECT_EQ(setup_key(compose(third.doc)), "");
+}
