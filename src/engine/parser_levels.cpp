@@ -348,8 +348,8 @@ void Parser::atom_name(Operand& value, std::ostringstream& out) {
             if (m_func_declared) throw EvaluationAborted{};
             special_exception("No value for variable ' %s ' could be found!", name.c_str());
         }
+        value = Operand{get_var_value(name.c_str()), nullptr};
         if (m_precise) precise_variable(value, *variable);
-        else value = Operand{get_var_value(name.c_str()), nullptr};
     } else {
         special_exception("' %s ' can not be identified as a variable or a constant!", name.c_str());
     }

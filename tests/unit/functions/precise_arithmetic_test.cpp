@@ -100,3 +100,28 @@ TEST(PreciseArithmetic, TheAnswerIsRoundedOnceToTheDigitsShown) {
 }
 
 } // namespace
+
+namespace {
+
+// The mapper keeps its double arithmetic: a program mapped in precise arithmetic gives the points
+// the default one gives.
+TEST(PreciseArithmetic, MappedExpressionsRunAsInTheDefaultMode) {
+    for (const char* text : {"x^3-2x+1/x", "SIN(x)*EXP(-x/10)+x^2", "SQRT(x)+x!", "PI*x+e^x-(x>2)+POW(x,2)"}) {
+        PreciseParser precise;
+        Parser plain(&quorvex::functions::builtin_functions(), QUORVEX_DATA_DIR);
+        plain.set_angle_type(1);
+        for (Parser* p : {static_cast<Parser*>(&precise), &plain}) p->eval_exp("x = 1", true, false, false);
+        const int precise_equation = precise.map_expression(text);
+        const int plain_equation = plain.map_expression(text);
+        ASSERT_NE(precise_equation, 0) << text;
+        ASSERT_NE(plain_equation, 0) << text;
+        for (double x : {1.0, 2.0, 3.0, 5.0}) {
+            precise.set_var_value({x, 0}, "x");
+            plain.set_var_value({x, 0}, "x");
+            EXPECT_EQ(precise.solve_equation(precise_equation, false, true),
+                      plain.solve_equation(plain_equation, false, true)) << text << " at " << x;
+        }
+    }
+}
+
+} // namespace
