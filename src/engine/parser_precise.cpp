@@ -82,8 +82,9 @@ void Parser::precise_negate(Operand& value) {
 }
 
 void Parser::precise_literal(Operand& value, const std::string& digits, long exponent, bool imaginary) {
+    // The double the default rules read from the text is the one this value comes back to.
     const Wide number = precise::from_literal(digits, exponent);
-    value = made(imaginary ? Wide{{}, number.re} : number);
+    value.precise = std::make_shared<const PreciseValue>(PreciseValue{imaginary ? Wide{{}, number.re} : number});
 }
 
 bool Parser::precise_constant(Operand& value, const std::string& name) {

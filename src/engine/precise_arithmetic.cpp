@@ -33,11 +33,13 @@ const Decimal21& power_of_ten(int k) {
     return table[static_cast<size_t>(k + k_power_limit)];
 }
 
-// A difference far below the operands is what is left of their last digits, not a value.
+// A difference far below the operands is what is left of their last digits, not a value. The
+// decimal exponents decide (a sum's magnitude is at most ten times its larger operand's order),
+// which costs no multiplication on every sum.
 Decimal21 cancelled_to_zero(const Decimal21& result, const Decimal21& a, const Decimal21& b) {
-    if (result.is_zero()) return result;
-    const Decimal21 larger = a.abs() > b.abs() ? a.abs() : b.abs();
-    return result.abs() * ten_to_trusted() < larger ? Decimal21() : result;
+    if (result.is_zero() || a.is_zero() || b.is_zero()) return result;
+    const long long larger = std::max(a.value().backend().order(), b.value().backend().order());
+    return result.value().backend().order() + k_trusted_digits < larger ? Decimal21() : result;
 }
 
 Decimal21 from_shortest(double x) {
@@ -76,8 +78,9 @@ Decimal21 circular(bool cosine, const Decimal21& x, bool degrees) {
         return cosine ? number::cos(angle * degree()) : number::sin(angle * degree());
     }
     const Decimal21 value = cosine ? number::cos(x) : number::sin(x);
-    const Decimal21 scale = x.abs() > Decimal21(1) ? x.abs() : Decimal21(1);
-    return value.abs() * ten_to_trusted() < scale ? Decimal21() : value;
+    if (value.is_zero()) return value;
+    const long long scale = x.is_zero() ? 0 : std::max<long long>(0, x.value().backend().order());
+    return value.value().backend().order() + k_trusted_digits < scale ? Decimal21() : value;
 }
 
 Decimal21 to_user_angle(const Decimal21& radians, bool degrees) { return degrees ? radians / degree() : radians; }
@@ -209,7 +212,8 @@ Wide from_literal(std::string_view digits, long exponent) {
         text += std::to_string(exponent);
         return {Decimal21::from_text(text), {}};
     }
-    return {Decimal21(Decimal21::Value(static_cast<unsigned long long>(mantissa))) * power_of_ten(static_cast<int>(scale)), {}};
+    const Decimal21 whole(Decimal21::Value(static_cast<unsigned long long>(mantissa)));
+    return {scale == 0 ? whole : whole * power_of_ten(static_cast<int>(scale)), {}};
 }
 
 Wide from_double(const complex& z) { return {from_shortest(z.real()), from_shortest(z.imag())}; }
