@@ -30,6 +30,14 @@ namespace quorvex::engine {
 
 class FunctionLibrary;
 struct PreciseValue;
+}
+
+namespace quorvex::number {
+template <unsigned D>
+struct ComplexDecimal;
+}
+
+namespace quorvex::engine {
 
 // A value of the descent: the double pair the engine computes with and, in precise arithmetic,
 // the value's own digits (null: nothing beyond the double).
@@ -448,6 +456,8 @@ private:
     void precise_factorial(Operand& value, const Operand& argument);
     // The built-in's double result, or the precise kernel's value where it has one and agrees.
     void precise_builtin(Operand& value, int function, std::ostringstream& out);
+    // The precise kernel's value on the parameters just read, where there is one.
+    std::optional<number::ComplexDecimal<21>> precise_kernel(int function) const;
     bool precise_compare(char relation, bool flag, const Operand& a, const Operand& b);
     void precise_variable(Operand& value, const Variable& variable);
     void store_precise(const std::string& name, const Operand& value);

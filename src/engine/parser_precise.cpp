@@ -113,23 +113,27 @@ void Parser::precise_builtin(Operand& value, int function, std::ostringstream& o
         ~Restore() { arguments.swap(outer); }
     } restore{m_call_arguments, outer};
     value = Operand{m_builtins->call(function, *this, out), nullptr};
-    value.precise = made(precise::from_result(value.z)).precise;
-    if (m_call_arguments.empty()) return;
+    if (const auto kernel = precise_kernel(function)) {
+        const double tolerance = precise::agreement_tolerance(get_function_name(function));
+        for (const Wide& candidate : {*kernel, precise::negate(*kernel)}) {
+            Operand precise_value = made(candidate);
+            if (agrees(precise_value.z, value.z, tolerance)) {
+                value = std::move(precise_value);
+                return;
+            }
+        }
+    }
+    // No kernel, or one that decided otherwise: the double enters with all its digits.
+    value.precise = std::make_shared<const PreciseValue>(PreciseValue{precise::from_result(value.z)});
+}
+
+std::optional<Wide> Parser::precise_kernel(int function) const {
+    if (m_call_arguments.empty()) return std::nullopt;
     std::vector<Wide> arguments;
     arguments.reserve(m_call_arguments.size());
     for (const Operand& argument : m_call_arguments) arguments.push_back(wide(argument));
-    const char* name = get_function_name(function);
-    auto kernel = precise::function(name, arguments, m_angle_type == 0);
-    if (!kernel) kernel = table_kernel(*m_builtins, function, arguments);
-    if (!kernel) return;
-    const double tolerance = precise::agreement_tolerance(name);
-    const Operand candidate = made(*kernel);
-    if (agrees(candidate.z, value.z, tolerance)) {
-        value = candidate;
-        return;
-    }
-    const Operand negated = made(precise::negate(*kernel));
-    if (agrees(negated.z, value.z, tolerance)) value = negated;
+    if (auto kernel = precise::function(get_function_name(function), arguments, m_angle_type == 0)) return kernel;
+    return table_kernel(*m_builtins, function, arguments);
 }
 
 bool Parser::precise_compare(char relation, bool flag, const Operand& a, const Operand& b) {

@@ -202,6 +202,12 @@ private:
             m_value = m_value.sign() < 0 ? -(std::numeric_limits<Value>::max)() : (std::numeric_limits<Value>::max)();
     }
 
+    // Made once: a Value read from a double is a conversion of its own, on every rounding.
+    static const Value& half() {
+        static const Value value(0.5);
+        return value;
+    }
+
     // 10^k, exact; the common range is built once and kept.
     static const Value& power_of_ten(int k) {
         static const std::vector<Value> table = [] {
@@ -234,7 +240,7 @@ private:
         const Value scaled = magnitude * power_of_ten(static_cast<int>(places - order));
         const Value whole = boost::multiprecision::trunc(scaled);
         unsigned long long digits = whole.template convert_to<unsigned long long>();
-        if (scaled - whole >= Value(0.5)) ++digits;
+        if (scaled - whole >= half()) ++digits;
         static constexpr unsigned long long k_limits[] = {
             10ULL, 100ULL, 1000ULL, 10000ULL, 100000ULL, 1000000ULL, 10000000ULL, 100000000ULL,
             1000000000ULL, 10000000000ULL, 100000000000ULL, 1000000000000ULL, 10000000000000ULL,
