@@ -85,6 +85,32 @@ void GraphData::IncrementLabelSets(int limit) {
         if (is_label(item) && item.PosX < limit) ++item.PosX;
 }
 
+void GraphData::ReplaceFunctions(std::vector<Function> functions) {
+    const int old_count = static_cast<int>(Functions.size());
+    const int new_count = static_cast<int>(functions.size());
+    // The series a label's function or data set has in the new list; -1 when it is gone.
+    const auto new_series = [&](int series) {
+        if (series >= old_count) return series - old_count + new_count;
+        const std::string& name = Functions[static_cast<size_t>(old_count - 1 - series)].full_name();
+        const auto kept = std::find_if(functions.begin(), functions.end(),
+                                       [&](const Function& function) { return function.full_name() == name; });
+        if (kept == functions.end()) return -1;
+        return new_count - 1 - static_cast<int>(kept - functions.begin());
+    };
+    for (auto item = Notes.begin(); item != Notes.end();) {
+        if (is_label(*item) && item->PosX >= 0) {
+            const int series = new_series(item->PosX);
+            if (series < 0) {
+                item = Notes.erase(item);
+                continue;
+            }
+            item->PosX = series;
+        }
+        ++item;
+    }
+    Functions = std::move(functions);
+}
+
 void GraphData::RemoveLabelSet(int index, bool is_function) {
     const int series = is_function ? index : index + static_cast<int>(Functions.size());
     Notes.remove_if([series](const GraphNote& item) { return is_label(item) && item.PosX == series; });

@@ -278,6 +278,22 @@ private Q_SLOTS:
         QCOMPARE(doc.window.document().Graphs[0].Data.Footer, std::string("made in a wizard"));
     }
 
+    void aFunctionAddedTakesTheLowestSeriesAndTheLabelsMoveUp() {
+        Document doc;
+        type_line(doc.window.editor(), QStringLiteral("sq(x) = x^2"));
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        doc.window.document().Graphs[0].Data.SetNote(" (0 , 0) ", 0, 2, -1, false); // cube's third point
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<FunctionsPage>());
+        select_and_add(setup.page<FunctionsPage>(), QStringLiteral("sq[x]"));
+        QVERIFY(setup.apply());
+        setup.temp(); // storing the pages again moves nothing more
+        QVERIFY(setup.apply());
+        quorvex::graph::GraphData& graph = doc.window.document().Graphs[0].Data;
+        QCOMPARE(graph.GetNumLabels(-1), 1);
+        QVERIFY(graph.GetLabel(1, 2)); // sq[x] is series 0 now
+    }
+
     void theFunctionsPageRefusesWithItsMessagesAndOffersToEdit() {
         Document doc;
         type_line(doc.window.editor(), QStringLiteral("tide(t) = sin(t)"));

@@ -94,3 +94,34 @@ TEST(GraphNotes, LabelsMoveWithTheirSeries) {
     EXPECT_EQ(graph.GetNumNotes(), 0);
     EXPECT_EQ(graph.GetNumLabels(-1), 1);
 }
+
+TEST(GraphNotes, LabelsFollowTheirSeriesWhenTheFunctionsChange) {
+    GraphData graph;
+    graph.Functions = {Function("f[x]", "x"), Function("g[x]", "2*x")}; // g is series 0, f series 1
+    graph.DataSets.emplace_back();                                      // series 2
+    graph.SetNote("(1 , 1)", 1, 0, -1, false);                          // on f
+    graph.SetNote("(1 , 2)", 0, 0, -1, false);                          // on g
+    graph.SetNote("(5 , 6)", 2, 3, -1, false);                          // on the data set
+    graph.SetNote("note", 0, 0, -1, true);                              // pixels, not a series
+
+    // A function added last takes series 0: every label moves up by one.
+    graph.ReplaceFunctions({Function("f[x]", "x"), Function("g[x]", "2*x"), Function("h[x]", "3*x")});
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "2");
+    EXPECT_EQ(graph.GetLabel(3, 3)->YStr, "6");
+    EXPECT_EQ(graph.GetNumLabels(0), 0);
+    EXPECT_EQ(graph.Functions.size(), 3u);
+
+    // The same list again (the sheet stores its pages often) moves nothing.
+    graph.ReplaceFunctions(graph.Functions);
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(3, 3)->YStr, "6");
+
+    // g removed: its label goes, f (now series 1) and the data set (2) move down.
+    graph.ReplaceFunctions({Function("f[x]", "x"), Function("h[x]", "3*x")});
+    EXPECT_EQ(graph.GetNumLabels(-1), 2);
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(2, 3)->YStr, "6");
+    EXPECT_EQ(graph.GetNumNotes(), 1);
+    EXPECT_EQ(graph.Notes.back().PosX, 0);
+}
