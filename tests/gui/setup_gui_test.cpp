@@ -294,6 +294,53 @@ private Q_SLOTS:
         QVERIFY(graph.GetLabel(1, 2)); // sq[x] is series 0 now
     }
 
+    void leavingAPageChecksItAndAFailureKeepsTheUserThere() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        QTabWidget* tabs = setup.tabs();
+        tabs->setCurrentWidget(setup.page<VariablesPage>());
+        setup.page<VariablesPage>()->points()->setValue(1);
+        tabs->setCurrentWidget(setup.page<LabelsPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<VariablesPage>()));
+        QCOMPARE(doc.count(QStringLiteral("needs at least 2 points")), 1);
+        setup.page<VariablesPage>()->points()->setValue(11);
+        tabs->setCurrentWidget(setup.page<LabelsPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<LabelsPage>()));
+        setup.page<LabelsPage>()->footer()->clear();
+        const int before = doc.scratch.messages.size();
+        tabs->setCurrentIndex(0); // back to "Graphs" is a page left as well
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<LabelsPage>()));
+        QCOMPARE(doc.scratch.messages.size(), before + 1);
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("footer")));
+        setup.page<LabelsPage>()->footer()->setText(QStringLiteral("checked on the way out"));
+        tabs->setCurrentWidget(setup.page<TypesPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<TypesPage>()));
+        QCOMPARE(doc.scratch.messages.size(), before + 1);
+        QCOMPARE(setup.temp().Data.XAxisVar->num_points(), 11L);
+    }
+
+    void theSheetIsDisabledWhileAGraphIsBuilt() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        bool seen = false, enabled_during = true, applied_during = true;
+        QObject::connect(&doc.window, &DocumentWindow::graphBuilding, &setup, [&](bool building) {
+            if (!building || seen) return;
+            seen = true;
+            enabled_during = setup.tabs()->isEnabled();
+            applied_during = setup.apply();
+        });
+        QVERIFY(doc.window.show_graph(0));
+        QVERIFY(seen);
+        QVERIFY(!enabled_during);
+        QVERIFY(!applied_during);
+        QCOMPARE(doc.count(QStringLiteral("A graph is being built")), 1);
+        QVERIFY(setup.tabs()->isEnabled()); // on again when the build is over
+        QVERIFY(setup.apply());
+        QCOMPARE(doc.count(QStringLiteral("A graph is being built")), 1);
+    }
+
     void theFunctionsPageRefusesWithItsMessagesAndOffersToEdit() {
         Document doc;
         type_line(doc.window.editor(), QStringLiteral("tide(t) = sin(t)"));
