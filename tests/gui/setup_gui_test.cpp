@@ -478,6 +478,95 @@ private Q_SLOTS:
         QCOMPARE(sets.back().GetNumXDataPoints(), 3);
     }
 
+    void threeDimensionalDataFilesMakeASetForEachZ() {
+        Document doc;
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("levels")));
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        auto* data = setup.page<DataPage>();
+        const auto write = [&doc](const char* name, const char* text) {
+            QFile file(doc.scratch.file_path(QString::fromLatin1(name)));
+            if (!file.open(QIODevice::WriteOnly)) return QString();
+            file.write(text);
+            return file.fileName();
+        };
+        // Three values a line: asked how to read them; a point without Z is asked about too.
+        const QString levels = write("levels.dat", "0 1 5\n1 2 5\n0 3 7\n1 4 7.0\n2 8\n");
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::Yes};
+        QVERIFY(data->load_file(levels));
+        QCOMPARE(doc.count(QStringLiteral("three values on each line")), 1);
+        QCOMPARE(doc.count(QStringLiteral("1 of its points have none, the first is point 5")), 1);
+        QCOMPARE(data->sets()->count(), 2);
+        QVERIFY(data->show_z()->isChecked());
+        QCOMPARE(data->z_value()->text(), QStringLiteral("7"));
+        {
+            const auto& sets = setup.temp().Data.DataSets;
+            QCOMPARE(*sets.front().GetZDataPoint(), std::string("5"));
+            QCOMPARE(sets.back().GetNumXDataPoints(), 2);
+            QCOMPARE(*sets.back().GetYDataPoint(1), std::string("4"));
+        }
+        // Two values a line in a 3-dimensional graph: asked, No leaves the file out.
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!data->load_file(write("flat.dat", "0 1\n1 2\n")));
+        QCOMPARE(doc.count(QStringLiteral("holds 2-dimensional data points")), 1);
+        QCOMPARE(data->sets()->count(), 2);
+        // Added to a set at another Z: No keeps the set's Z.
+        data->sets()->setCurrentIndex(0);
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::No};
+        QVERIFY(data->load_file(write("more.dat", "2 9 6\n")));
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 5. Do you want the data set to take")), 1);
+        QCOMPARE(setup.temp().Data.DataSets.front().GetNumXDataPoints(), 3);
+        QCOMPARE(*setup.temp().Data.DataSets.front().GetZDataPoint(), std::string("5"));
+        // Several Z values can not go into one set: as new sets, each Z a set has joins it on Yes.
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::Yes, QMessageBox::Yes, QMessageBox::No};
+        QVERIFY(data->load_file(write("two.dat", "3 1 5\n3 2 7\n")));
+        QCOMPARE(doc.count(QStringLiteral("lie at 2 different Z values")), 1);
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 5 already")), 1);
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 7 already")), 1);
+        QCOMPARE(data->sets()->count(), 3);
+        QCOMPARE(data->sets()->currentText(), QStringLiteral("two z=7"));
+        QCOMPARE(setup.temp().Data.DataSets.front().GetNumXDataPoints(), 4);
+    }
+
+    void aZValueMakesTheGraphThreeDimensionalButNotBesideFunctions() {
+        Document doc;
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("plain")));
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        auto* data = setup.page<DataPage>();
+        QVERIFY(data->add_set(QStringLiteral("a")));
+        QVERIFY(data->add_set(QStringLiteral("b")));
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!data->set_z(QStringLiteral("1")));
+        QCOMPARE(doc.count(QStringLiteral("A Z value makes this graph 3-dimensional")), 1);
+        QVERIFY(data->z_value()->text().isEmpty());
+        QVERIFY(!setup.temp().Data.DataSets.back().ZPoint);
+        QVERIFY(data->set_z(QStringLiteral("1")));
+        data->sets()->setCurrentIndex(0);
+        QVERIFY(data->set_z(QStringLiteral("2"))); // the graph is 3-dimensional already: no question
+        QCOMPARE(doc.count(QStringLiteral("A Z value makes this graph 3-dimensional")), 2);
+        QCOMPARE(setup.temp().Data.GetGraphType(), 2);
+        QVERIFY(data->set_z(QString())); // cleared
+        QVERIFY(!setup.temp().Data.DataSets.front().ZPoint);
+
+        // Beside a function a Z value and a 3-dimensional file are refused.
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog functions(doc.window, static_cast<int>(doc.window.document().Graphs.size()) - 1,
+                                   GraphSetupDialog::Mode::Pages);
+        functions.tabs()->setCurrentWidget(functions.page<DataPage>());
+        auto* page = functions.page<DataPage>();
+        QVERIFY(page->add_set(QStringLiteral("c")));
+        QVERIFY(!page->set_z(QStringLiteral("3")));
+        QVERIFY(page->z_value()->text().isEmpty());
+        QFile file(doc.scratch.file_path(QStringLiteral("cube.dat")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("0 1 2\n");
+        file.close();
+        doc.scratch.save_answers = {QMessageBox::Yes};
+        QVERIFY(!page->load_file(file.fileName()));
+        QCOMPARE(doc.count(QStringLiteral("You can not graph both equations and data points in 3-dimensions")), 2);
+    }
+
     void widthsApplyToAllAndColorsAreTheUsersDefaults() {
         Document doc;
         QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
