@@ -318,6 +318,14 @@ private Q_SLOTS:
         QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<TypesPage>()));
         QCOMPARE(doc.scratch.messages.size(), before + 1);
         QCOMPARE(setup.temp().Data.XAxisVar->num_points(), 11L);
+
+        // A new graph holds nothing yet: the user may leave the functions for the data points.
+        QVERIFY(setup.add_graph(QStringLiteral("empty")));
+        tabs->setCurrentWidget(setup.page<FunctionsPage>());
+        tabs->setCurrentWidget(setup.page<DataPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<DataPage>()));
+        QVERIFY(!setup.apply());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("nothing to graph")));
     }
 
     void theSheetIsDisabledWhileAGraphIsBuilt() {

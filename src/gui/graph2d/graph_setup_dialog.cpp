@@ -114,7 +114,11 @@ GraphSetupDialog::GraphSetupDialog(DocumentWindow& document, int graph, Mode mod
     connect(m_tabs, &QTabWidget::currentChanged, this, [this](int now) {
         const int leaving = m_current_tab;
         if (m_mode == Mode::Pages && !m_turning && leaving != now) {
-            const bool passed = check_tab(leaving);
+            // A graph with nothing in it yet is no reason to keep the user on the functions: the
+            // data points may be on their way (Apply still says there is nothing to graph).
+            store_pages();
+            const bool empty = m_index >= 0 && !m_temp.Data.IsGraphData();
+            const bool passed = (empty && leaving == static_cast<int>(graph::SetupPage::Functions)) || check_tab(leaving);
             turn_to(passed ? now : leaving);
             if (!passed) return;
         }
