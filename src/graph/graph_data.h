@@ -198,6 +198,9 @@ public:
     // functions, so a function added at the end takes the lowest series and the other labels move
     // up by one; the labels of a function no longer graphed are deleted.
     void ReplaceFunctions(std::vector<Function> functions);
+    // Gives the graph `sets` (names unique) in the same way: labels of a set no longer there are
+    // deleted, the others follow their set to its new series.
+    void ReplaceDataSets(std::list<StrDataPnts> sets);
     // Deletes the labels of a removed function or data set (data sets are numbered after the
     // functions) and moves the labels of later series down by one.
     void RemoveLabelSet(int index, bool is_function);

@@ -1,6 +1,7 @@
 #include "graph_data.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quorvex::graph {
 
@@ -109,6 +110,27 @@ void GraphData::ReplaceFunctions(std::vector<Function> functions) {
         ++item;
     }
     Functions = std::move(functions);
+}
+
+void GraphData::ReplaceDataSets(std::list<StrDataPnts> sets) {
+    const int functions = static_cast<int>(Functions.size());
+    std::vector<int> new_series; // by the old set's index; -1 when it is gone
+    for (const StrDataPnts& old : DataSets) {
+        const auto kept = std::find_if(sets.begin(), sets.end(), [&](const StrDataPnts& set) { return set.Name == old.Name; });
+        new_series.push_back(kept == sets.end() ? -1 : functions + static_cast<int>(std::distance(sets.begin(), kept)));
+    }
+    Notes.remove_if([&](const GraphNote& item) {
+        const int set = item.PosX - functions;
+        return is_label(item) && set >= 0 && set < static_cast<int>(new_series.size()) &&
+               new_series[static_cast<size_t>(set)] < 0;
+    });
+    for (GraphNote& item : Notes) {
+        const int set = item.PosX - functions;
+        if (is_label(item) && set >= 0 && set < static_cast<int>(new_series.size()))
+            item.PosX = new_series[static_cast<size_t>(set)];
+    }
+    DataSets = std::move(sets);
+    if (CurDataSet >= static_cast<int>(DataSets.size())) CurDataSet = -1;
 }
 
 void GraphData::RemoveLabelSet(int index, bool is_function) {

@@ -294,6 +294,29 @@ private Q_SLOTS:
         QVERIFY(graph.GetLabel(1, 2)); // sq[x] is series 0 now
     }
 
+    void aRemovedDataSetTakesItsLabelsAlong() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        quorvex::graph::GraphData& graph = doc.window.document().Graphs[0].Data;
+        for (const char* name : {"a", "b"}) {
+            quorvex::graph::StrDataPnts& set = graph.DataSets.emplace_back();
+            set.SetName(name);
+            for (int p = 0; p < 5; ++p) {
+                set.PutXDataPoint(std::to_string(p - 2).c_str(), p);
+                set.PutYDataPoint(std::to_string(p).c_str(), p);
+            }
+        }
+        graph.SetNote(" (0 , 2) ", 1, 2, -1, false); // on a
+        graph.SetNote(" (0 , 2) ", 2, 3, -1, false); // on b
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        setup.page<DataPage>()->sets()->setCurrentIndex(0);
+        QVERIFY(setup.page<DataPage>()->remove_set()); // a
+        QVERIFY(setup.apply());
+        QCOMPARE(graph.GetNumLabels(-1), 1);
+        QVERIFY(graph.GetLabel(1, 3)); // b's label on b's new series
+    }
+
     void leavingAPageChecksItAndAFailureKeepsTheUserThere() {
         Document doc;
         QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));

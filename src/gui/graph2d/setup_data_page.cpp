@@ -423,7 +423,7 @@ void DataPage::load(const document::DocumentGraph& graph) {
 
 void DataPage::store(document::DocumentGraph& graph) {
     keep_shown_set();
-    graph.Data.DataSets.assign(m_data.begin(), m_data.end());
+    graph.Data.ReplaceDataSets({m_data.begin(), m_data.end()}); // point labels follow their sets
 }
 
 } // namespace quorvex::gui

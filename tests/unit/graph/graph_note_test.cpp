@@ -125,3 +125,23 @@ TEST(GraphNotes, LabelsFollowTheirSeriesWhenTheFunctionsChange) {
     EXPECT_EQ(graph.GetNumNotes(), 1);
     EXPECT_EQ(graph.Notes.back().PosX, 0);
 }
+
+TEST(GraphNotes, LabelsFollowTheirDataSets) {
+    GraphData graph;
+    graph.Functions = {Function("f[x]", "x")}; // series 0
+    for (const char* name : {"a", "b", "c"}) graph.DataSets.emplace_back().SetName(name); // series 1, 2, 3
+    graph.SetNote("(0 , 1)", 0, 0, -1, false);
+    graph.SetNote("(0 , 2)", 1, 0, -1, false);
+    graph.SetNote("(0 , 3)", 2, 0, -1, false);
+    graph.SetNote("(0 , 4)", 3, 0, -1, false);
+    std::list<StrDataPnts> sets = graph.DataSets;
+    sets.erase(std::next(sets.begin())); // b removed: its label goes, c's moves down
+    graph.ReplaceDataSets(sets);
+    EXPECT_EQ(graph.GetNumLabels(-1), 3);
+    EXPECT_EQ(graph.GetLabel(0, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "2");
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "4");
+    graph.ReplaceDataSets(graph.DataSets); // again: nothing moves
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "4");
+    EXPECT_EQ(graph.DataSets.size(), 2u);
+}
