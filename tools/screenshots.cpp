@@ -189,6 +189,29 @@ bool shoot(const QString& out, const QString& suffix) {
             ok = save(&setup, out + QStringLiteral("/setup-%1-").arg(tab + 1) + name + suffix + QStringLiteral(".png")) && ok;
         }
         setup.reject();
+        // The data page of a 3-dimensional graph: a set at each Z value.
+        auto& graphs = window->document().Graphs;
+        document::DocumentGraph levels;
+        levels.Data = graph::GraphData("Levels");
+        for (int z = 1; z <= 2; ++z) {
+            graph::StrDataPnts set;
+            set.SetName(("depth " + std::to_string(z)).c_str());
+            set.PutZDataPoint(std::to_string(z * 10));
+            for (int p = 0; p < 6; ++p) {
+                set.PutXDataPoint(std::to_string(p), p);
+                set.PutYDataPoint(std::to_string(z * p * p + 1), p);
+            }
+            levels.Data.DataSets.push_back(set);
+        }
+        graphs.push_back(levels);
+        {
+            GraphSetupDialog three(*window, static_cast<int>(graphs.size()) - 1, GraphSetupDialog::Mode::Pages, &frame);
+            three.show();
+            three.tabs()->setCurrentIndex(3);
+            ok = save(&three, out + QStringLiteral("/setup-4-data-points-3d") + suffix + QStringLiteral(".png")) && ok;
+            three.reject();
+        }
+        graphs.pop_back();
         GraphSetupDialog wizard(*window, -1, GraphSetupDialog::Mode::Wizard, &frame);
         wizard.setWindowTitle(QStringLiteral("Graphs Wizard"));
         wizard.show();

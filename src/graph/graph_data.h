@@ -193,6 +193,14 @@ public:
     GraphNote* GetLabel(int set, int point);
     // A new function takes the lowest series number, so labels on series below `limit` move up.
     void IncrementLabelSets(int limit);
+    // Gives the graph `functions` (full names unique), keeping every point label on the series of
+    // its own function or data set. The last function is series 0 and the data sets follow the
+    // functions, so a function added at the end takes the lowest series and the other labels move
+    // up by one; the labels of a function no longer graphed are deleted.
+    void ReplaceFunctions(std::vector<Function> functions);
+    // Gives the graph `sets` (names unique) in the same way: labels of a set no longer there are
+    // deleted, the others follow their set to its new series.
+    void ReplaceDataSets(std::list<StrDataPnts> sets);
     // Deletes the labels of a removed function or data set (data sets are numbered after the
     // functions) and moves the labels of later series down by one.
     void RemoveLabelSet(int index, bool is_function);

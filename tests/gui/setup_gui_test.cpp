@@ -278,6 +278,100 @@ private Q_SLOTS:
         QCOMPARE(doc.window.document().Graphs[0].Data.Footer, std::string("made in a wizard"));
     }
 
+    void aFunctionAddedTakesTheLowestSeriesAndTheLabelsMoveUp() {
+        Document doc;
+        type_line(doc.window.editor(), QStringLiteral("sq(x) = x^2"));
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        doc.window.document().Graphs[0].Data.SetNote(" (0 , 0) ", 0, 2, -1, false); // cube's third point
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<FunctionsPage>());
+        select_and_add(setup.page<FunctionsPage>(), QStringLiteral("sq[x]"));
+        QVERIFY(setup.apply());
+        setup.temp(); // storing the pages again moves nothing more
+        QVERIFY(setup.apply());
+        quorvex::graph::GraphData& graph = doc.window.document().Graphs[0].Data;
+        QCOMPARE(graph.GetNumLabels(-1), 1);
+        QVERIFY(graph.GetLabel(1, 2)); // sq[x] is series 0 now
+    }
+
+    void aRemovedDataSetTakesItsLabelsAlong() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        quorvex::graph::GraphData& graph = doc.window.document().Graphs[0].Data;
+        for (const char* name : {"a", "b"}) {
+            quorvex::graph::StrDataPnts& set = graph.DataSets.emplace_back();
+            set.SetName(name);
+            for (int p = 0; p < 5; ++p) {
+                set.PutXDataPoint(std::to_string(p - 2).c_str(), p);
+                set.PutYDataPoint(std::to_string(p).c_str(), p);
+            }
+        }
+        graph.SetNote(" (0 , 2) ", 1, 2, -1, false); // on a
+        graph.SetNote(" (0 , 2) ", 2, 3, -1, false); // on b
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        setup.page<DataPage>()->sets()->setCurrentIndex(0);
+        QVERIFY(setup.page<DataPage>()->remove_set()); // a
+        QVERIFY(setup.apply());
+        QCOMPARE(graph.GetNumLabels(-1), 1);
+        QVERIFY(graph.GetLabel(1, 3)); // b's label on b's new series
+    }
+
+    void leavingAPageChecksItAndAFailureKeepsTheUserThere() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        QTabWidget* tabs = setup.tabs();
+        tabs->setCurrentWidget(setup.page<VariablesPage>());
+        setup.page<VariablesPage>()->points()->setValue(1);
+        tabs->setCurrentWidget(setup.page<LabelsPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<VariablesPage>()));
+        QCOMPARE(doc.count(QStringLiteral("needs at least 2 points")), 1);
+        setup.page<VariablesPage>()->points()->setValue(11);
+        tabs->setCurrentWidget(setup.page<LabelsPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<LabelsPage>()));
+        setup.page<LabelsPage>()->footer()->clear();
+        const int before = doc.scratch.messages.size();
+        tabs->setCurrentIndex(0); // back to "Graphs" is a page left as well
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<LabelsPage>()));
+        QCOMPARE(doc.scratch.messages.size(), before + 1);
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("footer")));
+        setup.page<LabelsPage>()->footer()->setText(QStringLiteral("checked on the way out"));
+        tabs->setCurrentWidget(setup.page<TypesPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<TypesPage>()));
+        QCOMPARE(doc.scratch.messages.size(), before + 1);
+        QCOMPARE(setup.temp().Data.XAxisVar->num_points(), 11L);
+
+        // A new graph holds nothing yet: the user may leave the functions for the data points.
+        QVERIFY(setup.add_graph(QStringLiteral("empty")));
+        tabs->setCurrentWidget(setup.page<FunctionsPage>());
+        tabs->setCurrentWidget(setup.page<DataPage>());
+        QCOMPARE(tabs->currentWidget(), static_cast<QWidget*>(setup.page<DataPage>()));
+        QVERIFY(!setup.apply());
+        QVERIFY(doc.scratch.messages.last().contains(QStringLiteral("nothing to graph")));
+    }
+
+    void theSheetIsDisabledWhileAGraphIsBuilt() {
+        Document doc;
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 41));
+        GraphSetupDialog setup(doc.window, 0, GraphSetupDialog::Mode::Pages);
+        bool seen = false, enabled_during = true, applied_during = true;
+        QObject::connect(&doc.window, &DocumentWindow::graphBuilding, &setup, [&](bool building) {
+            if (!building || seen) return;
+            seen = true;
+            enabled_during = setup.tabs()->isEnabled();
+            applied_during = setup.apply();
+        });
+        QVERIFY(doc.window.show_graph(0));
+        QVERIFY(seen);
+        QVERIFY(!enabled_during);
+        QVERIFY(!applied_during);
+        QCOMPARE(doc.count(QStringLiteral("A graph is being built")), 1);
+        QVERIFY(setup.tabs()->isEnabled()); // on again when the build is over
+        QVERIFY(setup.apply());
+        QCOMPARE(doc.count(QStringLiteral("A graph is being built")), 1);
+    }
+
     void theFunctionsPageRefusesWithItsMessagesAndOffersToEdit() {
         Document doc;
         type_line(doc.window.editor(), QStringLiteral("tide(t) = sin(t)"));
@@ -413,6 +507,95 @@ private Q_SLOTS:
         QCOMPARE(sets.front().GetNumXDataPoints(), 6);
         QCOMPARE(*sets.front().GetYDataPoint(4), std::string("2.5"));
         QCOMPARE(sets.back().GetNumXDataPoints(), 3);
+    }
+
+    void threeDimensionalDataFilesMakeASetForEachZ() {
+        Document doc;
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("levels")));
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        auto* data = setup.page<DataPage>();
+        const auto write = [&doc](const char* name, const char* text) {
+            QFile file(doc.scratch.file_path(QString::fromLatin1(name)));
+            if (!file.open(QIODevice::WriteOnly)) return QString();
+            file.write(text);
+            return file.fileName();
+        };
+        // Three values a line: asked how to read them; a point without Z is asked about too.
+        const QString levels = write("levels.dat", "0 1 5\n1 2 5\n0 3 7\n1 4 7.0\n2 8\n");
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::Yes};
+        QVERIFY(data->load_file(levels));
+        QCOMPARE(doc.count(QStringLiteral("three values on each line")), 1);
+        QCOMPARE(doc.count(QStringLiteral("1 of its points have none, the first is point 5")), 1);
+        QCOMPARE(data->sets()->count(), 2);
+        QVERIFY(data->show_z()->isChecked());
+        QCOMPARE(data->z_value()->text(), QStringLiteral("7"));
+        {
+            const auto& sets = setup.temp().Data.DataSets;
+            QCOMPARE(*sets.front().GetZDataPoint(), std::string("5"));
+            QCOMPARE(sets.back().GetNumXDataPoints(), 2);
+            QCOMPARE(*sets.back().GetYDataPoint(1), std::string("4"));
+        }
+        // Two values a line in a 3-dimensional graph: asked, No leaves the file out.
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!data->load_file(write("flat.dat", "0 1\n1 2\n")));
+        QCOMPARE(doc.count(QStringLiteral("holds 2-dimensional data points")), 1);
+        QCOMPARE(data->sets()->count(), 2);
+        // Added to a set at another Z: No keeps the set's Z.
+        data->sets()->setCurrentIndex(0);
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::No};
+        QVERIFY(data->load_file(write("more.dat", "2 9 6\n")));
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 5. Do you want the data set to take")), 1);
+        QCOMPARE(setup.temp().Data.DataSets.front().GetNumXDataPoints(), 3);
+        QCOMPARE(*setup.temp().Data.DataSets.front().GetZDataPoint(), std::string("5"));
+        // Several Z values can not go into one set: as new sets, each Z a set has joins it on Yes.
+        doc.scratch.save_answers = {QMessageBox::Yes, QMessageBox::Yes, QMessageBox::Yes, QMessageBox::No};
+        QVERIFY(data->load_file(write("two.dat", "3 1 5\n3 2 7\n")));
+        QCOMPARE(doc.count(QStringLiteral("lie at 2 different Z values")), 1);
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 5 already")), 1);
+        QCOMPARE(doc.count(QStringLiteral("lies at Z = 7 already")), 1);
+        QCOMPARE(data->sets()->count(), 3);
+        QCOMPARE(data->sets()->currentText(), QStringLiteral("two z=7"));
+        QCOMPARE(setup.temp().Data.DataSets.front().GetNumXDataPoints(), 4);
+    }
+
+    void aZValueMakesTheGraphThreeDimensionalButNotBesideFunctions() {
+        Document doc;
+        GraphSetupDialog setup(doc.window, -1, GraphSetupDialog::Mode::Pages);
+        QVERIFY(setup.add_graph(QStringLiteral("plain")));
+        setup.tabs()->setCurrentWidget(setup.page<DataPage>());
+        auto* data = setup.page<DataPage>();
+        QVERIFY(data->add_set(QStringLiteral("a")));
+        QVERIFY(data->add_set(QStringLiteral("b")));
+        doc.scratch.save_answers = {QMessageBox::No};
+        QVERIFY(!data->set_z(QStringLiteral("1")));
+        QCOMPARE(doc.count(QStringLiteral("A Z value makes this graph 3-dimensional")), 1);
+        QVERIFY(data->z_value()->text().isEmpty());
+        QVERIFY(!setup.temp().Data.DataSets.back().ZPoint);
+        QVERIFY(data->set_z(QStringLiteral("1")));
+        data->sets()->setCurrentIndex(0);
+        QVERIFY(data->set_z(QStringLiteral("2"))); // the graph is 3-dimensional already: no question
+        QCOMPARE(doc.count(QStringLiteral("A Z value makes this graph 3-dimensional")), 2);
+        QCOMPARE(setup.temp().Data.GetGraphType(), 2);
+        QVERIFY(data->set_z(QString())); // cleared
+        QVERIFY(!setup.temp().Data.DataSets.front().ZPoint);
+
+        // Beside a function a Z value and a 3-dimensional file are refused.
+        QVERIFY(doc.window.add_function_graph("cube[x]", "x", -2, 2, 5));
+        GraphSetupDialog functions(doc.window, static_cast<int>(doc.window.document().Graphs.size()) - 1,
+                                   GraphSetupDialog::Mode::Pages);
+        functions.tabs()->setCurrentWidget(functions.page<DataPage>());
+        auto* page = functions.page<DataPage>();
+        QVERIFY(page->add_set(QStringLiteral("c")));
+        QVERIFY(!page->set_z(QStringLiteral("3")));
+        QVERIFY(page->z_value()->text().isEmpty());
+        QFile file(doc.scratch.file_path(QStringLiteral("cube.dat")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("0 1 2\n");
+        file.close();
+        doc.scratch.save_answers = {QMessageBox::Yes};
+        QVERIFY(!page->load_file(file.fileName()));
+        QCOMPARE(doc.count(QStringLiteral("You can not graph both equations and data points in 3-dimensions")), 2);
     }
 
     void widthsApplyToAllAndColorsAreTheUsersDefaults() {

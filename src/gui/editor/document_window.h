@@ -133,6 +133,8 @@ Q_SIGNALS:
     // A pane asks for one of the frame's commands (its QAction's object name), such as the
     // options or the display of incremental variables, which concern every document.
     void frameCommand(const QString& action);
+    // A graph of the document starts (true) or ends (false) being built; the setup waits for it.
+    void graphBuilding(bool building);
 
 protected:
     // Closing the window (its title bar's button, the frame) asks the save question first.

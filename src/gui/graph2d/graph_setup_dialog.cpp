@@ -108,8 +108,21 @@ GraphSetupDialog::GraphSetupDialog(DocumentWindow& document, int graph, Mode mod
     add_page(new TypesPage(this), tr("Types"));
     add_page(new StylesPage(settings, this), tr("Styles"));
     add_page(new ColorsPage(document.services(), this), tr("Colors"));
-    // Each page shows what the others changed (the variables follow the functions, ...).
-    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+    // Each page shows what the others changed (the variables follow the functions, ...). With
+    // the pages, leaving one applies it: its checks run as the wizard's Next runs them, and one
+    // that fails keeps the user on the page.
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this](int now) {
+        const int leaving = m_current_tab;
+        if (m_mode == Mode::Pages && !m_turning && leaving != now) {
+            // A graph with nothing in it yet is no reason to keep the user on the functions: the
+            // data points may be on their way (Apply still says there is nothing to graph).
+            store_pages();
+            const bool empty = m_index >= 0 && !m_temp.Data.IsGraphData();
+            const bool passed = (empty && leaving == static_cast<int>(graph::SetupPage::Functions)) || check_tab(leaving);
+            turn_to(passed ? now : leaving);
+            if (!passed) return;
+        }
+        m_current_tab = m_tabs->currentIndex();
         store_pages();
         load_pages();
         update_buttons();
@@ -143,6 +156,8 @@ GraphSetupDialog::GraphSetupDialog(DocumentWindow& document, int graph, Mode mod
         m_list->addItem(QString::fromStdString(each.Data.Name));
     choose(graph);
     resize(660, 480);
+    connect(&document, &DocumentWindow::graphBuilding, this, [this](bool building) { enable_setup(!building); });
+    if (document.graph_shown() && document.graph_window()->building()) enable_setup(false);
     ask_value = [this](const QString& variable) -> std::optional<QString> {
         bool ok = false;
         const QString value = QInputDialog::getText(this, QString::fromLatin1(k_caption),
@@ -151,6 +166,25 @@ GraphSetupDialog::GraphSetupDialog(DocumentWindow& document, int graph, Mode mod
         if (!ok) return std::nullopt;
         return value;
     };
+}
+
+void GraphSetupDialog::enable_setup(bool enabled) {
+    m_building = !enabled;
+    m_tabs->setEnabled(enabled);
+}
+
+bool GraphSetupDialog::refuse_while_building() {
+    if (!m_building) return false;
+    tell("A graph is being built. Wait until it is finished, or stop it, before you change the graph setup.");
+    return true;
+}
+
+void GraphSetupDialog::turn_to(int tab) {
+    const bool was_turning = m_turning;
+    m_turning = true;
+    m_tabs->setCurrentIndex(tab);
+    m_current_tab = m_tabs->currentIndex();
+    m_turning = was_turning;
 }
 
 void GraphSetupDialog::graphs_changed() {
@@ -205,7 +239,7 @@ bool GraphSetupDialog::ask(const std::string& text) {
 bool GraphSetupDialog::settle(const std::function<std::optional<graph::SetupProblem>(bool)>& check) {
     bool allow_warnings = false;
     while (const std::optional<graph::SetupProblem> problem = check(allow_warnings)) {
-        m_tabs->setCurrentIndex(static_cast<int>(problem->page)); // the pages stand in the checks' order
+        turn_to(static_cast<int>(problem->page)); // the pages stand in the checks' order
         const bool offered = problem->proceed_question || problem->offer != graph::SetupOffer::None;
         if (!offered) {
             tell(problem->message);
@@ -249,6 +283,7 @@ bool GraphSetupDialog::check_tab(int tab) {
 }
 
 bool GraphSetupDialog::data_check() {
+    if (refuse_while_building()) return false;
     if (m_index < 0) {
         tell("Choose a graph, or add one, first.");
         return false;
@@ -262,6 +297,7 @@ bool GraphSetupDialog::data_check() {
 }
 
 bool GraphSetupDialog::rename_graph(const QString& name) {
+    if (refuse_while_building()) return false;
     auto& graphs = m_document.document().Graphs;
     if (m_index < 0 || m_index >= static_cast<int>(graphs.size())) {
         tell("Choose a graph to rename.");
@@ -287,6 +323,7 @@ bool GraphSetupDialog::rename_graph(const QString& name) {
 }
 
 bool GraphSetupDialog::add_graph(const QString& name) {
+    if (refuse_while_building()) return false;
     const std::string wanted = name.trimmed().toStdString();
     if (wanted.empty()) {
         tell("Give the new graph a name.");
@@ -307,6 +344,7 @@ bool GraphSetupDialog::add_graph(const QString& name) {
 }
 
 bool GraphSetupDialog::apply() {
+    if (refuse_while_building()) return false;
     if (m_index < 0) {
         tell("Choose a graph, or add one, first.");
         return false;
@@ -329,6 +367,7 @@ void GraphSetupDialog::accept() {
 }
 
 void GraphSetupDialog::next() {
+    if (refuse_while_building()) return;
     if (m_tabs->currentIndex() == 0 && m_index < 0) {
         tell("Choose a graph, or add one, first.");
         return;
@@ -338,6 +377,7 @@ void GraphSetupDialog::next() {
 }
 
 void GraphSetupDialog::previous() {
+    if (refuse_while_building()) return;
     const int leaving = m_tabs->currentIndex();
     if (leaving > 0 && check_tab(leaving)) m_tabs->setCurrentIndex(leaving - 1);
 }

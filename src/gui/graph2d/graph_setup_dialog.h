@@ -57,6 +57,10 @@ public:
     }
 
     void accept() override;
+    // Off while a graph of the document is being built: the pages can not be changed, and Apply,
+    // OK and the wizard's steps say that a build is running.
+    void enable_setup(bool enabled);
+    bool setup_enabled() const { return !m_building; }
 
 Q_SIGNALS:
     // The document's graph was changed: draw it.
@@ -74,6 +78,10 @@ private:
     // The checks of the page on tab `tab` (none for "Graphs", Styles and Colors).
     bool check_tab(int tab);
     void graphs_changed();
+    // True, after saying so, while a graph is being built.
+    bool refuse_while_building();
+    // Turns to another page without the checks of the page left (a check turning to its page).
+    void turn_to(int tab);
     void update_buttons();
     void update_caption();
 
@@ -88,6 +96,9 @@ private:
     QPushButton* m_prev = nullptr;
     QPushButton* m_next = nullptr;
     QPushButton* m_finish = nullptr;
+    int m_current_tab = 0;  // the page shown, known still when the tab bar has moved on
+    bool m_turning = false; // the page changes without leaving checks
+    bool m_building = false;
 };
 
 } // namespace quorvex::gui

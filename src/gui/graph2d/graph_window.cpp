@@ -21,6 +21,7 @@
 #include "store/ini_file.h"
 #include "gui/editor/document_window.h"
 
+#include <QScopeGuard>
 #include <QAbstractSeries>
 #include <QChart>
 #include <QClipboard>
@@ -214,7 +215,15 @@ QStringList GraphWindow::errors() const {
 
 bool GraphWindow::draw(int index) {
     auto& graphs = m_document.document().Graphs;
-    if (index < 0 || index >= static_cast<int>(graphs.size())) return false;
+    if (index < 0 || index >= static_cast<int>(graphs.size()) || m_building) return false;
+    // The setup is disabled while the graph is built: events are pumped, and a change to the
+    // graph's data in the middle of the sweep would pull it from under the build.
+    m_building = true;
+    Q_EMIT m_document.graphBuilding(true);
+    const auto built = qScopeGuard([this] {
+        m_building = false;
+        Q_EMIT m_document.graphBuilding(false);
+    });
     m_player->stop();
     m_file.clear();
     m_drawn = -1;

@@ -40,6 +40,8 @@ public:
     // list) when nothing could be drawn.
     bool draw(int index);
     int current_graph() const;
+    // A graph is being computed (the window pumps events meanwhile): another build is refused.
+    bool building() const { return m_building; }
     GraphView* view() const { return m_view; }
     // The 3-D picture, shown in the 2-D view's place while a 3-D graph is drawn.
     Graph3DView* view_3d() const { return m_view3d; }
@@ -156,6 +158,7 @@ private:
     QString m_pending_note; // placed by the next click
     int m_drawn = -1; // the document's graph drawn last
     bool m_label_mode = true;
+    bool m_building = false;
     QLineEdit* m_title_editor = nullptr;
     bool m_editing_footer = false;
 };

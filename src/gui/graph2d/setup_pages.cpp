@@ -135,7 +135,7 @@ void FunctionsPage::store(document::DocumentGraph& graph) {
     const bool changed = functions.size() != graph.Data.Functions.size() ||
                          !std::equal(functions.begin(), functions.end(), graph.Data.Functions.begin(),
                                      [](const auto& a, const auto& b) { return a.full_name() == b.full_name(); });
-    graph.Data.Functions = std::move(functions);
+    graph.Data.ReplaceFunctions(std::move(functions)); // point labels follow their series
     graph.FunctionStyles = std::move(styles);
     graph.Data.SetComVarList();
     graph.Data.DelUncommonVars();

@@ -1,5 +1,6 @@
 #pragma once
 #include "document/document.h"
+#include "graph/data_columns.h"
 
 #include <QWidget>
 
@@ -117,6 +118,13 @@ public:
     bool load_file(const QString& path);
     // Which column of a file with several holds Y (from 2); 0 cancels. A box unless replaced.
     std::function<int(int columns)> choose_column;
+    // The Z value of the set shown, which makes the graph 3-dimensional (a set lies at one Z), and
+    // the box that shows it.
+    QLineEdit* z_value() const { return m_z; }
+    QCheckBox* show_z() const { return m_show_z; }
+    // Gives the set shown the Z value `text` (none when empty): refused while functions are
+    // graphed; the first Z of a graph is asked about. False, with the field put back, when refused.
+    bool set_z(const QString& text);
     // The cell after the current one, X then Y then the next point, with a row added past the last.
     void move_to_next_cell();
 
@@ -127,11 +135,20 @@ private:
     void show_set(int index);
     void keep_shown_set();
     std::vector<std::string> set_names() const;
+    bool has_z() const;
+    // `base`, or `base #1`, `base #2`, ... the first no set has.
+    std::string unique_set_name(const std::string& base) const;
+    void add_loaded_set(graph::StrDataPnts set, const std::string& name);
+    // The points of a file of x, y and z lines: into the set shown, or as a set for each Z value.
+    bool load_3d(const std::string& path, const graph::DataColumns& table);
     engine::Parser& m_parser;
     std::vector<graph::StrDataPnts> m_data;
     int m_shown = -1;
+    bool m_functions = false; // functions are graphed: the graph can not be 3-dimensional data
     QComboBox* m_sets;
     QTableWidget* m_table;
+    QCheckBox* m_show_z;
+    QLineEdit* m_z;
 };
 
 // Header, footer and axis titles.

@@ -94,3 +94,54 @@ TEST(GraphNotes, LabelsMoveWithTheirSeries) {
     EXPECT_EQ(graph.GetNumNotes(), 0);
     EXPECT_EQ(graph.GetNumLabels(-1), 1);
 }
+
+TEST(GraphNotes, LabelsFollowTheirSeriesWhenTheFunctionsChange) {
+    GraphData graph;
+    graph.Functions = {Function("f[x]", "x"), Function("g[x]", "2*x")}; // g is series 0, f series 1
+    graph.DataSets.emplace_back();                                      // series 2
+    graph.SetNote("(1 , 1)", 1, 0, -1, false);                          // on f
+    graph.SetNote("(1 , 2)", 0, 0, -1, false);                          // on g
+    graph.SetNote("(5 , 6)", 2, 3, -1, false);                          // on the data set
+    graph.SetNote("note", 0, 0, -1, true);                              // pixels, not a series
+
+    // A function added last takes series 0: every label moves up by one.
+    graph.ReplaceFunctions({Function("f[x]", "x"), Function("g[x]", "2*x"), Function("h[x]", "3*x")});
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "2");
+    EXPECT_EQ(graph.GetLabel(3, 3)->YStr, "6");
+    EXPECT_EQ(graph.GetNumLabels(0), 0);
+    EXPECT_EQ(graph.Functions.size(), 3u);
+
+    // The same list again (the sheet stores its pages often) moves nothing.
+    graph.ReplaceFunctions(graph.Functions);
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(3, 3)->YStr, "6");
+
+    // g removed: its label goes, f (now series 1) and the data set (2) move down.
+    graph.ReplaceFunctions({Function("f[x]", "x"), Function("h[x]", "3*x")});
+    EXPECT_EQ(graph.GetNumLabels(-1), 2);
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(2, 3)->YStr, "6");
+    EXPECT_EQ(graph.GetNumNotes(), 1);
+    EXPECT_EQ(graph.Notes.back().PosX, 0);
+}
+
+TEST(GraphNotes, LabelsFollowTheirDataSets) {
+    GraphData graph;
+    graph.Functions = {Function("f[x]", "x")}; // series 0
+    for (const char* name : {"a", "b", "c"}) graph.DataSets.emplace_back().SetName(name); // series 1, 2, 3
+    graph.SetNote("(0 , 1)", 0, 0, -1, false);
+    graph.SetNote("(0 , 2)", 1, 0, -1, false);
+    graph.SetNote("(0 , 3)", 2, 0, -1, false);
+    graph.SetNote("(0 , 4)", 3, 0, -1, false);
+    std::list<StrDataPnts> sets = graph.DataSets;
+    sets.erase(std::next(sets.begin())); // b removed: its label goes, c's moves down
+    graph.ReplaceDataSets(sets);
+    EXPECT_EQ(graph.GetNumLabels(-1), 3);
+    EXPECT_EQ(graph.GetLabel(0, 0)->YStr, "1");
+    EXPECT_EQ(graph.GetLabel(1, 0)->YStr, "2");
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "4");
+    graph.ReplaceDataSets(graph.DataSets); // again: nothing moves
+    EXPECT_EQ(graph.GetLabel(2, 0)->YStr, "4");
+    EXPECT_EQ(graph.DataSets.size(), 2u);
+}
