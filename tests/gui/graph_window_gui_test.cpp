@@ -1,6 +1,7 @@
 // The graph window's commands offscreen: notes deleted, moved or kept by a click, the point-label
-// switch, HiLo and candle charts, a histogram's intervals, the chart's colours, margins and
-// orientation, the header edited in place, what a build tells, and a graph file kept from the setup.
+// switch, HiLo and candle charts with their legend, a histogram's intervals, the chart's colours,
+// margins and orientation, the header edited in place, what a build tells, and a graph file kept
+// from the setup.
 #include "gui_test_support.h"
 
 #include "gui/common/scratch_services.h"
@@ -17,6 +18,7 @@
 
 #include <QChart>
 #include <QLegend>
+#include <QLegendMarker>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -162,6 +164,18 @@ private Q_SLOTS:
         const QColor series = to_qcolor(graph::default_series_color(0));
         QVERIFY(drawn.drawn_at(1, 10, series));
         QVERIFY(!drawn.drawn_at(1.5, 10.3, series));
+        // The legend names each series, in the bars' colour, clear of the bars.
+        QChart* chart = drawn.graphs().chart().chart();
+        QVERIFY(chart->legend()->isVisible());
+        QStringList names;
+        for (QLegendMarker* marker : chart->legend()->markers()) {
+            if (!marker->isVisible()) continue;
+            names << marker->label();
+            QCOMPARE(marker->brush().color(), series);
+        }
+        QCOMPARE(names, QStringList({QStringLiteral("High"), QStringLiteral("Low"), QStringLiteral("Open"), QStringLiteral("Close")}));
+        QVERIFY(!chart->legend()->geometry().intersects(chart->plotArea()));
+
 
         drawn.data().Type = graph::graph_type::Candle;
         QVERIFY(drawn.graphs().draw(0));
