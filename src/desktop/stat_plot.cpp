@@ -151,10 +151,7 @@ int graph_frequencies(document::Document& document, const graph::StrDataPnts& da
         graph::GraphData& fresh = made.Data;
         fresh.Name = unique_name.empty() ? name : unique_name;
         fresh.DataLayout = 1;
-        if (user_settings) {
-            fresh.SetDefaultOrientation(*user_settings);
-            fresh.SetDefaultColors(*user_settings);
-        }
+        fresh.SetUserDefaults(user_settings);
         // Bars stand flat, seen from the front.
         fresh.Rotation = fresh.Inclination = fresh.DefaultInclination = fresh.DefaultRotation = 0;
         // The interval captions under the bars are long.

@@ -165,6 +165,9 @@ public:
     // The user's default colours from "Graph Default Colors"; a colour without one takes its
     // built-in value.
     void SetDefaultColors(const store::IniFile& ini);
+    // What a new graph takes from the user's settings: the default orientation and the default
+    // colours. Without settings (null) the built-in values stay.
+    void SetUserDefaults(const store::IniFile* ini);
     // Writes the colours as the user's defaults ("r,g,b"); false when a write fails.
     bool SaveDefaultColors(store::IniFile& ini) const;
     // Mesh, shade, contour and zone on; hidden lines, projection off; the surface form.

@@ -22,6 +22,12 @@ void GraphData::SetDefaultColors(const store::IniFile& ini) {
         ini.GetColor(k_default_colors_section, entry.ini_key, entry.initial, this->*entry.member);
 }
 
+void GraphData::SetUserDefaults(const store::IniFile* ini) {
+    if (!ini) return;
+    SetDefaultOrientation(*ini);
+    SetDefaultColors(*ini);
+}
+
 bool GraphData::SaveDefaultColors(store::IniFile& ini) const {
     for (const GraphColorEntry& entry : graph_colors())
         if (!ini.WriteString(k_default_colors_section, entry.ini_key, color_text(this->*entry.member)))

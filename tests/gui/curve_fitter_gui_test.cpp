@@ -100,9 +100,11 @@ private Q_SLOTS:
             QVERIFY(window.parser().find_function("PolyFunc1[x]") >= 0);
             // The graph holds the data and the fit, 101 smooth points under 100 data points.
             fitter->smooth()->setChecked(true);
+            testing::set_user_graph_defaults(*scratch.services.settings);
             QVERIFY(fitter->graph_answer());
             QVERIFY(window.graph_shown());
             const auto& graph = window.document().Graphs.back().Data;
+            QVERIFY(testing::has_user_graph_defaults(graph));
             QCOMPARE(graph.Header, std::string("Best Fit Polynomial for: 2dDataSet"));
             QCOMPARE(graph.DataSets.size(), size_t(2));
             QCOMPARE(graph.DataSets.back().GetNumXYZPoints(), 101);

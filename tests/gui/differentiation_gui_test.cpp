@@ -86,10 +86,12 @@ private Q_SLOTS:
             QVERIFY(QString::fromStdString(text).startsWith(
                 QStringLiteral("x,cube (x),cube ''(x),cube '''(x)\r\n1,1,6,6\r\n2,8,12,6\r\n")));
 
+            testing::set_user_graph_defaults(*scratch.services.settings);
             QVERIFY(tool->graph_answer());
             QVERIFY(window.graph_shown());
             const size_t graphs = window.document().Graphs.size();
             const auto& graph = window.document().Graphs.back().Data;
+            QVERIFY(testing::has_user_graph_defaults(graph));
             QCOMPARE(graph.Name, std::string("Differentials of cube[x]"));
             QCOMPARE(graph.Header, std::string("Differentiation Plot"));
             QCOMPARE(graph.Footer, std::string("Differentials of cube[x]"));

@@ -1,5 +1,6 @@
 // 3-D graphs offscreen: a surface drawn where the mathematics puts it, turned with the mouse (the
-// turn kept in the graph), labelled by a click, saved as .g3d and opened again, smoothed.
+// turn kept in the graph), labelled by a click, its setup asked for by a double click, saved as
+// .g3d and opened again, smoothed.
 #include "gui_test_support.h"
 
 #include "gui/common/scratch_services.h"
@@ -12,6 +13,7 @@
 #include "graph/scene_3d.h"
 
 #include <QImage>
+#include <QSignalSpy>
 #include <QtTest>
 
 using namespace quorvex;
@@ -118,6 +120,13 @@ private Q_SLOTS:
         QCOMPARE(QString::fromStdString(label.Text), QStringLiteral(" (0.4 , 0.8 , -0.8) ")); // x, value, z
         QCOMPARE(bowl.view->texts().size(), size_t(1));
         QTest::mouseClick(bowl.view, Qt::LeftButton, {}, at); // again: taken away
+        QVERIFY(bowl.graph().Notes.empty());
+        // A double click asks the frame for the graph's setup.
+        QSignalSpy asked(&bowl.window, &DocumentWindow::frameCommand);
+        QTest::mouseDClick(bowl.view, Qt::LeftButton, {}, at);
+        QCOMPARE(asked.size(), 1);
+        QCOMPARE(asked.front().front().toString(), QStringLiteral("graphSetup"));
+        if (!bowl.graph().Notes.empty()) QTest::mouseClick(bowl.view, Qt::LeftButton, {}, at); // its clicks labelled
         QVERIFY(bowl.graph().Notes.empty());
 
         // A note goes where the next click lands, and labels nothing.

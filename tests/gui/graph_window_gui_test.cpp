@@ -1,22 +1,27 @@
 // The graph window's commands offscreen: notes deleted, moved or kept by a click, the point-label
-// switch, HiLo and candle charts, a histogram's intervals, the chart's colours, margins and
-// orientation, the header edited in place, what a build tells, and a graph file kept from the setup.
+// switch, HiLo and candle charts with their legend, a histogram's intervals, the chart's colours,
+// margins and orientation (also of a graph file), the header edited in place, a double click
+// elsewhere opening the setup, what a build tells, and a graph file kept from the setup.
 #include "gui_test_support.h"
 
 #include "gui/common/scratch_services.h"
 #include "gui/common/color_picker.h"
 #include "gui/common/sound_player.h"
 #include "gui/editor/document_window.h"
+#include "gui/graph2d/graph_setup_dialog.h"
 #include "gui/graph2d/graph_view.h"
 #include "gui/graph2d/graph_window.h"
 #include "gui/graph2d/hilo_item.h"
 #include "gui/graph2d/qt_chart_2d.h"
 #include "gui/shell/main_frame.h"
 
+#include "graph/graph_file.h"
 #include "graph/graph_types.h"
+#include "graph/view_2d.h"
 
 #include <QChart>
 #include <QLegend>
+#include <QLegendMarker>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -162,6 +167,17 @@ private Q_SLOTS:
         const QColor series = to_qcolor(graph::default_series_color(0));
         QVERIFY(drawn.drawn_at(1, 10, series));
         QVERIFY(!drawn.drawn_at(1.5, 10.3, series));
+        // The legend names each series, in the bars' colour, clear of the bars.
+        QChart* chart = drawn.graphs().chart().chart();
+        QVERIFY(chart->legend()->isVisible());
+        QStringList names;
+        for (QLegendMarker* marker : chart->legend()->markers()) {
+            if (!marker->isVisible()) continue;
+            names << marker->label();
+            QCOMPARE(marker->brush().color(), series);
+        }
+        QCOMPARE(names, QStringList({QStringLiteral("High"), QStringLiteral("Low"), QStringLiteral("Open"), QStringLiteral("Close")}));
+        QVERIFY(!chart->legend()->geometry().intersects(chart->plotArea()));
 
         drawn.data().Type = graph::graph_type::Candle;
         QVERIFY(drawn.graphs().draw(0));
@@ -290,6 +306,60 @@ private Q_SLOTS:
         QVERIFY(drawn.data().Footer != "dropped");
     }
 
+    void aGraphFileTakesTheMarginAndOrientationCommandsIntoTheFile() {
+        Drawn drawn(graph::graph_type::Plot, {data_set("Counts", {"1", "4", "9"})});
+        GraphWindow& graphs = drawn.graphs();
+        const QString path = drawn.scratch.file_path(QStringLiteral("counts.g2d"));
+        QVERIFY(graphs.save_graph_file(path));
+        QVERIFY(graphs.open_graph_file(path));
+        QVERIFY(graphs.showing_2d_file());
+        const graph::GraphData before = drawn.data();
+        QChart* chart = graphs.chart().chart();
+        const QMargins was = chart->margins();
+        graphs.increase_margin();
+        QCOMPARE(chart->margins().left(), was.left() + 25);
+        graphs.save_default_margin();
+        graphs.save_default_orientation();
+        std::string why;
+        const auto read = graph::read_graph_file(path.toStdString(), &why);
+        QVERIFY2(read, why.c_str());
+        QCOMPARE(read->graph.MarginLeft2D, graph::margins_of(before).left + 25);
+        QCOMPARE(read->graph.DefaultMarginLeft2D, read->graph.MarginLeft2D);
+        QCOMPARE(read->graph.Name, before.Name);
+        QCOMPARE(read->data.series(), size_t(1));
+        graphs.set_default_margin();
+        QCOMPARE(chart->margins(), QMargins(was.left() + 25, was.top() + 25, was.right() + 25, was.bottom() + 25));
+        // The document's graph is not the file's.
+        QCOMPARE(drawn.data().MarginLeft2D, before.MarginLeft2D);
+        QCOMPARE(drawn.data().DefaultMarginLeft2D, before.DefaultMarginLeft2D);
+        QVERIFY(graphs.draw(0));
+        QVERIFY(!graphs.showing_2d_file());
+    }
+
+    void aDoubleClickInTheGraphOpensItsSetupAndHomeShowsTheWholeGraph() {
+        ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
+        MainFrame frame(scratch.services);
+        frame.show();
+        DocumentWindow* window = frame.new_document();
+        quorvex::document::DocumentGraph shown;
+        shown.Data = graph::GraphData("Counts");
+        shown.Data.DataSets.push_back(data_set("Counts", {"1", "4", "9"}));
+        window->document().Graphs.push_back(shown);
+        window->toggle_graph();
+        settle();
+        GraphWindow* graphs = window->graph_window();
+        QChart* chart = graphs->chart().chart();
+        chart->zoom(2);
+        QVERIFY(chart->isZoomed());
+        const QPoint at = graphs->view()->mapFromScene(chart->mapToScene(chart->plotArea().center()));
+        QTest::mouseDClick(graphs->view()->viewport(), Qt::LeftButton, {}, at);
+        QVERIFY(window->findChild<GraphSetupDialog*>(QStringLiteral("graphSetup"), Qt::FindDirectChildrenOnly));
+        QVERIFY(!graphs->title_editor());
+        QVERIFY(chart->isZoomed()); // the double click is the setup's
+        QTest::keyClick(graphs->view(), Qt::Key_Home);
+        QVERIFY(!chart->isZoomed());
+    }
+
     void aGraphFileShownIsNotForTheSetup() {
         Drawn drawn(graph::graph_type::Plot, {data_set("Counts", {"1", "4", "9"})});
         GraphWindow& graphs = drawn.graphs();
@@ -340,6 +410,9 @@ private Q_SLOTS:
         const QString path = scratch.file_path(QStringLiteral("counts.g2d"));
         QVERIFY(graphs->save_graph_file(path));
         QVERIFY(graphs->open_graph_file(path));
+        Q_EMIT menu->aboutToShow(); // its margins are the file's to change; its labels are not
+        QVERIFY(command("graph3dIncreaseMargin")->isEnabled());
+        QVERIFY(!command("graph2dPointLabels")->isEnabled());
         scratch.messages.clear();
         QTimer::singleShot(2000, &frame, [] {
             if (QWidget* modal = QApplication::activeModalWidget()) modal->close();

@@ -48,8 +48,10 @@ private Q_SLOTS:
             QCOMPARE(in.variable2->currentText(), QStringLiteral("a")); // the function's second variable
             set_range(in.variable, in.start, in.end, in.points, "x", "0", "2", "3");
             set_range(in.variable2, in.start2, in.end2, in.points2, "a", "1", "3", "3");
+            testing::set_user_graph_defaults(*scratch.services.settings);
             QVERIFY(graph->graph_2d());
             QCOMPARE(graph->graph_2d_name(), std::string("Quick 2D Graph: tilt[x,a]:2"));
+            QVERIFY(testing::has_user_graph_defaults(window.document().Graphs.back().Data));
             GraphWindow* shown = window.graph_window();
             QCOMPARE(shown->chart().data().series(), size_t(3));
             QCOMPARE(shown->chart().data().label(2), std::string("tilt[x,a] (a=3)"));

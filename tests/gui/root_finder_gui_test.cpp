@@ -65,9 +65,11 @@ private Q_SLOTS:
         QVERIFY(quorvex::store::read_whole_file(csv.toStdString(), text));
         QCOMPARE(QString::fromStdString(text), QStringLiteral("x,x^2-1 (x)\r\n-1,0\r\n1,0\r\n"));
 
+        testing::set_user_graph_defaults(*scratch.services.settings);
         QVERIFY(roots->graph_answer());
         QVERIFY(window.graph_shown());
         const auto& plot = window.document().Graphs.back().Data;
+        QVERIFY(testing::has_user_graph_defaults(plot));
         QCOMPARE(plot.Header, std::string("Root Plot for: x^2-1"));
         QCOMPARE(plot.Notes.size(), size_t(2));
         QVERIFY(window.graph_window()->errors().isEmpty());

@@ -51,9 +51,11 @@ private Q_SLOTS:
             QVERIFY(QString::fromStdString(text).startsWith(QStringLiteral("x,cube[x] (x)\r\n0,0\r\n")));
 
             // A function is graphed by its own curve over the table's range.
+            testing::set_user_graph_defaults(*scratch.services.settings);
             QVERIFY(calc->graph_answer());
             QVERIFY(window.graph_shown());
             const auto& graph = window.document().Graphs.back().Data;
+            QVERIFY(testing::has_user_graph_defaults(graph));
             QCOMPARE(graph.Header, std::string("Graph of: cube[x]"));
             QCOMPARE(graph.Functions.size(), size_t(1));
             QVERIFY(window.graph_window()->errors().isEmpty());

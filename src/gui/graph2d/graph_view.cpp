@@ -74,10 +74,7 @@ void GraphView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void GraphView::mouseDoubleClickEvent(QMouseEvent* event) {
-    bool handled = false;
-    if (event->button() == Qt::LeftButton)
-        Q_EMIT doubleClicked(chart()->mapFromScene(mapToScene(event->pos())), &handled);
-    if (!handled) reset_zoom();
+    if (event->button() == Qt::LeftButton) Q_EMIT doubleClicked(chart()->mapFromScene(mapToScene(event->pos())));
     event->accept();
 }
 

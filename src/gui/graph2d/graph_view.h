@@ -4,8 +4,8 @@
 namespace quorvex::gui {
 
 // The drawn graph: the mouse wheel zooms about the pointer, a dragged rectangle zooms into it,
-// the arrow keys (or a drag with the middle button) pan, Home or a double click (but on a title)
-// restores the whole graph, and the pointer's coordinates are told as it moves.
+// the arrow keys (or a drag with the middle button) pan, Home restores the whole graph, and the
+// pointer's coordinates are told as it moves. A double click is the owner's to answer.
 class GraphView : public QChartView {
     Q_OBJECT
 
@@ -19,9 +19,8 @@ Q_SIGNALS:
     void pointerMoved(QPointF value, bool inside);
     // A click of the left button that did not drag, at a place in the chart's coordinates.
     void clicked(QPointF at);
-    // A double click there; a receiver that takes it (an editor over a title) sets `handled`,
-    // else it shows the whole graph again.
-    void doubleClicked(QPointF at, bool* handled);
+    // A double click of the left button, at a place in the chart's coordinates.
+    void doubleClicked(QPointF at);
 
 protected:
     void wheelEvent(QWheelEvent* event) override;

@@ -126,15 +126,21 @@ GraphWindow::GraphWindow(DocumentWindow& document, QWidget* parent)
         Q_EMIT pointerMoved(text);
     });
     connect(m_view, &GraphView::clicked, this, &GraphWindow::click_at);
-    connect(m_view, &GraphView::doubleClicked, this, [this](QPointF at, bool* handled) {
+    // A double click on the header or the footer edits it in place; anywhere else it opens the
+    // graph's setup (Home and the Whole Graph button show the whole graph).
+    connect(m_view, &GraphView::doubleClicked, this, [this](QPointF at) {
         const QtChart2D::Region region = m_chart->region_at(at);
-        if (region == QtChart2D::Region::Header || region == QtChart2D::Region::Footer)
-            *handled = edit_title(region == QtChart2D::Region::Footer);
+        if ((region == QtChart2D::Region::Header || region == QtChart2D::Region::Footer) &&
+            edit_title(region == QtChart2D::Region::Footer))
+            return;
+        Q_EMIT m_document.frameCommand(QStringLiteral("graphSetup"));
     });
     connect(m_view3d, &Graph3DView::pointerText, this, [this](const QString& text) {
         m_status->setText(text);
         Q_EMIT pointerMoved(text);
     });
+    connect(m_view3d, &Graph3DView::doubleClicked, this,
+            [this] { Q_EMIT m_document.frameCommand(QStringLiteral("graphSetup")); });
     connect(m_view3d, &Graph3DView::clicked, this, [this](const QPoint& at) { place_pending_note(at.x(), at.y()); });
     connect(m_view3d, &Graph3DView::pointPicked, this, [this](const graph::GridPick& pick) {
         if (m_pending_note.isEmpty()) toggle_label_3d(pick.i, pick.j, pick.point.x, pick.point.y);
@@ -158,6 +164,21 @@ graph::GraphData* GraphWindow::drawn_graph() {
 }
 
 bool GraphWindow::showing_2d() const { return !showing_3d() && m_drawn >= 0; }
+
+graph::GraphData* GraphWindow::graph_of_2d_view() {
+    if (showing_2d()) return drawn_graph();
+    return showing_2d_file() ? &*m_file_2d : nullptr;
+}
+
+void GraphWindow::keep_2d_view_change() {
+    if (!showing_2d_file()) {
+        m_document.parser().set_vars_saved(false);
+        return;
+    }
+    std::string why;
+    if (!graph::write_graph_file(m_file.toStdString(), m_chart->data(), *m_file_2d, &why))
+        m_status->setText(tr("The graph file could not be written: %1").arg(QString::fromStdString(why)));
+}
 
 void GraphWindow::tell(const QString& text) {
     if (QStringList* collected = m_document.services().collected_messages)
@@ -226,6 +247,7 @@ bool GraphWindow::draw(int index) {
     });
     m_player->stop();
     m_file.clear();
+    m_file_2d.reset();
     m_drawn = -1;
     document::DocumentGraph& graph = graphs[static_cast<size_t>(index)];
     m_graphs->setCurrentIndex(index);
@@ -361,6 +383,7 @@ void GraphWindow::show_graph_file(const QString& path, const std::vector<std::st
     for (const std::string& message : messages) m_errors->addItem(QString::fromStdString(message));
     m_errors->setVisible(!messages.empty());
     m_file = QFileInfo(path).absoluteFilePath();
+    m_file_2d.reset();
     m_drawn = -1; // a file is no graph of the document
     setWindowTitle(m_file);
     m_document.update_caption();
@@ -408,6 +431,7 @@ bool GraphWindow::open_graph_file(const QString& path, QString* error) {
     m_pages->setCurrentWidget(m_view);
     m_view->reset_zoom();
     show_graph_file(path, file->messages);
+    m_file_2d = std::move(shown);
     return true;
 }
 
@@ -435,9 +459,9 @@ void GraphWindow::open_file_with_dialog() {
 }
 
 void GraphWindow::set_default_orientation() {
-    if (showing_2d()) {
-        graph::set_default_orientation_2d(*drawn_graph());
-        m_document.parser().set_vars_saved(false);
+    if (graph::GraphData* shown = graph_of_2d_view()) {
+        graph::set_default_orientation_2d(*shown);
+        keep_2d_view_change();
         return;
     }
     if (!showing_3d()) return;
@@ -445,9 +469,9 @@ void GraphWindow::set_default_orientation() {
 }
 
 void GraphWindow::save_default_orientation() {
-    if (showing_2d()) {
-        graph::save_default_orientation_2d(*drawn_graph());
-        m_document.parser().set_vars_saved(false);
+    if (graph::GraphData* shown = graph_of_2d_view()) {
+        graph::save_default_orientation_2d(*shown);
+        keep_2d_view_change();
         tell(tr("The present depth, inclination and rotation are now the default orientation of this graph."));
         return;
     }
@@ -474,20 +498,20 @@ void GraphWindow::save_default_orientation() {
 }
 
 void GraphWindow::change_margin(bool larger) {
-    if (showing_2d()) {
-        graph::change_margins(*drawn_graph(), larger ? graph::k_margin_step : -graph::k_margin_step);
-        m_chart->set_margins(graph::margin_change(*drawn_graph()));
-        m_document.parser().set_vars_saved(false);
+    if (graph::GraphData* shown = graph_of_2d_view()) {
+        graph::change_margins(*shown, larger ? graph::k_margin_step : -graph::k_margin_step);
+        m_chart->set_margins(graph::margin_change(*shown));
+        keep_2d_view_change();
         return;
     }
     if (showing_3d()) m_view3d->change_scale(larger ? 0.1 : -0.1); // the graph keeps it through viewChanged
 }
 
 void GraphWindow::set_default_margin() {
-    if (showing_2d()) {
-        graph::set_default_margins(*drawn_graph());
-        m_chart->set_margins(graph::margin_change(*drawn_graph()));
-        m_document.parser().set_vars_saved(false);
+    if (graph::GraphData* shown = graph_of_2d_view()) {
+        graph::set_default_margins(*shown);
+        m_chart->set_margins(graph::margin_change(*shown));
+        keep_2d_view_change();
         return;
     }
     auto& graphs = m_document.document().Graphs;
@@ -500,9 +524,9 @@ void GraphWindow::set_default_margin() {
 }
 
 void GraphWindow::save_default_margin() {
-    if (showing_2d()) {
-        graph::save_default_margins(*drawn_graph());
-        m_document.parser().set_vars_saved(false);
+    if (graph::GraphData* shown = graph_of_2d_view()) {
+        graph::save_default_margins(*shown);
+        keep_2d_view_change();
         tell(tr("The present margins are now the default margins of this graph."));
         return;
     }

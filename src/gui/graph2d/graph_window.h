@@ -3,11 +3,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "graph/graph_data.h"
+
 namespace quorvex::graph {
-class GraphData;
 class GraphNote;
 } // namespace quorvex::graph
 
@@ -85,6 +87,9 @@ public:
     bool refuse_setup();
     // Whether a 2-D graph of the document is drawn.
     bool showing_2d() const;
+    // Whether a 2-D graph file (.g2d) is shown: the view and margin commands act on it and write
+    // what they change to the file.
+    bool showing_2d_file() const { return m_file_2d.has_value() && !showing_3d(); }
     // The next click in the graph places a note of this text; false (after the message) for a
     // text a note can not hold.
     bool arm_note(const QString& text);
@@ -123,6 +128,12 @@ private:
     bool draw_3d(int index);
     // The graph of the document drawn last, null when none (or a graph file) is shown.
     graph::GraphData* drawn_graph();
+    // What the 2-D view and margin commands change: the drawn graph of the document, or the
+    // attributes of the 2-D graph file shown; null when neither is shown.
+    graph::GraphData* graph_of_2d_view();
+    // After a view or margin command changed graph_of_2d_view(): the document is marked changed,
+    // or the graph file shown is written again.
+    void keep_2d_view_change();
     // Says a message under the graph window's caption (collected in tests).
     void tell(const QString& text);
     // After a build with errors: the box that points to the error list, and the status line.
@@ -154,6 +165,7 @@ private:
     QListWidget* m_errors;
     QLabel* m_status;
     QString m_file;
+    std::optional<graph::GraphData> m_file_2d; // the attributes of the 2-D graph file shown
     SimulationPlayer* m_player;
     QString m_pending_note; // placed by the next click
     int m_drawn = -1; // the document's graph drawn last

@@ -212,17 +212,17 @@ void QtChart2D::build_series() {
                 return frame;
             },
             view_chart);
-        // The values as unseen lines give the axes their series, and clicks their points.
+        // The values as unseen lines give the axes their series, clicks their points and the
+        // legend its entries: one per series by its label, in the bars' colour (apply_style).
         for (size_t s = 0; s < m_data.series(); ++s) {
             auto* line = new QLineSeries;
             for (size_t p = 0; p < m_data.points(s); ++p)
                 if (!ChartData::is_hole(m_data.x(s, p)) && !ChartData::is_hole(m_data.y(s, p)))
                     line->append(m_data.x(s, p), m_data.y(s, p));
             line->setPen(Qt::NoPen);
+            line->setName(text_of(m_data.label(s)));
             view_chart->addSeries(line);
-            for (QLegendMarker* marker : view_chart->legend()->markers(line)) marker->setVisible(false);
         }
-        view_chart->legend()->setVisible(false); // the series are parts of one bar
         for (size_t s = 0; s < m_data.series(); ++s) apply_style(s);
         return;
     }
@@ -423,7 +423,14 @@ void QtChart2D::apply_style(size_t series) {
     QPen pen(color);
     pen.setWidthF(style.line_width);
     pen.setCosmetic(true);
-    if (series == 0 && m_hilo) m_hilo->set_pen(color, std::max(1, style.line_width), to_qcolor(m_colors.data_area_background));
+    if (series == 0 && m_hilo) {
+        m_hilo->set_pen(color, std::max(1, style.line_width), to_qcolor(m_colors.data_area_background));
+        // Every series is a part of the one bar: each legend entry shows the bar's colour.
+        for (QLegendMarker* marker : chart()->legend()->markers()) {
+            marker->setBrush(color);
+            marker->setPen(QPen(color));
+        }
+    }
     std::vector<QObject*> items = m_items[series];
     if (series < m_fills.size()) items.insert(items.end(), m_fills[series].begin(), m_fills[series].end());
     for (QObject* item : items) {

@@ -34,13 +34,14 @@ void add_3d_graph_actions(QWidget* owner, QMenu* menu, const std::function<Graph
         menu->addAction(action);
         actions.push_back(action);
     }
-    // Smoothing is offered only while a surface is shown, the others on a 2-D graph too; checked as
-    // the menu opens.
+    // Smoothing is offered only while a surface is shown, the others on a 2-D graph (of the document
+    // or from a graph file) too; checked as the menu opens.
     QObject::connect(menu, &QMenu::aboutToShow, owner, [shown, actions] {
         GraphWindow* window = shown();
         for (QAction* action : actions) {
             const bool surface_only = action->objectName() == QLatin1String("graph3dSmooth");
-            action->setEnabled(window && (window->showing_3d() || (!surface_only && window->showing_2d())));
+            action->setEnabled(window && (window->showing_3d() ||
+                                          (!surface_only && (window->showing_2d() || window->showing_2d_file()))));
         }
     });
 }

@@ -165,6 +165,12 @@ void Graph3DView::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+void Graph3DView::mouseDoubleClickEvent(QMouseEvent* event) {
+    // Not a second press: the release after it must neither pick nor turn.
+    if (event->button() != Qt::LeftButton) return QWidget::mouseDoubleClickEvent(event);
+    Q_EMIT doubleClicked();
+}
+
 void Graph3DView::wheelEvent(QWheelEvent* event) {
     const int notches = event->angleDelta().y() / 120;
     if (notches == 0) return;

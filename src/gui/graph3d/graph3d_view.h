@@ -52,6 +52,8 @@ Q_SIGNALS:
     void pointPicked(const quorvex::graph::GridPick& pick);
     // A click without a drag, wherever it lands (a note is placed there).
     void clicked(const QPoint& at);
+    // A double click of the left button (the graph window opens the setup).
+    void doubleClicked();
     void pointerText(const QString& text);
 
 protected:
@@ -59,6 +61,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

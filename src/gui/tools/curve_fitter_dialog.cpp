@@ -438,6 +438,7 @@ bool CurveFitterDialog::graph_answer() {
     const std::string name = m_data.Name.empty() ? "2d Data Set" : m_data.Name;
     document::DocumentGraph graph;
     graph::GraphData& data = graph.Data;
+    data.SetUserDefaults(m_document.services().settings);
     data.Name = m_document.hub().GetUniqueGraphName("Best Fit Polynomial for: " + name);
     graph::StrDataPnts points = m_data;
     points.SetName(name.c_str());

@@ -345,6 +345,7 @@ bool DifferentiationDialog::graph_answer() {
     const std::string name = graph_name().toStdString();
     document::DocumentGraph graph;
     graph::GraphData& data = graph.Data;
+    data.SetUserDefaults(m_document.services().settings);
     data.Name = name;
     QStringList titles;
     for (int section = 1; section < m_model->columnCount(); ++section) {

@@ -243,6 +243,7 @@ bool QuickCalcDialog::graph_answer() {
     engine::Parser& parser = m_document.parser();
     document::DocumentGraph graph;
     graph::GraphData& data = graph.Data;
+    data.SetUserDefaults(m_document.services().settings);
     data.Name = m_document.hub().GetUniqueGraphName("Graph of: " + table.expression);
     const int function = parser.find_function(table.expression.c_str());
     if (function >= 0 && parser.function_at(function)->num_variables() == 1 && !table.two_solutions) {

@@ -339,6 +339,7 @@ bool QuickGraphDialog::graph_2d() {
         data.Name = desktop::unique_quick_graph_name("Quick 2D Graph: " + family->expression,
                                                      [this](const std::string& name) { return graph_index(name) >= 0; });
         data.DataLayout = 1;
+        data.SetUserDefaults(m_document.services().settings);
     }
     desktop::put_family_2d(data, *family);
     desktop::title_quick_graph(data, *family, false);
@@ -375,6 +376,7 @@ bool QuickGraphDialog::graph_3d() {
     int index = graph_index(m_graph_3d);
     document::DocumentGraph working;
     graph::GraphData& data = working.Data;
+    data.SetUserDefaults(m_document.services().settings);
     // The same function updates its surface; another gets a graph of its own.
     if (family->expression != m_expression_3d) index = -1;
     data.Name = index >= 0 ? m_graph_3d

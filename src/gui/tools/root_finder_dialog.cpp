@@ -473,6 +473,7 @@ bool RootFinderDialog::graph_answer() {
         tell(text_of(error));
         return false;
     }
+    graph.Data.SetUserDefaults(m_document.services().settings);
     graph.Data.Name = m_document.hub().GetUniqueGraphName(graph.Data.Name);
     m_document.document().Graphs.push_back(std::move(graph));
     m_document.parser().set_vars_saved(false);
