@@ -1,7 +1,8 @@
-// Precise arithmetic in the descent. Every step still runs the default rules first, so errors,
-// messages, branches and the mapper's recording are those of the default arithmetic; the step then
-// gives its operand the value's own digits, and the double the rest of the engine reads becomes
-// those digits through 15 significant digits.
+// Precise arithmetic in the descent. The four operators work on the digits alone: their only
+// faults, a zero divisor and an overflow, are checked here. Every other step runs the default rules
+// first, so errors, messages, branches and the mapper's recording are those of the default
+// arithmetic, and then gives its operand the value's own digits. The double the rest of the engine
+// reads is those digits through 15 significant digits.
 #include "parser.h"
 #include "precise_arithmetic.h"
 
@@ -19,7 +20,7 @@ Operand made(const Wide& z) {
 }
 
 // Whether the precise value is the one the default rules meant (or its negative, for the second
-// root the user asked for): the same to nine digits, or both within 1e-12 of zero. Anything else
+// root the user asked for): the same to nine digits, or within 1e-12 of it near zero. Anything else
 // is another branch or a special case the default rules decide, and the default value stands.
 bool agrees(const complex& precise_value, const complex& result, double relative = 1e-9) {
     const double tolerance = relative * std::abs(result) + 1e-12;
