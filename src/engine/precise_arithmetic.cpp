@@ -181,6 +181,35 @@ std::optional<Decimal21> real_function(std::string_view name, const std::vector<
     return std::nullopt;
 }
 
+// The functions of one complex argument, by the complex decimal formulas; angles only in radians
+// (the default rules refuse or convert the others, and their answer then stands).
+std::optional<Wide> complex_function(std::string_view name, const Wide& z, bool degrees) {
+    Wide result;
+    auto faulting = [&result](int fault) -> std::optional<Wide> {
+        if (fault != 0) return std::nullopt;
+        return result;
+    };
+    if (name == "ABS") return Wide{number::abs(z), {}};
+    if (name == "SQRT") return number::sqrt(z);
+    if (name == "EXP") return number::exp(z);
+    if (name == "LN") return faulting(number::log(result, z));
+    if (name == "LOG10") return faulting(number::log10(result, z));
+    if (name == "SINH") return number::sinh(z);
+    if (name == "COSH") return number::cosh(z);
+    if (name == "TANH") return faulting(number::tanh(result, z));
+    if (name == "ASINH") return number::asinh(z);
+    if (name == "ACOSH") return faulting(number::acosh(result, z));
+    if (name == "ATANH") return faulting(number::atanh(result, z));
+    if (degrees) return std::nullopt;
+    if (name == "SIN") return number::sin(z);
+    if (name == "COS") return number::cos(z);
+    if (name == "TAN") return faulting(number::tan(result, z));
+    if (name == "ASIN") return number::asin(z);
+    if (name == "ACOS") return number::acos(z);
+    if (name == "ATAN") return faulting(number::atan(result, z));
+    return std::nullopt;
+}
+
 } // namespace
 
 Wide from_literal(std::string_view digits, long exponent) {
@@ -325,8 +354,7 @@ double rounded_for_display(const Decimal21& x, int digits) {
 }
 
 std::optional<Wide> function(std::string_view name, const std::vector<Wide>& arguments, bool degrees) {
-    if (name == "ABS" && arguments.size() == 1 && !arguments[0].is_real())
-        return Wide{number::abs(arguments[0]), {}};
+    if (arguments.size() == 1 && !arguments[0].is_real()) return complex_function(name, arguments[0], degrees);
     std::vector<Decimal21> real;
     real.reserve(arguments.size());
     for (const Wide& a : arguments) {

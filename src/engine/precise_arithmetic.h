@@ -65,8 +65,9 @@ double rounded_for_display(const number::Decimal21& x, int digits);
 // The built-in functions with a precise kernel: SQRT, CUBERT, EXP, LN, LOG10, LOG, POW, ABS,
 // HYPOT, DEG, RAD, the circular and hyperbolic functions and their inverses, the sum and the
 // parallel value of resistances and the percentiles (their position exact), on real arguments
-// (angles in degrees when `degrees`). Nothing for another function, a complex argument or a
-// value outside the kernel's domain: the caller keeps the double the built-in computed.
+// (angles in degrees when `degrees`); the functions of one argument also on a complex one (the
+// circular ones in radians). Nothing for another function or a value outside the kernel's
+// domain: the caller keeps the double the built-in computed.
 std::optional<Wide> function(std::string_view name, const std::vector<Wide>& arguments, bool degrees);
 
 // How near the default result a precise kernel's value must be to be taken as the same answer,

@@ -79,6 +79,8 @@ TEST(PreciseArithmetic, ErrorsBranchesAndComplexValuesAreThoseOfTheDefaultRules)
     EXPECT_EQ(p.shown("SQRT(-4)"), "2i");
     EXPECT_EQ(p.shown("(1+2i)*(3-i)"), "5+5i");
     EXPECT_EQ(p.shown("(1+2i)/(3+4i)"), "0.44+0.08i");
+    // Complex arguments keep their digits too (by default: 0.99999999999998+1i).
+    EXPECT_EQ(p.shown("SQRT(1+i)^2"), "1+i");
     EXPECT_NE(p.shown("ACOS(2)").find("must be between -1 and 1"), std::string::npos);
     p.set_neg_sqrt(true);
     EXPECT_EQ(p.shown("SQRT(2)*SQRT(2)"), "2");
