@@ -89,6 +89,17 @@ std::vector<graph::StrDataPnts> prices() {
             data_set("Close", {"11", "12", "10"})};
 }
 
+// A new document of the frame showing a graph of one data set, "Counts".
+DocumentWindow* show_counts_graph(MainFrame& frame) {
+    DocumentWindow* window = frame.new_document();
+    quorvex::document::DocumentGraph shown;
+    shown.Data = graph::GraphData("Counts");
+    shown.Data.DataSets.push_back(data_set("Counts", {"1", "4", "9"}));
+    window->document().Graphs.push_back(shown);
+    window->toggle_graph();
+    return window;
+}
+
 } // namespace
 
 class GraphWindowGuiTest : public QObject {
@@ -340,12 +351,7 @@ private Q_SLOTS:
         ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
         MainFrame frame(scratch.services);
         frame.show();
-        DocumentWindow* window = frame.new_document();
-        quorvex::document::DocumentGraph shown;
-        shown.Data = graph::GraphData("Counts");
-        shown.Data.DataSets.push_back(data_set("Counts", {"1", "4", "9"}));
-        window->document().Graphs.push_back(shown);
-        window->toggle_graph();
+        DocumentWindow* window = show_counts_graph(frame);
         settle();
         GraphWindow* graphs = window->graph_window();
         QChart* chart = graphs->chart().chart();
@@ -378,12 +384,7 @@ private Q_SLOTS:
         ScratchServices scratch(QStringLiteral(QUORVEX_SOURCE_DATA_DIR));
         MainFrame frame(scratch.services);
         frame.show();
-        DocumentWindow* window = frame.new_document();
-        quorvex::document::DocumentGraph shown;
-        shown.Data = graph::GraphData("Counts");
-        shown.Data.DataSets.push_back(data_set("Counts", {"1", "4", "9"}));
-        window->document().Graphs.push_back(shown);
-        window->toggle_graph();
+        DocumentWindow* window = show_counts_graph(frame);
         GraphWindow* graphs = window->graph_window();
         QMenu* menu = nullptr;
         for (QAction* each : frame.menuBar()->actions())
